@@ -1,0 +1,29 @@
+# The compile rules of the whole project, in one interface target, and the few functions that apply it.
+
+add_library(project_options INTERFACE)
+target_compile_features(project_options INTERFACE cxx_std_20)
+target_compile_definitions(project_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
+target_compile_options(project_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${MOLVARK_WERROR}>:-Werror>)
+target_include_directories(project_options INTERFACE "${CMAKE_SOURCE_DIR}/src")
+
+if(MOLVARK_SANITIZE)
+    set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_compile_options(project_options INTERFACE ${sanitizers})
+    target_link_options(project_options INTERFACE ${sanitizers})
+endif()
+
+# molvark_library(NAME SOURCES file... LINK target...): one static library, one room's share.
+function(molvark_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
+    add_library(${name} STATIC ${arg_SOURCES})
+    target_link_libraries(${name} PUBLIC project_options ${arg_LINK})
+endfunction()
+
+# molvark_test(NAME LINK target...): the test program tst_NAME from tst_NAME.cpp, run by ctest without a display.
+function(molvark_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "TIMEOUT" "LINK")
+    add_executable(tst_${name} tst_${name}.cpp)
+    target_link_libraries(tst_${name} PRIVATE project_options Qt6::Test ${arg_LINK})
+    add_test(NAME ${name} COMMAND tst_${name})
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8" TIMEOUT 120)
+endfunction()

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDateTime>
+
+/// The time of day. The program asks nothing else what time it is, so that tests can let it run faster.
+class Clock {
+public:
+    Clock() = default;
+    virtual ~Clock() = default;
+    Q_DISABLE_COPY_MOVE(Clock)
+
+    /// Local date and time.
+    [[nodiscard]] virtual QDateTime now() const { return QDateTime::currentDateTime(); }
+    /// Seconds since midnight with fractions, 0 to 86,400; falls back to zero at midnight.
+    [[nodiscard]] double secondsSinceMidnight() const { return now().time().msecsSinceStartOfDay() / 1000.0; }
+};

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "controls.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+
+ComboBox::ComboBox(QWidget *parent) : QComboBox(parent)
+{
+    setEditable(true);
+    setCompleter(nullptr);
+    setInsertPolicy(NoInsert);
+}
+
+QStringList ComboBox::entries() const
+{
+    QStringList texts;
+    for (int entry = 0; entry < count(); ++entry)
+        texts.append(itemText(entry));
+    return texts;
+}
+
+void ComboBox::setLocked(bool on)
+{
+    lineEdit()->setReadOnly(on);
+}
+
+bool ComboBox::isLocked() const
+{
+    return lineEdit()->isReadOnly();
+}
+
+void ComboBox::showPopup()
+{
+    if (!isLocked())
+        QComboBox::showPopup();
+}
+
+void ComboBox::keyPressEvent(QKeyEvent *event)
+{
+    // The arrow and page keys choose from the list, also while the line is read-only; a locked box hands them on.
+    const bool chooses = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down || event->key() == Qt::Key_PageUp ||
+                         event->key() == Qt::Key_PageDown;
+    if (isLocked() && chooses)
+        event->ignore();
+    else
+        QComboBox::keyPressEvent(event);
+}
+
+void ComboBox::wheelEvent(QWheelEvent *event)
+{
+    if (!isLocked())
+        QComboBox::wheelEvent(event);
+}
+
+ClickLabel::ClickLabel(QWidget *parent) : QLabel(parent)
+{
+    setFocusPolicy(Qt::TabFocus);
+    setCursor(Qt::PointingHandCursor);
+}
+
+void ClickLabel::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
+        emit clicked();
+}
+
+void ClickLabel::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Space)
+        emit clicked();
+    else
+        QLabel::keyPressEvent(event);
+}

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+
+/// A push button that carries a text of its own for the program's use.
+class Button final : public QPushButton {
+    Q_OBJECT
+    Q_PROPERTY(QString Tag MEMBER tag)
+
+public:
+    using QPushButton::QPushButton;
+
+    QString tag;
+};
+
+/// An editable combo box that can be locked: its text is shown and can be set by the program, but not by the person.
+/// It neither completes what is typed nor adds it to its list on Return.
+class ComboBox final : public QComboBox {
+    Q_OBJECT
+
+public:
+    explicit ComboBox(QWidget *parent = nullptr);
+
+    /// The texts of the list, in order.
+    [[nodiscard]] QStringList entries() const;
+    void setLocked(bool on);
+    [[nodiscard]] bool isLocked() const;
+    void showPopup() override;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+};
+
+/// A label that can be clicked, or pressed with the space bar when it has the focus.
+class ClickLabel final : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit ClickLabel(QWidget *parent = nullptr);
+
+signals:
+    void clicked();
+
+protected:
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+};

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "focus.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QMenu>
+#include <QMenuBar>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isControl(const QWidget *widget)
+{
+    if (!widget || qobject_cast<const QMenu *>(widget) || qobject_cast<const QMenuBar *>(widget))
+        return false;
+    const QWidget *window = widget->window();
+    return window->windowType() != Qt::Popup && !qobject_cast<const QDialog *>(window);
+}
+
+} // namespace
+
+void onLostFocus(QWidget *control, const std::function<void()> &handler)
+{
+    const auto holdsFocus = std::make_shared<bool>(control->hasFocus());
+    QObject::connect(qApp, &QApplication::focusChanged, control, [=](QWidget *, QWidget *now) {
+        if (!isControl(now))
+            return;
+        const bool held = std::exchange(*holdsFocus, now == control);
+        if (held && now != control)
+            handler();
+    });
+}
+
+QWidget *programWindow()
+{
+    if (QWidget *active = QApplication::activeWindow())
+        return active;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto main = std::ranges::find_if(windows, [](auto *window) { return window->objectName() == u"Main"; });
+    return main == windows.end() ? nullptr : *main;
+}
+
+bool programMinimised()
+{
+    const QWidget *window = programWindow();
+    return window && window->isMinimized();
+}

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "numbers.h"
+
+#include "fault.h"
+
+#include <QRegularExpression>
+
+#include <cmath>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <typename Integer>
+Integer held(double value)
+{
+    const double whole = roundHalfToEven(value);
+    if (whole < std::numeric_limits<Integer>::min() || whole > std::numeric_limits<Integer>::max())
+        throw Fault(Fault::Overflow);
+    return static_cast<Integer>(whole);
+}
+
+} // namespace
+
+bool isNumeric(QStringView text)
+{
+    static const QRegularExpression number(uR"(\A *[+-]?([0-9]+\.?[0-9]*|\.[0-9]+)([eE][+-]?[0-9]+)? *\z)"_s);
+    return number.match(text).hasMatch();
+}
+
+qint32 toInteger32(QStringView text)
+{
+    if (!isNumeric(text))
+        throw Fault(Fault::TypeMismatch);
+    return held<qint32>(text.trimmed().toDouble());
+}
+
+qint16 leadingNumber(QStringView text)
+{
+    static const QRegularExpression digits(uR"(\A *([+-]?[0-9]+))"_s);
+    return held<qint16>(digits.match(text).capturedView(1).toDouble());
+}
+
+double roundHalfToEven(double value)
+{
+    return value - std::remainder(value, 1.0);
+}

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include "wire_text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+#ifndef Q_OS_WIN
+// The bytes 0x80 to 0x9F; the undefined 81, 8D, 8F, 90 and 9D are the control characters of the same number, which is
+// also what Windows makes of them. All other bytes are the character of the same number.
+constexpr std::array<char16_t, 32> upperControls{0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                                 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+char toByte(QChar character)
+{
+    const char16_t code = character.unicode();
+    const auto found = std::ranges::find(upperControls, code);
+    if (found != upperControls.end())
+        return static_cast<char>(0x80 + (found - upperControls.begin()));
+    return code < 0x80 || (code >= 0xA0 && code <= 0xFF) ? static_cast<char>(code) : '?';
+}
+
+QChar toCharacter(char byte)
+{
+    const auto code = static_cast<unsigned char>(byte);
+    return code >= 0x80 && code < 0xA0 ? QChar(upperControls.at(code - 0x80U)) : QChar(char16_t{code});
+}
+#endif
+
+} // namespace
+
+#ifdef Q_OS_WIN
+QByteArray toAnsi(const QString &text)
+{
+    return text.toLocal8Bit();
+}
+
+QString fromAnsi(const QByteArray &bytes)
+{
+    return QString::fromLocal8Bit(bytes);
+}
+#else
+QByteArray toAnsi(const QString &text)
+{
+    QByteArray bytes;
+    bytes.reserve(text.size());
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        bytes.append(toByte(text.at(at)));
+        if (text.at(at).isHighSurrogate() && at + 1 < text.size() && text.at(at + 1).isLowSurrogate())
+            ++at; // one character in two units is one "?"
+    }
+    return bytes;
+}
+
+QString fromAnsi(const QByteArray &bytes)
+{
+    QString text(bytes.size(), Qt::Uninitialized);
+    std::ranges::transform(bytes, text.begin(), toCharacter);
+    return text;
+}
+#endif
+
+QString squeezeBlanks(const QString &text)
+{
+    QString squeezed = text;
+    const auto isSecondBlank = [](QChar before, QChar after) { return before == u' ' && after == u' '; };
+    squeezed.erase(std::unique(squeezed.begin(), squeezed.end(), isSecondBlank), squeezed.end());
+    return squeezed;
+}
+
+QString trimBlanks(const QString &text)
+{
+    const auto isBlank = [](QChar character) { return character == u' '; };
+    const auto first = std::find_if_not(text.begin(), text.end(), isBlank);
+    const auto last = std::find_if_not(text.rbegin(), std::make_reverse_iterator(first), isBlank).base();
+    return QString(first, last - first);
+}
