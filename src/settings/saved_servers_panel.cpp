@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "saved_servers_panel.h"
+#include "ui_saved_servers_panel.h"
+
+#include "base/prompts.h"
+#include "ini_text.h"
+#include "saved_servers.h"
+
+namespace {
+
+QStringList texts(const QListWidget *list)
+{
+    QStringList rows;
+    for (int row = 0; row < list->count(); ++row)
+        rows.append(list->item(row)->text());
+    return rows;
+}
+
+} // namespace
+
+SavedServersPanel::SavedServersPanel(Prompts &prompts_, qint32 &servercount_, QWidget *parent)
+    : QWidget(parent), prompts(prompts_), servercount(servercount_), ui(std::make_unique<Ui::SavedServersPanel>())
+{
+    ui->setupUi(this);
+    ui->lstrcon->hide();
+    // A row clicked again fills the fields again; the selection also changes by the keyboard.
+    connect(ui->lstservers, &QListWidget::itemClicked, this, &SavedServersPanel::lstservers_Click);
+    connect(ui->lstservers, &QListWidget::itemSelectionChanged, this, &SavedServersPanel::lstservers_Click);
+}
+
+SavedServersPanel::~SavedServersPanel() = default;
+
+void SavedServersPanel::load(const SavedServers &saved)
+{
+    for (const SavedServer &entry : saved.servers)
+        addRow(entry.server, entry.port, entry.password);
+    servercount = saved.servercount;
+}
+
+QList<IniEntry> SavedServersPanel::entries() const
+{
+    return savedServerEntries(texts(ui->lstservers), texts(ui->lstrcon), servercount);
+}
+
+void SavedServersPanel::lstservers_Click()
+{
+    const QList<QListWidgetItem *> selected = ui->lstservers->selectedItems();
+    if (selected.isEmpty())
+        return;
+    const auto [server, port] = splitServerRow(selected.first()->text());
+    const QListWidgetItem *password = ui->lstrcon->item(ui->lstservers->row(selected.first()));
+    emit serverchosen(server, port, password ? password->text() : QString());
+}
+
+void SavedServersPanel::Saveserver_Click(const QString &server, const QString &port, const QString &password)
+{
+    if (server.isEmpty() || port.isEmpty() || password.isEmpty()) {
+        prompts.refuse(tr("Need a Server, Port and password to be present to save"), tr("In complete details"));
+        return;
+    }
+    if (findServerRow(texts(ui->lstservers), server) >= 0)
+        return;
+    addRow(server, port, password);
+    ++servercount;
+}
+
+void SavedServersPanel::removeserver_Click(const QString &server, const QString &port)
+{
+    if (server.isEmpty() || port.isEmpty())
+        return;
+    const qsizetype row = findServerRow(texts(ui->lstservers), savedServerRow(server, port));
+    if (row < 0)
+        return;
+
+    // Its password stays and the count is not lowered: from this row on each later server pairs with the password of
+    // the row before it. Saving and removing are not each other's inverse, and saved lists out there depend on it.
+    const QSignalBlocker blocker(ui->lstservers); // the neighbour that gets selected was not chosen by the person
+    delete ui->lstservers->takeItem(static_cast<int>(row));
+    ui->lstservers->setCurrentRow(-1);
+}
+
+void SavedServersPanel::addRow(const QString &server, const QString &port, const QString &password)
+{
+    ui->lstservers->addItem(savedServerRow(server, port));
+    ui->lstrcon->addItem(password);
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+#include <memory>
+
+class Prompts;
+struct IniEntry;
+struct SavedServers;
+
+namespace Ui {
+class SavedServersPanel;
+}
+
+/// The list of saved servers, and beside it, not shown, the list of their passwords, row for row.
+class SavedServersPanel final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `servercount` is raised by one with each server saved.
+    SavedServersPanel(Prompts &prompts, qint32 &servercount, QWidget *parent = nullptr);
+    ~SavedServersPanel() override;
+
+    /// Fills the lists as they were read from the settings file.
+    void load(const SavedServers &saved);
+    /// The keys to write into the settings file.
+    [[nodiscard]] QList<IniEntry> entries() const;
+
+    /// Adds the server, unless its address stands anywhere in a row already.
+    void Saveserver_Click(const QString &server, const QString &port, const QString &password);
+    /// Removes the first row that holds the address and the port.
+    void removeserver_Click(const QString &server, const QString &port);
+
+signals:
+    void serverchosen(const QString &server, const QString &port, const QString &password);
+
+private:
+    void lstservers_Click();
+    void addRow(const QString &server, const QString &port, const QString &password);
+
+    Prompts &prompts;
+    qint32 &servercount;
+    std::unique_ptr<Ui::SavedServersPanel> ui;
+};
