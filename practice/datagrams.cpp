@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#include "datagrams.h"
+
+#include <utility>
+
+namespace {
+
+const QByteArray header("\xFF\xFF\xFF\xFF");
+constexpr qsizetype consoleLine = 1023;
+
+QByteArray firstLine(const QByteArray &text)
+{
+    const qsizetype end = text.indexOf('\n');
+    return end < 0 ? text : text.first(end);
+}
+
+} // namespace
+
+Request readRequest(const QByteArray &datagram)
+{
+    if (!datagram.startsWith(header))
+        return {};
+    const QByteArray line = firstLine(datagram.sliced(header.size()));
+    const qsizetype wordEnd = line.indexOf(' ');
+    const QByteArray word = (wordEnd < 0 ? line : line.first(wordEnd)).toLower();
+    const QByteArray rest = wordEnd < 0 ? QByteArray() : line.sliced(wordEnd + 1);
+    if (word == "getstatus")
+        return {Request::Kind::Status, {}, "getstatus"};
+    if (word != "rcon")
+        return {};
+    const qsizetype passwordEnd = rest.indexOf(' ');
+    if (passwordEnd < 0)
+        return {Request::Kind::Rcon, rest, {}};
+    return {Request::Kind::Rcon, rest.first(passwordEnd), rest.sliced(passwordEnd + 1).left(consoleLine)};
+}
+
+QByteArray plainDatagram(const QByteArray &text)
+{
+    return header + text;
+}
+
+QByteArray printDatagram(const QByteArray &text)
+{
+    return plainDatagram("print\n" + text);
+}
+
+QList<QByteArray> printDatagrams(const QByteArray &text, qsizetype size)
+{
+    QList<QByteArray> datagrams{printDatagram(text.left(size))};
+    for (qsizetype at = size; at < text.size(); at += size)
+        datagrams.append(printDatagram(text.mid(at, size)));
+    return datagrams;
+}
+
+QList<QByteArray> reordered(QList<QByteArray> datagrams)
+{
+    for (qsizetype second = 1; second < datagrams.size(); second += 2)
+        datagrams.swapItemsAt(second - 1, second);
+    return datagrams;
+}

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "game_server.h"
+
+#include "command_words.h"
+#include "map_rotation.h"
+#include "server_files.h"
+#include "status_table.h"
+
+#include <QHash>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int stockSlots = 20;
+constexpr int mostSlots = 64;
+
+QString firstRotation()
+{
+    return u"gametype tdm map mp_toujane gametype sd map mp_carentan gametype ctf map mp_dawnville "
+           "gametype hq map mp_burgundy gametype dm map mp_matmata"_s;
+}
+
+} // namespace
+
+GameServer::GameServer(const PracticeOptions &options)
+    : m_dvars(Dvars::stock(options.mod == "hob"_L1)),
+      m_players(qBound(0, options.players, mostSlots), options.seed, options.quirks),
+      m_hob(options.mod == "hob"_L1)
+{
+    const RotationTurn turn = takeTurn(firstRotation());
+    m_dvars.set(u"sv_mapRotation"_s, firstRotation());
+    m_dvars.set(u"sv_mapRotationCurrent"_s, turn.rest);
+    m_dvars.set(u"g_gametype"_s, turn.gametype);
+    m_dvars.set(u"mapname"_s, turn.map);
+    m_dvars.set(u"sv_maxclients"_s, QString::number(qBound(stockSlots, options.players, mostSlots)));
+    m_dvars.set(u"rcon_password"_s, options.password);
+    if (m_hob)
+        m_dvars.set(u"fs_game"_s, u"hob"_s);
+}
+
+GameServer::Handler GameServer::handlerOf(const QString &word)
+{
+    static const QHash<QString, Handler> handlers{
+        {u"status"_s, &GameServer::status},
+        {u"serverinfo"_s, &GameServer::serverInfo},
+        {u"dvarlist"_s, &GameServer::dvarList},
+        {u"fdir"_s, &GameServer::fileList},
+        {u"dir"_s, &GameServer::directory},
+        {u"exec"_s, &GameServer::execFile},
+        {u"set"_s, &GameServer::setDvar},
+        {u"seta"_s, &GameServer::setDvar},
+        {u"sets"_s, &GameServer::setDvar},
+        {u"map"_s, &GameServer::map},
+        {u"map_restart"_s, &GameServer::mapRestart},
+        {u"map_rotate"_s, &GameServer::mapRotate},
+        {u"say"_s, &GameServer::say},
+        {u"tell"_s, &GameServer::tell},
+        {u"clientkick"_s, &GameServer::kick},
+        {u"banclient"_s, &GameServer::ban},
+        {u"tempbanclient"_s, &GameServer::temporaryBan},
+    };
+    return handlers.value(word.toLower(), nullptr);
+}
+
+CommandResult GameServer::execute(const QString &line)
+{
+    const QStringList words = commandWords(line);
+    if (words.isEmpty())
+        return {};
+    const Handler handler = handlerOf(words.first());
+    return handler == nullptr ? dvarByName(words) : (this->*handler)(words);
+}
+
+QString GameServer::statusResponse() const
+{
+    return statusResponseText(m_dvars, m_players.all());
+}
+
+QStringList GameServer::tick()
+{
+    ++m_seconds;
+    m_bans.expire(m_seconds);
+    return m_players.step(m_bans, m_seconds, m_dvars.number(u"sv_maxclients"_s));
+}
+
+CommandResult GameServer::status(const QStringList &)
+{
+    return {statusTable(m_dvars.value(u"mapname"_s), m_players.all()), {}};
+}
+
+CommandResult GameServer::serverInfo(const QStringList &)
+{
+    return {serverInfoText(m_dvars), {}};
+}
+
+CommandResult GameServer::dvarList(const QStringList &words)
+{
+    return {m_dvars.listing(words.value(1)), {}};
+}
+
+CommandResult GameServer::fileList(const QStringList &words)
+{
+    if (words.size() < 2)
+        return {u"usage: fdir <filter>\nexample: fdir *.cfg\n"_s, {}};
+    return {fileListing(words.at(1)), {}};
+}
+
+CommandResult GameServer::directory(const QStringList &words)
+{
+    if (words.size() < 2 || words.size() > 3)
+        return {u"usage: dir <directory> [extension]\n"_s, {}};
+    return {directoryListing(words.at(1), words.value(2)), {}};
+}
+
+CommandResult GameServer::execFile(const QStringList &words)
+{
+    constexpr int deepest = 8;
+    if (words.size() != 2)
+        return {u"exec <filename> : execute a script file\n"_s, {}};
+    const std::optional<QStringList> lines = configurationFile(words.at(1));
+    if (!lines || m_execDepth >= deepest)
+        return {u"couldn't exec %1\n"_s.arg(words.at(1)), {}};
+    CommandResult result{u"execing %1\n"_s.arg(words.at(1)), words.at(1) + u" was executed"_s};
+    ++m_execDepth;
+    for (const QString &line : *lines) {
+        const CommandResult inner = execute(line); // what it prints stays on the server
+        result.event += inner.event.isEmpty() ? QString() : u"; "_s + inner.event;
+        result.loads = result.loads || inner.loads;
+    }
+    --m_execDepth;
+    return result;
+}
+
+CommandResult GameServer::setDvar(const QStringList &words)
+{
+    if (words.size() < 3)
+        return {u"USAGE: %1 <variable> <value>\n"_s.arg(words.first()), {}};
+    return assign(words.at(1), joinedFrom(words, 2));
+}
+
+CommandResult GameServer::dvarByName(const QStringList &words)
+{
+    const Dvar *dvar = m_dvars.find(words.first());
+    if (dvar == nullptr)
+        return {u"Unknown command \"%1\"\n"_s.arg(words.first()), {}};
+    if (words.size() == 1)
+        return {Dvars::description(*dvar), {}};
+    return assign(dvar->name, joinedFrom(words, 1));
+}
+
+CommandResult GameServer::assign(const QString &name, const QString &value)
+{
+    const QString complaint = m_dvars.assign(name, value);
+    if (!complaint.isEmpty())
+        return {complaint, {}};
+    return {{}, holdsPassword(name) ? name + u" was changed"_s : u"%1 is now \"%2\""_s.arg(name, value)};
+}

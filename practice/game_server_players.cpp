@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// The game's commands that are about players.
+#include "game_server.h"
+
+#include "command_words.h"
+
+using namespace Qt::StringLiterals;
+
+CommandResult GameServer::say(const QStringList &words)
+{
+    return {{}, u"say to all: "_s + joinedFrom(words, 1)};
+}
+
+CommandResult GameServer::tell(const QStringList &words)
+{
+    if (words.size() < 3)
+        return {u"Usage: tell <client number> <text>\n"_s, {}};
+    const auto found = playerOrComplaint(words.at(1));
+    if (const auto *complaint = std::get_if<QString>(&found))
+        return {*complaint, {}};
+    return {{}, u"say to %1: %2"_s.arg(std::get<Player>(found).name, joinedFrom(words, 2))};
+}
+
+CommandResult GameServer::kick(const QStringList &words)
+{
+    return dismiss(words, u"kicked"_s);
+}
+
+CommandResult GameServer::ban(const QStringList &words)
+{
+    const auto found = playerOrComplaint(words.value(1));
+    if (const auto *player = std::get_if<Player>(&found); player != nullptr && words.size() == 2)
+        m_bans.add(player->guid, player->address);
+    return dismiss(words, u"banned"_s);
+}
+
+CommandResult GameServer::temporaryBan(const QStringList &words)
+{
+    const auto found = playerOrComplaint(words.value(1));
+    const qint64 end = m_seconds + m_dvars.number(u"sv_kickBanTime"_s);
+    if (const auto *player = std::get_if<Player>(&found); player != nullptr && words.size() == 2)
+        m_bans.addUntil(player->guid, player->address, end);
+    return dismiss(words, u"tempbanned"_s);
+}
+
+CommandResult GameServer::dismiss(const QStringList &words, const QString &how)
+{
+    if (words.size() != 2)
+        return {u"Usage: %1 <client number>\n"_s.arg(words.first()), {}};
+    const auto found = playerOrComplaint(words.at(1));
+    if (const auto *complaint = std::get_if<QString>(&found))
+        return {*complaint, {}};
+    const auto &player = std::get<Player>(found);
+    m_players.remove(player.slot);
+    return {QString::number(player.slot) + u':' + player.name + u' ' + how + u'\n',
+            player.name + u" (slot %1) was "_s.arg(player.slot) + how};
+}
+
+std::variant<Player, QString> GameServer::playerOrComplaint(const QString &slot) const
+{
+    bool isNumber = false;
+    const int number = slot.toInt(&isNumber);
+    if (!isNumber)
+        return u"Bad slot number: %1\n"_s.arg(slot);
+    const Player *player = m_players.at(number);
+    if (player != nullptr)
+        return *player;
+    const bool isSlot = number >= 0 && number < m_dvars.number(u"sv_maxclients"_s);
+    return (isSlot ? u"Client %1 is not active\n"_s : u"Bad client slot: %1\n"_s).arg(number);
+}

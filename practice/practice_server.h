@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "game_server.h"
+#include "practice_options.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QHostAddress>
+#include <QList>
+#include <QObject>
+#include <QRandomGenerator>
+#include <QString>
+#include <QUdpSocket>
+
+/// The UDP end of a practice game: reads requests, has the game answer them, and sends the replies over a line that can
+/// be made as bad as wanted. Between two requests nothing moves by itself: call `game().tick()` for that.
+class PracticeServer final : public QObject {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(PracticeServer)
+
+public:
+    explicit PracticeServer(const PracticeOptions &options = {}, QObject *parent = nullptr);
+    ~PracticeServer() override;
+
+    /// Port 0 takes any free one. False when it cannot be had; `errorString()` then says why.
+    [[nodiscard]] bool listen(const QHostAddress &address = QHostAddress::LocalHost, quint16 port = 0);
+    /// From now on the port is closed and requests get lost in the system.
+    void close();
+    [[nodiscard]] quint16 port() const;
+    [[nodiscard]] QString errorString() const;
+
+    [[nodiscard]] GameServer &game() { return m_game; }
+
+    /// Every datagram that came, whole and in order, also the ones that were lost or not answered.
+    [[nodiscard]] QList<QByteArray> requests() const { return m_requests; }
+    /// The same without header, "rcon" and password: the command of each, or "getstatus".
+    [[nodiscard]] QList<QByteArray> commands() const;
+    void forgetRequests() { m_requests.clear(); }
+
+    void setPassword(const QString &password);
+    void setSilent(bool silent) { m_options.silent = silent; }
+    void setReorder(bool reorder) { m_options.reorder = reorder; }
+    void setLoss(int percent) { m_options.lossPercent = percent; }
+    void setLatency(int milliseconds) { m_options.latencyMs = milliseconds; }
+    void setMapLoad(int milliseconds) { m_options.mapLoadMs = milliseconds; }
+    void setDatagramSize(int bytes) { m_options.datagramSize = bytes; }
+
+    /// Requests whose command (or "getstatus") is exactly `command` get these texts from now on, each in a datagram of
+    /// its own behind header, "print" and line feed, instead of the game's reply; none at all when the list is empty.
+    /// The command is not executed. A wrong password is refused all the same.
+    void answer(const QByteArray &command, const QList<QByteArray> &datagramTexts);
+    /// The same with whole datagrams, which go out as they are.
+    void answerRaw(const QByteArray &command, const QList<QByteArray> &datagrams);
+    /// Takes `answer` and `answerRaw` back.
+    void answerAsUsual(const QByteArray &command);
+
+    /// Sends one datagram, as it is and at once, to whoever sent the last request. False when nobody has, or when the
+    /// system refuses.
+    bool sendRaw(const QByteArray &datagram);
+
+signals:
+    /// Before the request is looked at, so that a slot may still change how it is answered.
+    void requested(const QByteArray &datagram);
+    /// One line for people, without the time. It may hold control characters of the client's or the players' making.
+    void happened(const QString &line);
+
+private:
+    struct Client {
+        QHostAddress address;
+        quint16 port = 0;
+
+        [[nodiscard]] QString text() const;
+    };
+
+    void readRequests();
+    void take(const QByteArray &datagram, const Client &client);
+    void takeRcon(const QString &password, const QByteArray &command, const Client &client);
+    void takeStatus(const Client &client);
+    [[nodiscard]] bool answerCanned(const QByteArray &command, const Client &client);
+    void startLoading(const QString &log, const Client &client);
+    void reply(const QString &text, const Client &client);
+    void post(QList<QByteArray> datagrams, const Client &client);
+    void send(const QByteArray &datagram, const Client &client);
+    [[nodiscard]] bool isLost();
+
+    PracticeOptions m_options;
+    GameServer m_game;
+    QUdpSocket m_socket;
+    QRandomGenerator m_line; ///< decides what the line loses
+    QHash<QByteArray, QList<QByteArray>> m_canned;
+    QList<QByteArray> m_requests;
+    Client m_lastClient;
+    bool m_loading = false;
+};

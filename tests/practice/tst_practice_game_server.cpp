@@ -1,0 +1,319 @@
+// SPDX-License-Identifier: MIT
+#include "practice/game_server.h"
+
+#include <QRegularExpression>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Player bob()
+{
+    Player player;
+    player.slot = 3;
+    player.score = 12;
+    player.guid = u"4711"_s;
+    player.name = u"^1Bob"_s;
+    player.address = u"10.0.0.7:28960"_s;
+    return player;
+}
+
+PracticeOptions emptyServer()
+{
+    PracticeOptions options;
+    options.players = 0;
+    return options;
+}
+
+} // namespace
+
+class PracticeGameServerTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void aCommandIsAnsweredInTheGamesWords_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("reply");
+        const auto row = [](const QString &line, const QString &reply) {
+            QTest::newRow(line.toLatin1().constData()) << line << reply;
+        };
+        row(u""_s, u""_s);
+        row(u"foo"_s, u"Unknown command \"foo\"\n"_s);
+        row(u"foo 1"_s, u"Unknown command \"foo\"\n"_s);
+        row(u"setfriendlyfire 1"_s, u"Unknown command \"setfriendlyfire\"\n"_s);
+        row(u"scr_hob_ riflePercentage\"50\""_s, u"Unknown command \"scr_hob_\"\n"_s);
+        row(u"sv_hostname"_s, u"\"sv_hostname\" is: \"CoD2Host^7\" default: \"CoD2Host^7\"\n  Domain is any text\n"_s);
+        row(u"G_ALLOWVOTE "_s,
+            u"\"g_allowVote\" is: \"1^7\" default: \"1^7\"\n  Domain is any integer from 0 to 1\n"_s);
+        row(u"set"_s, u"USAGE: set <variable> <value>\n"_s);
+        row(u"set x"_s, u"USAGE: set <variable> <value>\n"_s);
+        row(u"say hello"_s, u""_s);
+        row(u"tell 3 hello"_s, u""_s);
+        row(u"tell 4 hello"_s, u"Client 4 is not active\n"_s);
+        row(u"tell 3"_s, u"Usage: tell <client number> <text>\n"_s);
+        row(u"clientkick 3"_s, u"3:^1Bob kicked\n"_s);
+        row(u"ClientKick 3"_s, u"3:^1Bob kicked\n"_s);
+        row(u"banclient 3"_s, u"3:^1Bob banned\n"_s);
+        row(u"tempbanclient 3"_s, u"3:^1Bob tempbanned\n"_s);
+        row(u"clientkick 4"_s, u"Client 4 is not active\n"_s);
+        row(u"clientkick 20"_s, u"Bad client slot: 20\n"_s);
+        row(u"banclient -1"_s, u"Bad client slot: -1\n"_s);
+        row(u"tempbanclient Bob"_s, u"Bad slot number: Bob\n"_s);
+        row(u"banclient"_s, u"Usage: banclient <client number>\n"_s);
+        row(u"clientkick 3 4"_s, u"Usage: clientkick <client number>\n"_s);
+        row(u"exec server.cfg"_s, u"execing server.cfg\n"_s);
+        row(u"exec nothing.cfg"_s, u"couldn't exec nothing.cfg\n"_s);
+        row(u"map mp_nowhere"_s, u"Can't find map maps/mp/mp_nowhere.d3dbsp\n"_s);
+        row(u"map"_s, u"USAGE: map <map name>\n"_s);
+        row(u"dir"_s, u"usage: dir <directory> [extension]\n"_s);
+        row(u"dvarlist sv_kick*"_s, u"    A   sv_kickBanTime \"300\"\n\n<all> total dvars\n<all> dvar indexes\n"_s);
+        row(u"dvarlist sv_maprotationcurrent"_s,
+            u"    A   sv_mapRotationCurrent \"gametype sd map mp_carentan gametype ctf map mp_dawnville gametype hq "
+            u"map "
+            "mp_burgundy gametype dm map mp_matmata\"\n\n<all> total dvars\n<all> dvar indexes\n"_s);
+    }
+    void aCommandIsAnsweredInTheGamesWords()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, reply);
+        GameServer game(emptyServer());
+        game.players().put(bob());
+        reply.replace(u"<all>"_s, QString::number(game.dvars().count()));
+        QCOMPARE(game.execute(line).reply, reply);
+    }
+
+    void aVariableIsSetInEveryForm_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("value");
+        const auto row = [](const QString &line, const QString &name, const QString &value) {
+            QTest::newRow(line.toLatin1().constData()) << line << name << value;
+        };
+        row(u"sv_maxrate 25000"_s, u"sv_maxRate"_s, u"25000"_s);
+        row(u"sv_hostname\"My server\""_s, u"sv_hostname"_s, u"My server"_s);
+        row(u"sv_hostname\"\""_s, u"sv_hostname"_s, u""_s);
+        row(u"SCR_ALLOW_MP40\"0\""_s, u"scr_allow_mp40"_s, u"0"_s);
+        row(u"g_password \"come in\""_s, u"g_password"_s, u"come in"_s);
+        row(u"set g_gametype hq"_s, u"g_gametype"_s, u"hq"_s);
+        row(u"Set scr_motd \"Hello you\""_s, u"scr_motd"_s, u"Hello you"_s);
+        row(u"scr_motd Hello   you"_s, u"scr_motd"_s, u"Hello you"_s);
+        row(u"seta my_own 5"_s, u"my_own"_s, u"5"_s);
+        row(u"set my_own \"\""_s, u"my_own"_s, u""_s);
+        row(u"sv_maprotationcurrent \"gametype dm map mp_decoy\""_s, u"sv_mapRotationCurrent"_s,
+            u"gametype dm map mp_decoy"_s);
+        row(u"scr_sd_timelimit 12.5"_s, u"scr_sd_timelimit"_s, u"12.5"_s);
+    }
+    void aVariableIsSetInEveryForm()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, name);
+        QFETCH(QString, value);
+        GameServer game(emptyServer());
+        const CommandResult result = game.execute(line);
+        QCOMPARE(result.reply, QString());
+        QVERIFY(!result.event.isEmpty());
+        QVERIFY(!result.loads);
+        QVERIFY(game.dvars().find(name) != nullptr);
+        QCOMPARE(game.dvars().value(name), value);
+    }
+
+    void aNewPasswordIsNotTold()
+    {
+        GameServer game(emptyServer());
+        QCOMPARE(game.execute(u"g_password \"secret\""_s).event, u"g_password was changed"_s);
+        QCOMPARE(game.execute(u"set sv_privatePassword secret"_s).event, u"sv_privatePassword was changed"_s);
+        QCOMPARE(game.execute(u"sv_hostname X"_s).event, u"sv_hostname is now \"X\""_s);
+    }
+
+    void whoeverIsSentAwayIsGone_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<int>("bans");
+        QTest::newRow("kick") << u"clientkick"_s << 0;
+        QTest::newRow("ban") << u"banclient"_s << 1;
+        QTest::newRow("temporary ban") << u"tempbanclient"_s << 1;
+    }
+    void whoeverIsSentAwayIsGone()
+    {
+        QFETCH(QString, command);
+        QFETCH(int, bans);
+        GameServer game(emptyServer());
+        game.players().put(bob());
+        QVERIFY(game.execute(command + u" 3"_s).event.contains(u"Bob"_s));
+        QCOMPARE(game.players().count(), 0);
+        QCOMPARE(game.bans().count(), bans);
+        QCOMPARE(game.execute(command + u" 3"_s).reply, u"Client 3 is not active\n"_s);
+        QCOMPARE(game.bans().count(), bans);
+    }
+
+    void statusShowsTheMapAndThePlayers()
+    {
+        GameServer game(emptyServer());
+        game.players().put(bob());
+        const QStringList lines = game.execute(u"Status"_s).reply.split(u'\n');
+        QCOMPARE(lines.size(), 6);
+        QCOMPARE(lines.at(0), u"map: mp_toujane"_s);
+        QVERIFY(lines.at(3).startsWith(u"  3    12   50   4711 ^1Bob^7     "_s));
+        QCOMPARE(lines.at(4), QString());
+    }
+
+    void theListOfMapsHasThreeLinesOfHeading()
+    {
+        GameServer game(emptyServer());
+        QStringList lines = game.execute(u"dir maps/mp d3dbsp"_s).reply.split(u'\n');
+        QCOMPARE(lines.takeLast(), QString());
+        QCOMPARE(lines.first(), u"Directory of maps/mp d3dbsp"_s);
+        QStringList maps = lines.sliced(3);
+        maps.sort();
+        QCOMPARE(maps, QStringList({u"mp_breakout.d3dbsp"_s, u"mp_brecourt.d3dbsp"_s, u"mp_burgundy.d3dbsp"_s,
+                                    u"mp_carentan.d3dbsp"_s, u"mp_dawnville.d3dbsp"_s, u"mp_decoy.d3dbsp"_s,
+                                    u"mp_downtown.d3dbsp"_s, u"mp_farmhouse.d3dbsp"_s, u"mp_leningrad.d3dbsp"_s,
+                                    u"mp_matmata.d3dbsp"_s, u"mp_toujane.d3dbsp"_s, u"mp_trainstation.d3dbsp"_s}));
+        QCOMPARE(game.execute(u"dir elsewhere x"_s).reply.count(u'\n'), 3);
+    }
+
+    void theListOfFilesEndsWithItsCount()
+    {
+        GameServer game(emptyServer());
+        QStringList lines = game.execute(u"fdir *.cfg"_s).reply.split(u'\n');
+        QCOMPARE(lines.takeLast(), QString());
+        QCOMPARE(lines.takeFirst(), u"---------------"_s);
+        const QString total = lines.takeLast();
+        QCOMPARE(total, u"%1 files listed"_s.arg(lines.size()));
+        QVERIFY(lines.contains(u"/server.cfg"_s));
+        QVERIFY(lines.contains(u"/old.cfg.bak"_s));
+        QVERIFY(lines.contains(u"default_mp.cfg"_s));
+        QCOMPARE(game.execute(u"fdir *.txt"_s).reply, u"---------------\n0 files listed\n"_s);
+    }
+
+    void everyListedFileCanBeExecuted()
+    {
+        GameServer game(emptyServer());
+        const QStringList lines = game.execute(u"fdir *.cfg"_s).reply.split(u'\n');
+        for (const QString &line : lines.sliced(1, lines.size() - 3)) {
+            const QString name = line.startsWith(u'/') ? line.sliced(1) : line;
+            QCOMPARE(game.execute(u"exec \""_s + name + u'"').reply, u"execing %1\n"_s.arg(name));
+        }
+    }
+
+    void executingAFileSetsItsVariables()
+    {
+        GameServer game(emptyServer());
+        const CommandResult result = game.execute(u"exec match"_s);
+        QCOMPARE(result.reply, u"execing match\n"_s);
+        QCOMPARE(game.dvars().value(u"g_gametype"_s), u"sd"_s);
+        QCOMPARE(game.dvars().value(u"scr_sd_scorelimit"_s), u"13"_s);
+        QVERIFY(result.event.contains(u"scr_sd_scorelimit is now \"13\""_s));
+    }
+
+    void aMapIsLoaded()
+    {
+        GameServer game(emptyServer());
+        game.players().put(bob());
+        const CommandResult result = game.execute(u"map MP_Decoy"_s);
+        QVERIFY(result.loads);
+        QCOMPARE(result.event, u"loading map mp_decoy, game type tdm"_s);
+        QCOMPARE(game.dvars().value(u"mapname"_s), u"mp_decoy"_s);
+        QCOMPARE(game.players().at(3)->score, 0);
+        QVERIFY(!game.execute(u"map mp_nowhere"_s).loads);
+        QCOMPARE(game.dvars().value(u"mapname"_s), u"mp_decoy"_s);
+    }
+
+    void aRestartKeepsTheMap()
+    {
+        GameServer game(emptyServer());
+        game.execute(u"set g_gametype ctf"_s);
+        const CommandResult result = game.execute(u"map_restart"_s);
+        QVERIFY(result.loads);
+        QCOMPARE(result.event, u"loading map mp_toujane, game type ctf"_s);
+    }
+
+    void anUnknownGameTypeBecomesDeathmatch()
+    {
+        GameServer game(emptyServer());
+        game.execute(u"set g_gametype hob"_s);
+        QVERIFY(game.execute(u"map_restart"_s)
+                    .reply.contains(u"g_gametype hob is not a valid gametype, defaulting to dm\n"_s));
+        QCOMPARE(game.dvars().value(u"g_gametype"_s), u"dm"_s);
+    }
+
+    void theModKnowsItsGameType()
+    {
+        PracticeOptions options = emptyServer();
+        options.mod = u"hob"_s;
+        GameServer game(options);
+        game.execute(u"set g_gametype hob"_s);
+        QCOMPARE(game.execute(u"map_restart"_s).event, u"loading map mp_toujane, game type hob"_s);
+        QVERIFY(
+            game.execute(u"dvarlist scr_hob_*"_s).reply.startsWith(u"    A   scr_hob_announceSpawnCampers \"1\"\n"_s));
+    }
+
+    void theRotationIsUsedUpAndRefilled()
+    {
+        GameServer game(emptyServer());
+        game.execute(u"sv_maprotation \"gametype hq map mp_decoy gametype dm map mp_breakout\""_s);
+        game.execute(u"sv_maprotationcurrent \"gametype sd map mp_carentan\""_s);
+        const auto rotate = [&game] {
+            const bool loads = game.execute(u"map_rotate"_s).loads;
+            return QStringList{game.dvars().value(u"g_gametype"_s), game.dvars().value(u"mapname"_s),
+                               game.dvars().value(u"sv_mapRotationCurrent"_s), loads ? u"loads"_s : u"stays"_s};
+        };
+        QCOMPARE(rotate(), QStringList({u"sd"_s, u"mp_carentan"_s, QString(), u"loads"_s}));
+        QCOMPARE(rotate(), QStringList({u"hq"_s, u"mp_decoy"_s, u"gametype dm map mp_breakout"_s, u"loads"_s}));
+        QCOMPARE(rotate(), QStringList({u"dm"_s, u"mp_breakout"_s, QString(), u"loads"_s}));
+        QCOMPARE(rotate(), QStringList({u"hq"_s, u"mp_decoy"_s, u"gametype dm map mp_breakout"_s, u"loads"_s}));
+    }
+
+    void anEmptyRotationRestartsTheMap()
+    {
+        GameServer game(emptyServer());
+        game.execute(u"sv_maprotation \"\""_s);
+        game.execute(u"sv_maprotationcurrent \"\""_s);
+        const CommandResult result = game.execute(u"map_rotate"_s);
+        QVERIFY(result.loads);
+        QVERIFY(result.reply.contains(u"No map specified in sv_mapRotation - forcing map_restart.\n"_s));
+        QCOMPARE(game.dvars().value(u"mapname"_s), u"mp_toujane"_s);
+    }
+
+    void aRotationToNowhereStays()
+    {
+        GameServer game(emptyServer());
+        game.execute(u"sv_maprotationcurrent \"map mp_nowhere map mp_decoy\""_s);
+        QVERIFY(!game.execute(u"map_rotate"_s).loads);
+        QCOMPARE(game.dvars().value(u"mapname"_s), u"mp_toujane"_s);
+        QCOMPARE(game.dvars().value(u"sv_mapRotationCurrent"_s), u"map mp_decoy"_s);
+    }
+
+    void thePublicAnswerHasTheLiveValues()
+    {
+        GameServer game(emptyServer());
+        game.players().put(bob());
+        game.execute(u"sv_hostname\"^1My ^7Server\""_s);
+        game.execute(u"set g_gametype sd"_s);
+        game.execute(u"map mp_decoy"_s);
+        const QString text = game.statusResponse();
+        QVERIFY(text.startsWith(u"statusResponse\n\\"_s));
+        for (const auto &pair : {u"\\g_gametype\\sd\\"_s, u"\\gamename\\Call of Duty 2\\"_s, u"\\mapname\\mp_decoy\\"_s,
+                                 u"\\protocol\\118\\"_s, u"\\pswrd\\0\\"_s, u"\\sv_hostname\\^1My ^7Server\\"_s,
+                                 u"\\sv_maxclients\\20\\"_s})
+            QVERIFY2(text.contains(pair), qPrintable(pair));
+        QVERIFY(text.endsWith(u"\n0 50 \"^1Bob\"\n"_s));
+    }
+
+    void moreThanTheStockSlotsAreMadeForManyPlayers()
+    {
+        PracticeOptions options;
+        options.players = 40;
+        GameServer game(options);
+        QCOMPARE(game.dvars().value(u"sv_maxclients"_s), u"40"_s);
+        QCOMPARE(game.players().count(), 40);
+    }
+};
+
+QTEST_GUILESS_MAIN(PracticeGameServerTest)
+#include "tst_practice_game_server.moc"
