@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: MIT
+#include "main_window.h"
+#include "ui_main_window.h"
+
+#include "base/prompts.h"
+#include "messages/message_panel.h"
+#include "messages/messages_page.h"
+#include "output/output.h"
+#include "output/rcon_pane.h"
+#include "players/players_page.h"
+#include "rcon/connect_panel.h"
+#include "rcon/console_panel.h"
+#include "rcon/services.h"
+#include "rcon/session.h"
+#include "rcon/udp_client.h"
+#include "serverconfig/misc_page.h"
+#include "settings/ini_file.h"
+#include "settings/saved_servers.h"
+#include "settings/saved_servers_panel.h"
+#include "web_links.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QScopedValueRollback>
+#include <QTimer>
+#include <QWindow>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The windows that one leaves for the main window; boxes and the progress window are not left, they go away.
+const QStringList otherWindows{u"frmpref"_s, u"frmAbout"_s, u"frmhob"_s};
+
+} // namespace
+
+MainWindow::MainWindow(Services &services_, QWidget *parent)
+    : QMainWindow(parent),
+      services(services_),
+      ui(std::make_unique<Ui::MainWindow>()),
+      connectPanel(new ConnectPanel(services)),
+      consolePanel(new ConsolePanel(services)),
+      messagePanel(new MessagePanel(services)),
+      savedServers(new SavedServersPanel(services.prompts, services.session.servercount)),
+      playersPage(new PlayersPage(services)),
+      messagesPage(new MessagesPage),
+      miscPage(new MiscPage(services))
+{
+    ui->setupUi(this);
+    placePanels();
+    addPages();
+    wireConnection();
+    wireMenus();
+    connect(ui->cmdexit, &QPushButton::clicked, this, &QWidget::close);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &MainWindow::watchActivation);
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::placePanels()
+{
+    ui->rows->insertWidget(0, connectPanel);
+    ui->upperSplitter->addWidget(savedServers);
+    ui->upperSplitter->setStretchFactor(0, 1);
+    ui->responseRows->addWidget(services.output.pane());
+    ui->responseRows->addWidget(consolePanel);
+    ui->lowerSplitter->addWidget(messagePanel);
+    ui->upperSplitter->setSizes({860, 220});
+    ui->lowerSplitter->setSizes({720, 360});
+    ui->splitter->setSizes({360, 320});
+}
+
+void MainWindow::addPages()
+{
+    ui->SSTab->addTab(new QWidget, tr("Server"));
+    ui->SSTab->addTab(new QWidget, tr("COD2 Modes"));
+    ui->SSTab->addTab(new QWidget, tr("Maps"));
+    ui->SSTab->addTab(new QWidget, tr("Weapons"));
+    ui->SSTab->addTab(playersPage, tr("Players"));
+    ui->SSTab->addTab(new QWidget, tr("Mods"));
+    ui->SSTab->addTab(messagesPage, tr("Messages"));
+    ui->SSTab->addTab(miscPage, tr("Misc"));
+    ui->SSTab->addTab(new QWidget, tr("COD2 other"));
+}
+
+void MainWindow::wireConnection()
+{
+    connect(savedServers, &SavedServersPanel::serverchosen, connectPanel, &ConnectPanel::fill);
+    connect(connectPanel, &ConnectPanel::passwordentered, consolePanel, &ConsolePanel::cmdsend_Click);
+    connect(connectPanel, &ConnectPanel::modsitewanted, this, [] { openurl(WebAddress::hobMod); });
+
+    connect(connectPanel, &ConnectPanel::connected, miscPage, &MiscPage::awaitServer);
+    connect(connectPanel, &ConnectPanel::rotationread, miscPage, &MiscPage::showRotation);
+    connect(connectPanel, &ConnectPanel::cfgfilesread, miscPage, &MiscPage::showCfgFiles);
+    connect(connectPanel, &ConnectPanel::settled, playersPage, &PlayersPage::startRefresh);
+
+    connect(connectPanel, &ConnectPanel::disconnected, messagesPage, &MessagesPage::endCycle);
+    connect(connectPanel, &ConnectPanel::disconnected, playersPage, &PlayersPage::endRefresh);
+    connect(connectPanel, &ConnectPanel::disconnected, miscPage, &MiscPage::forgetServer);
+}
+
+void MainWindow::wireMenus()
+{
+    connect(ui->Saveserver, &QAction::triggered, this, [this] {
+        savedServers->Saveserver_Click(connectPanel->server(), connectPanel->port(), connectPanel->password());
+    });
+    connect(ui->removeserver, &QAction::triggered, this,
+            [this] { savedServers->removeserver_Click(connectPanel->server(), connectPanel->port()); });
+
+    const auto onOutput = [this](QAction *action, auto run) {
+        connect(action, &QAction::triggered, this, [this, run] { run(services.output); });
+    };
+    onOutput(ui->savemessages, [this](Output &output) { output.savemessages_Click(services.session.autoaction); });
+    onOutput(ui->clearmessage, [](Output &output) { output.clearmessage_Click(); });
+    onOutput(ui->savercon, [this](Output &output) { output.savercon_Click(services.session.autoaction); });
+    onOutput(ui->clearrcon, [](Output &output) { output.clearrcon_Click(); });
+
+    connect(ui->Exit, &QAction::triggered, this, &QWidget::close);
+    connect(ui->mhelpsite, &QAction::triggered, this, [] { openurl(WebAddress::site); });
+    connect(ui->mhelpforum, &QAction::triggered, this, [] { openurl(WebAddress::forum); });
+}
+
+void MainWindow::Form_Load()
+{
+    Session &session = services.session;
+    session.formloading = true;
+    const IniText ini = services.ini.contents();
+    savedServers->load(readSavedServers(ini));
+    messagePanel->load(ini);
+    session.options = loadPreferences(ini);
+    try {
+        if (session.options.autoconnect)
+            autoConnect();
+    } catch (const Fault &fault) {
+        services.prompts.showFault(fault);
+    }
+    session.formloading = false;
+}
+
+void MainWindow::autoConnect()
+{
+    Session &session = services.session;
+    const Preferences &options = session.options;
+    connectPanel->fill(options.autoconnectserv, options.autoconnectport, options.autoconnectrcon);
+    if (options.autoconnectserv.isEmpty() || options.autoconnectport.isEmpty() || options.autoconnectrcon.isEmpty())
+        return;
+    const QScopedValueRollback collecting(session.rconcollect, true);
+    connectPanel->cmdconnect_Click();
+}
+
+void MainWindow::Form_Activate()
+{
+    connectPanel->focusServer();
+}
+
+void MainWindow::watchActivation(const QWindow *active)
+{
+    if (!active)
+        return;
+    const QWindow *own = windowHandle();
+    if (active == own && std::exchange(otherWindowWasActive, false))
+        Form_Activate();
+    const auto isActive = [&](const QWidget *window) {
+        return window->windowHandle() == active && otherWindows.contains(window->objectName());
+    };
+    if (std::ranges::any_of(QApplication::topLevelWidgets(), isActive))
+        otherWindowWasActive = true;
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (services.session.closing)
+        return;
+    const bool mayClose = !std::exchange(unloading, true) && Form_Unload();
+    unloading = false;
+    event->setAccepted(mayClose);
+    if (!mayClose)
+        return;
+    services.prompts.close();
+    emit closed();
+}
+
+bool MainWindow::Form_Unload()
+{
+    if (messagesPage->hasUnsavedSets()) {
+        const Answer answer = services.prompts.ask(
+            {tr("Unsaved Messages Sets"), tr("Message changes not saved\rClick OK if you wish to go back to save them"),
+             BoxIcon::Exclamation, BoxButtons::OkCancel});
+        if (answer == Answer::Ok)
+            return false;
+    }
+    endRun();
+    return true;
+}
+
+void MainWindow::endRun()
+{
+    services.session.closing = true;
+    for (QTimer *timer : findChildren<QTimer *>())
+        timer->stop();
+    services.udpclient.Close();
+
+    services.output.showprogress(tr("Saving server list to INI"), Progress::Replace);
+    if (writeServerList()) {
+        services.session.autoaction = true;
+        if (services.session.options.savercon)
+            services.output.savercon_Click(services.session.autoaction);
+        if (services.session.options.savemessages)
+            services.output.savemessages_Click(services.session.autoaction);
+    }
+    services.output.showprogress({}, Progress::Replace);
+}
+
+bool MainWindow::writeServerList()
+{
+    const std::optional<Fault> fault = services.ini.write(savedServers->entries());
+    if (!fault)
+        return true;
+    // One replacement of the file writes all keys, so its failure is that of the first.
+    services.prompts.showWriteFailure(tr("server list to INI file (Server)"), *fault);
+    return false;
+}

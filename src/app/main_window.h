@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QMainWindow>
+
+#include <memory>
+
+class ConnectPanel;
+class ConsolePanel;
+class MessagePanel;
+class MessagesPage;
+class MiscPage;
+class PlayersPage;
+class SavedServersPanel;
+struct Services;
+
+namespace Ui {
+class MainWindow;
+}
+
+/// The main window is the program: it puts the panels and pages together, wires their signals, runs the menus, and
+/// its closing ends the run.
+class MainWindow final : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit MainWindow(Services &services, QWidget *parent = nullptr);
+    ~MainWindow() override;
+
+public slots:
+    /// Reads the settings and, if they say so, connects. Yields to the event loop meanwhile.
+    void Form_Load();
+
+signals:
+    /// The window has been closed; the program can end.
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void placePanels();
+    void addPages();
+    void wireConnection();
+    void wireMenus();
+    void autoConnect();
+    void Form_Activate();
+    [[nodiscard]] bool Form_Unload();
+    void endRun();
+    [[nodiscard]] bool writeServerList();
+    void watchActivation(const QWindow *active);
+
+    Services &services;
+    std::unique_ptr<Ui::MainWindow> ui;
+    ConnectPanel *connectPanel;
+    ConsolePanel *consolePanel;
+    MessagePanel *messagePanel;
+    SavedServersPanel *savedServers;
+    PlayersPage *playersPage;
+    MessagesPage *messagesPage;
+    MiscPage *miscPage;
+    bool unloading = false;
+    bool otherWindowWasActive = true; ///< also before the first show
+};

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "message_panel.h"
+#include "ui_message_panel.h"
+
+#include "base/focus.h"
+#include "base/prompts.h"
+#include "chat_prefix.h"
+#include "output/output.h"
+#include "rcon/exchange.h"
+#include "rcon/services.h"
+#include "settings/ini_file.h"
+
+#include <QListWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString section = u"Remoteuser"_s;
+const QString key = u"user"_s;
+constexpr int nameBuffer = 50;
+
+} // namespace
+
+MessagePanel::MessagePanel(Services &services_, QWidget *parent)
+    : QWidget(parent), services(services_), ui(std::make_unique<Ui::MessagePanel>())
+{
+    ui->setupUi(this);
+    ui->rows->insertWidget(1, services.output.list());
+    ui->lblmessages->setBuddy(services.output.list());
+    connect(ui->cmdmessage, &QPushButton::clicked, this, &MessagePanel::cmdmessage_Click);
+    onLostFocus(ui->txtprefix, [this] { txtprefix_LostFocus(); });
+}
+
+MessagePanel::~MessagePanel() = default;
+
+void MessagePanel::load(const IniText &ini)
+{
+    const QString name = ini.value(section, key, nameBuffer);
+    ui->txtprefix->setText(name.isEmpty() ? u"RemoteUser"_s : name);
+}
+
+void MessagePanel::cmdmessage_Click()
+{
+    const QString answer = services.prompts.askText(tr("Type message to send to server"), tr("Server Message"),
+                                                    tr("Welcome to our server, enjoy your stay"));
+    if (answer.isEmpty())
+        return;
+    const QString message = ui->txtprefix->text() + u' ' + answer;
+    services.exchange.sendinfo(u"say "_s + chatPrefix + message);
+    services.output.addmessage(tr("Message to server>> ") + message);
+}
+
+void MessagePanel::txtprefix_LostFocus()
+{
+    if (!ui->txtprefix->isModified())
+        return;
+    ui->txtprefix->setModified(false);
+    if (const std::optional<Fault> fault = services.ini.write({{section, key, ui->txtprefix->text()}}))
+        services.prompts.showWriteFailure(tr("user prefix to INI file"), *fault);
+}

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+#include <memory>
+
+class IniText;
+struct Services;
+
+namespace Ui {
+class MessagePanel;
+}
+
+/// The message list with, below it, the one-off message to everybody on the server and the name that signs it.
+class MessagePanel final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit MessagePanel(Services &services, QWidget *parent = nullptr);
+    ~MessagePanel() override;
+
+    /// Fills the signing name from the settings file.
+    void load(const IniText &ini);
+
+private:
+    void cmdmessage_Click();
+    void txtprefix_LostFocus();
+
+    Services &services;
+    std::unique_ptr<Ui::MessagePanel> ui;
+};

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#include "log_file.h"
+
+#include "base/system_error.h"
+#include "base/wire_text.h"
+
+#include <QFile>
+#include <QLocale>
+
+using namespace Qt::StringLiterals;
+
+QString logDate(QDate date)
+{
+    return QLocale::c().toString(date, u"ddMMyy"_s);
+}
+
+std::optional<Fault> appendToLog(const QString &file, const QString &text)
+{
+    const QByteArray bytes = toAnsi(text);
+    QFile log(file);
+    clearSystemError();
+    if (!log.open(QIODevice::Append | QIODevice::Unbuffered) || log.write(bytes) != bytes.size())
+        return lastSystemError(log.errorString());
+    return {};
+}

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+#include "output.h"
+
+#include "base/clock.h"
+#include "base/focus.h"
+#include "base/prompts.h"
+#include "log_file.h"
+#include "rcon_pane.h"
+
+#include <QListWidget>
+#include <QLocale>
+
+using namespace Qt::StringLiterals;
+
+Output::Output(Prompts &prompts_, const Clock &clock_)
+    : prompts(prompts_), clock(clock_), txtoutput(new RconPane), lstmessages(new QListWidget)
+{
+    txtoutput->setObjectName(u"txtoutput"_s);
+    txtoutput->setAccessibleName(QObject::tr("Responses from server"));
+    lstmessages->setObjectName(u"lstmessages"_s);
+    lstmessages->setAccessibleName(QObject::tr("Messages"));
+    lstmessages->setUniformItemSizes(true);
+}
+
+Output::~Output()
+{
+    // Both are gone already when a window took them over.
+    delete txtoutput;
+    delete lstmessages;
+}
+
+RconPane *Output::pane() const
+{
+    return txtoutput;
+}
+
+QListWidget *Output::list() const
+{
+    return lstmessages;
+}
+
+void Output::addrcon(const QString &text)
+{
+    if (txtoutput)
+        txtoutput->append(text);
+}
+
+void Output::addmessage(const QString &text)
+{
+    if (!lstmessages)
+        return;
+    const QString time = QLocale::system().toString(clock.now().time(), QLocale::ShortFormat);
+    lstmessages->addItem(u"Time: "_s + time + u' ' + text);
+    lstmessages->scrollToBottom();
+}
+
+void Output::showprogress(const QString &text, Progress mode)
+{
+    if (text.isEmpty()) {
+        frmprogress.setNote({});
+        frmprogress.hide();
+        return;
+    }
+    if (programMinimised())
+        return;
+    frmprogress.setNote(mode == Progress::Add ? frmprogress.note() + u"\r\n"_s + text : text);
+    frmprogress.showOver(txtoutput ? txtoutput->window() : nullptr);
+}
+
+void Output::clearrcon_Click()
+{
+    if (prompts.ask({u"Clear"_s, u"Clear the RCON window?"_s, BoxIcon::Question, BoxButtons::YesNo}) != Answer::No)
+        clearrcon();
+}
+
+void Output::clearmessage_Click()
+{
+    if (prompts.ask({u"Clear"_s, u"Clear the message window?"_s, BoxIcon::Question, BoxButtons::YesNo}) != Answer::No)
+        clearmessages();
+}
+
+void Output::clearrcon()
+{
+    txtoutput->clear();
+}
+
+void Output::clearmessages()
+{
+    lstmessages->clear();
+}
+
+void Output::savercon_Click(bool autoaction)
+{
+    saveLog({u"molvark_rcon_"_s, u"Saving RCON output..."_s, u"Rcon log not written"_s,
+             [this] { return txtoutput->text() + u"\r\n"_s; }},
+            autoaction);
+}
+
+void Output::savemessages_Click(bool autoaction)
+{
+    // "molvar", not "molvark": the two logs have always had different stems, and scripts look for them.
+    saveLog({u"molvar_messages_"_s, u"Saving Message output..."_s, u"Message log not written"_s,
+             [this] { return messages(); }},
+            autoaction);
+}
+
+void Output::saveLog(const Log &log, bool autoaction)
+{
+    QString file = log.prefix + logDate(clock.now().date());
+    if (!autoaction)
+        file = prompts.askFileName(u"Save file as..."_s, file, u"log"_s);
+    if (file.isEmpty())
+        return;
+
+    showprogress(log.note, autoaction ? Progress::Add : Progress::Replace);
+    if (autoaction)
+        file += u".log"_s;
+    if (const std::optional<Fault> fault = appendToLog(file, log.text())) {
+        prompts.refuse(u"Error writing file, err %1\r"_s.arg(fault->number()) + log.failure, u"Failed to Save"_s);
+        return;
+    }
+    if (!autoaction)
+        showprogress({}, Progress::Replace);
+}
+
+QString Output::messages() const
+{
+    QString lines;
+    for (int row = 0; row < lstmessages->count(); ++row)
+        lines += lstmessages->item(row)->text() + u"\r\n"_s;
+    return lines;
+}

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "progress_window.h"
+
+#include <QPointer>
+
+#include <functional>
+
+class Clock;
+class Prompts;
+class QListWidget;
+class RconPane;
+
+enum class Progress { Replace, Add };
+
+/// The three places in which the program says what it does: the RCON pane, the message list and the progress window;
+/// and their log files. The main window places the pane and the list, and owns them from then on.
+class Output final {
+public:
+    Output(Prompts &prompts, const Clock &clock);
+    ~Output();
+    Q_DISABLE_COPY_MOVE(Output)
+
+    [[nodiscard]] RconPane *pane() const;
+    [[nodiscard]] QListWidget *list() const;
+
+    /// Appends `text` to the RCON pane; the caller supplies the line ends.
+    void addrcon(const QString &text);
+    /// Adds one line to the message list, with the time of day before it.
+    void addmessage(const QString &text);
+    /// Replaces or extends the note of the progress window and shows it; an empty text closes the window.
+    /// A note that comes while the program is minimised is dropped.
+    void showprogress(const QString &text, Progress mode);
+
+    void clearrcon_Click();
+    void clearmessage_Click();
+    void clearrcon();
+    void clearmessages();
+
+    /// Appends the RCON pane to a log file: of the day when `autoaction`, else of the name that the person chooses.
+    void savercon_Click(bool autoaction);
+    /// Appends the message list to a log file, likewise.
+    void savemessages_Click(bool autoaction);
+
+private:
+    struct Log {
+        QString prefix;
+        QString note;
+        QString failure;
+        std::function<QString()> text;
+    };
+
+    void saveLog(const Log &log, bool autoaction);
+    [[nodiscard]] QString messages() const;
+
+    Prompts &prompts;
+    const Clock &clock;
+    QPointer<RconPane> txtoutput;
+    QPointer<QListWidget> lstmessages;
+    ProgressWindow frmprogress;
+};

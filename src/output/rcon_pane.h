@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPlainTextEdit>
+
+/// The RCON pane: the whole history of server text as plain text, bold yellow on a dark ground, never as markup.
+/// It follows the newest text unless the user has scrolled up.
+class RconPane final : public QPlainTextEdit {
+    Q_OBJECT
+
+public:
+    explicit RconPane(QWidget *parent = nullptr);
+
+    /// Adds `text` at the end as it stands. Costs time in proportion to `text`, not to the history.
+    void append(const QString &text);
+    /// The whole history; its lines end in carriage return and line feed.
+    [[nodiscard]] QString text() const;
+
+private:
+    bool following = true;
+};

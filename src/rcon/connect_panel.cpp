@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: MIT
+#include "connect_panel.h"
+#include "ui_connect_panel.h"
+
+#include "base/focus.h"
+#include "base/numbers.h"
+#include "base/prompts.h"
+#include "base/wire_text.h"
+#include "exchange.h"
+#include "output/output.h"
+#include "server_info.h"
+#include "services.h"
+#include "session.h"
+#include "settings/saved_servers.h"
+#include "udp_client.h"
+
+#include <QScopedValueRollback>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int queryWaits = 5; // seconds for the public status query
+
+void rememberText(ComboBox *box)
+{
+    if (comboRemembers(box->entries(), box->currentText()))
+        box->addItem(box->currentText());
+}
+
+} // namespace
+
+ConnectPanel::ConnectPanel(Services &services_, QWidget *parent)
+    : QWidget(parent), services(services_), ui(std::make_unique<Ui::ConnectPanel>())
+{
+    ui->setupUi(this);
+    services.exchange.setPassword([this] { return password(); });
+    connect(ui->cmdconnect, &QPushButton::clicked, this, &ConnectPanel::cmdconnect_Click);
+    connect(ui->txtPWD, &QLineEdit::returnPressed, this, &ConnectPanel::passwordentered);
+    connect(ui->Label3, &ClickLabel::clicked, this, &ConnectPanel::modsitewanted);
+    onLostFocus(ui->comserver, [this] { rememberText(ui->comserver); });
+    onLostFocus(ui->comport, [this] { rememberText(ui->comport); });
+}
+
+ConnectPanel::~ConnectPanel() = default;
+
+QString ConnectPanel::server() const
+{
+    return ui->comserver->currentText();
+}
+
+QString ConnectPanel::port() const
+{
+    return ui->comport->currentText();
+}
+
+QString ConnectPanel::password() const
+{
+    return ui->txtPWD->text();
+}
+
+void ConnectPanel::fill(const QString &server, const QString &port, const QString &password)
+{
+    ui->comserver->setEditText(server);
+    ui->comport->setEditText(port);
+    ui->txtPWD->setText(password);
+}
+
+void ConnectPanel::focusServer()
+{
+    ui->comserver->setFocus();
+}
+
+void ConnectPanel::cmdconnect_Click()
+{
+    if (services.session.connected) {
+        disconnectFromServer();
+    } else if (!connecting) { // a second click while the password is being proved is not a second connection
+        const QScopedValueRollback trying(connecting, true);
+        connectToServer();
+    }
+}
+
+void ConnectPanel::disconnectFromServer()
+{
+    services.udpclient.Close();
+    showConnected(false);
+    emit disconnected();
+}
+
+void ConnectPanel::connectToServer()
+{
+    services.output.showprogress({}, Progress::Replace);
+    if (!services.session.formloading)
+        clearOutput();
+    trimFields();
+    if (server().isEmpty() || port().isEmpty() || password().isEmpty()) {
+        services.prompts.refuse(tr("Please provide all fields, Server, Port and password"), tr("Error..."));
+        return;
+    }
+
+    services.udpclient.setRemoteHost(server());
+    services.udpclient.setRemotePort(toInteger32(port()));
+    services.udpclient.Bind();
+    if (!passwordAccepted()) {
+        services.udpclient.Close();
+        services.output.showprogress({}, Progress::Replace);
+        return;
+    }
+    enterSession();
+    askServer();
+    if (!services.session.formloading)
+        services.output.showprogress({}, Progress::Replace);
+    services.session.rconcollect = false;
+}
+
+void ConnectPanel::clearOutput()
+{
+    Session &session = services.session;
+    const auto saved = [&](auto save) {
+        const QScopedValueRollback automatic(session.autoaction, true);
+        (services.output.*save)(session.autoaction);
+    };
+    if (session.options.clearrconnew) {
+        if (session.options.savercon)
+            saved(&Output::savercon_Click);
+        services.output.clearrcon();
+    }
+    if (session.options.clearmessnew) {
+        if (session.options.savemessages)
+            saved(&Output::savemessages_Click);
+        services.output.clearmessages();
+    }
+}
+
+void ConnectPanel::trimFields()
+{
+    fill(trimBlanks(server()), trimBlanks(port()), trimBlanks(password()));
+}
+
+bool ConnectPanel::passwordAccepted()
+{
+    services.exchange.sendinfo(u"status"_s, true);
+    services.exchange.waitseconds(1);
+    if (services.session.closing || services.session.rconnoroute != 0)
+        return false;
+    if (refusesPassword(services.session.rconreply)) {
+        services.prompts.refuse(tr("Invalid Rcon password, no connection established"), tr("No connection"));
+        return false;
+    }
+    return true;
+}
+
+void ConnectPanel::enterSession()
+{
+    showConnected(true);
+    services.output.addmessage(tr("Connected to server ") + server() + u':' + port());
+    emit connected();
+}
+
+// Each step may find that the person has disconnected meanwhile; then the rest is left out.
+void ConnectPanel::askServer()
+{
+    showStep(tr("Asking server for status"), Progress::Replace);
+    if (!askGame())
+        return;
+    showStep(tr("Asking server for Map rotation"), Progress::Add);
+    askRotation();
+    if (!inSession())
+        return;
+    showStep(tr("Asking server for cfg files"), Progress::Add);
+    askCfgFiles();
+    if (inSession())
+        emit settled();
+}
+
+bool ConnectPanel::askGame()
+{
+    Session &session = services.session;
+    session.rconcollect = true;
+    session.rconarrived = false;
+    services.exchange.sendquery(u"getstatus"_s);
+    for (int waits = 0; !session.rconarrived && waits < queryWaits && inSession(); ++waits) {
+        services.exchange.waitseconds(1);
+        services.exchange.yield();
+    }
+    if (!session.rconarrived || !inSession())
+        return false;
+    services.output.addrcon(
+        u"Server running game mode [%1] on map [%2]"_s.arg(gameType(session.rconreply), mapName(session.rconreply)));
+    return true;
+}
+
+void ConnectPanel::askRotation()
+{
+    services.exchange.sendinfo(u"dvarlist sv_maprotation"_s, true);
+    services.exchange.waitseconds(1);
+    if (services.session.rconarrived && inSession())
+        emit rotationread();
+}
+
+void ConnectPanel::askCfgFiles()
+{
+    services.exchange.sendinfo(u"fdir *.cfg"_s, true);
+    services.exchange.waitseconds(1);
+    if (services.session.rconarrived && inSession())
+        emit cfgfilesread();
+}
+
+bool ConnectPanel::inSession() const
+{
+    return services.session.connected && !services.session.closing;
+}
+
+void ConnectPanel::showConnected(bool on)
+{
+    services.session.connected = on;
+    ui->cmdconnect->tag = on ? u"YES"_s : u"NO"_s;
+    ui->cmdconnect->setText(on ? tr("Disconnect") : tr("Connect"));
+    ui->comserver->setLocked(on);
+    ui->comport->setLocked(on);
+    ui->txtPWD->setReadOnly(on);
+}
+
+void ConnectPanel::showStep(const QString &text, Progress mode)
+{
+    if (!services.session.formloading)
+        services.output.showprogress(text, mode);
+}

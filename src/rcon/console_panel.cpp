@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "console_panel.h"
+#include "ui_console_panel.h"
+
+#include "console_history.h"
+#include "exchange.h"
+#include "output/output.h"
+#include "services.h"
+#include "session.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// In these boxes Return and the button's key mean "on to the next field", never "send the console line".
+const QStringList tabbedBoxes{u"txtmess"_s, u"commessset"_s, u"txtPWD"_s};
+
+void pressTab(QWidget *receiver)
+{
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier, u"\t"_s);
+    QKeyEvent release(QEvent::KeyRelease, Qt::Key_Tab, Qt::NoModifier, u"\t"_s);
+    QApplication::sendEvent(receiver, &press);
+    QApplication::sendEvent(receiver, &release);
+}
+
+} // namespace
+
+ConsolePanel::ConsolePanel(Services &services_, QWidget *parent)
+    : QWidget(parent), services(services_), ui(std::make_unique<Ui::ConsolePanel>())
+{
+    ui->setupUi(this);
+    connect(ui->cmdsend, &QPushButton::clicked, this, &ConsolePanel::cmdsend_Click);
+    connect(ui->cmdstatus, &QPushButton::clicked, this, &ConsolePanel::cmdstatus_Click);
+    connect(ui->cmsserverinfo, &QPushButton::clicked, this, &ConsolePanel::cmsserverinfo_Click);
+    connect(ui->comdirect->lineEdit(), &QLineEdit::returnPressed, this, &ConsolePanel::cmdsend_Click);
+}
+
+ConsolePanel::~ConsolePanel() = default;
+
+void ConsolePanel::cmdsend_Click()
+{
+    QWidget *focused = QApplication::focusWidget();
+    if (focused && tabbedBoxes.contains(focused->objectName())) {
+        pressTab(focused);
+        return;
+    }
+
+    const QString command = ui->comdirect->currentText();
+    if (command.isEmpty())
+        return;
+    if (historyTakes(ui->comdirect->entries(), command))
+        ui->comdirect->addItem(command);
+    services.session.rconnowait = true;
+    services.exchange.sendinfo(command, true);
+    services.output.addmessage(command);
+    ui->comdirect->lineEdit()->selectAll();
+    ui->comdirect->setFocus();
+}
+
+void ConsolePanel::cmdstatus_Click()
+{
+    services.exchange.sendinfo(u"Status"_s, true);
+    services.output.addmessage(tr("Server Status requested"));
+}
+
+void ConsolePanel::cmsserverinfo_Click()
+{
+    services.exchange.sendinfo(u"serverinfo"_s, true);
+    services.output.addmessage(tr("Server Info requested"));
+}

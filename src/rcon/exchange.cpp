@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+#include "exchange.h"
+
+#include "base/clock.h"
+#include "base/fault.h"
+#include "base/focus.h"
+#include "base/numbers.h"
+#include "base/prompts.h"
+#include "base/wire_text.h"
+#include "output/output.h"
+#include "session.h"
+#include "udp_client.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int copies = 5;
+constexpr int slotsPerCopy = 3;
+constexpr QChar commandMark(0x18); // frames the command in its echo line
+
+} // namespace
+
+Exchange::Exchange(Session &session_, UDPClient &udpclient_, Output &output_, Prompts &prompts_, const Clock &clock_)
+    : session(session_), udpclient(udpclient_), output(output_), prompts(prompts_), clock(clock_)
+{
+    connect(&udpclient, &UDPClient::DataArrival, this, &Exchange::UDPClient_DataArrival);
+}
+
+void Exchange::sendinfo(const QString &comm, bool quietmode)
+{
+    session.rconarrived = false;
+    session.rconreply.clear();
+    session.rconnoroute = 0;
+
+    for (int copy = 1; copy <= copies && !session.rconarrived; ++copy) {
+        if (!send(comm))
+            return;
+        yield();
+        if (session.rconnowait) {
+            session.rconnowait = false;
+            return;
+        }
+        waitForReply();
+        if (session.closing)
+            return;
+    }
+
+    if (!session.rconarrived) {
+        if (!programMinimised())
+            prompts.refuse(u"No response from server in 15 seconds\nCould be server loading map! or \n"
+                           "Fragmented UDP packets which routers do not pass onTry again..."_s,
+                           u"No response"_s);
+        return;
+    }
+    if (!quietmode) {
+        const QString time = QLocale::system().toString(clock.now().time(), QLocale::ShortFormat);
+        output.addrcon(u">>RCON sent ["_s + time + u"] "_s + commandMark + comm + commandMark + u"\r\n"_s);
+    }
+}
+
+bool Exchange::send(const QString &comm)
+{
+    if (session.closing)
+        return false;
+    session.rconnotconnected = udpclient.State() == UDPClient::Closed;
+    if (session.rconnotconnected) {
+        prompts.refuse(u"Please connect to a server first!"_s, u"Not connected"_s);
+        return false;
+    }
+    try {
+        udpclient.SendData(session.rconheader + u"rcon "_s + password() + u' ' + comm);
+    } catch (const Fault &fault) {
+        if (fault.number() == Fault::NoRoute) {
+            session.rconnoroute = -1;
+            prompts.refuse(u"No route to server, are you sure your connected to the Internet!"_s, u"No Route"_s);
+        }
+        return false;
+    }
+    return true;
+}
+
+void Exchange::waitForReply()
+{
+    for (int slot = 0; slot < slotsPerCopy && !session.rconarrived && !session.closing; ++slot)
+        waitseconds(1);
+}
+
+void Exchange::sendquery(const QString &query)
+{
+    try {
+        udpclient.SendData(session.rconheader + query);
+    } catch (const Fault &) {
+        return; // nothing will arrive, and that is what the caller waits for
+    }
+    yield();
+}
+
+void Exchange::waitseconds(qint16 seconds)
+{
+    // The time of day falls back to zero at midnight and the target does not, so a wait across midnight goes on.
+    const auto start = static_cast<qint32>(roundHalfToEven(clock.secondsSinceMidnight()));
+    while (!session.closing && clock.secondsSinceMidnight() < start + seconds)
+        yield();
+}
+
+void Exchange::yield()
+{
+    QCoreApplication::processEvents();
+}
+
+void Exchange::UDPClient_DataArrival()
+{
+    QString text = receive();
+    text.remove(session.rconheader + u"print\n"_s);
+    if (session.rconcollect) {
+        session.rconreply += squeezeBlanks(text);
+    } else {
+        text.replace(u'\n', u"\r\n"_s);
+        session.rconreply += text;
+        output.addrcon(text);
+    }
+
+    // A datagram that comes during this yield does not yield once more: a flood would pile up handlers without end.
+    if (!yieldingInArrival) {
+        yieldingInArrival = true;
+        yield();
+        yieldingInArrival = false;
+    }
+    session.rconarrived = true;
+}
+
+QString Exchange::receive()
+{
+    QString text;
+    try {
+        udpclient.GetData(text);
+    } catch (const Fault &fault) {
+        if (fault.number() == Fault::DatagramTooLarge)
+            tellTruncated();
+    }
+    return text;
+}
+
+void Exchange::tellTruncated()
+{
+    // More such datagrams may come while the box is open; one box tells of them all.
+    if (std::exchange(tellingTruncated, true))
+        return;
+    prompts.inform(u"Data returned is to large for buffers\rTruncated after 8192 bytes\rI bet you did dvarlist ;)"_s,
+                   u"Truncated data"_s);
+    tellingTruncated = false;
+}

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+
+#include <functional>
+
+class Clock;
+class Output;
+class Prompts;
+class UDPClient;
+struct Session;
+
+/// The one road to the server: sends console commands, waits for their replies and gathers what arrives.
+/// The waits yield to the event loop, so any other handler may run inside them.
+class Exchange final : public QObject {
+    Q_OBJECT
+
+public:
+    Exchange(Session &session, UDPClient &udpclient, Output &output, Prompts &prompts, const Clock &clock);
+
+    /// Where the password is read at every send.
+    void setPassword(const std::function<QString()> &reader) { password = reader; }
+
+    /// Sends one console command, up to five times at three seconds' distance, until a reply datagram has come; its
+    /// text is then in the session's `rconreply`. Shows a box when the link is closed, has no route or stays silent.
+    /// `quietmode` leaves out the echo of the command in the RCON pane.
+    void sendinfo(const QString &comm, bool quietmode = false);
+    /// Sends `query` without the word rcon and the password, once, and yields once. Errors are ignored.
+    void sendquery(const QString &query);
+    /// Waits that many seconds by the time of day, from half a second less to half a second more, or until the main
+    /// window closes.
+    void waitseconds(qint16 seconds);
+    /// Lets the event loop run once.
+    void yield();
+
+private:
+    void UDPClient_DataArrival();
+    [[nodiscard]] bool send(const QString &comm);
+    void waitForReply();
+    [[nodiscard]] QString receive();
+    void tellTruncated();
+
+    Session &session;
+    UDPClient &udpclient;
+    Output &output;
+    Prompts &prompts;
+    const Clock &clock;
+    std::function<QString()> password;
+    bool yieldingInArrival = false;
+    bool tellingTruncated = false;
+};

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/wire_text.h"
+#include "settings/preferences.h"
+
+#include <QString>
+
+/// The values that live for the whole run and that more than one room uses.
+struct Session {
+    /// Four characters of code 255: before every datagram sent, and at the head of every reply.
+    QString rconheader = fromAnsi(QByteArray(4, '\xFF'));
+    /// All reply text since the last send; grows also after the send has returned.
+    QString rconreply;
+    bool rconarrived = false;      ///< a datagram came since the last send
+    bool rconcollect = false;      ///< replies are gathered silently, with blanks squeezed
+    bool rconnowait = false;       ///< the next send does not wait
+    bool rconnotconnected = false; ///< the last send was refused: the socket was not open
+    qint32 rconnoroute = 0;        ///< -1 when the last send failed for lack of a route, else 0
+    bool rconbusy = false;         ///< a settings page is read or written; the two timers skip their tick
+
+    bool connected = false;   ///< shown by the connect button: "YES" or "NO" in its `Tag`
+    bool formloading = false; ///< start-up is running
+    bool autoaction = false;  ///< an action runs on the program's own initiative
+    bool closing = false;     ///< the main window is closing: every wait ends, nothing more is sent
+
+    qint32 servercount = 0; ///< saved servers found at start-up, plus those saved since
+    Preferences options;
+};

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QHostAddress>
+#include <QObject>
+#include <QPointer>
+
+#include <memory>
+
+class QEventLoop;
+class QUdpSocket;
+
+/// One UDP socket with a fixed far end. It is never connected in the system's sense, so that a closed port over there
+/// is plain silence. Only datagrams from the far end's address and port are let in.
+class UDPClient : public QObject {
+    Q_OBJECT
+
+public:
+    enum SocketState { Closed = 0, Open = 1, Connected = 7 };
+
+    /// The part of a datagram that GetData can take, in bytes; what is beyond it is lost.
+    static constexpr qint64 bufferSize = 8192;
+
+    explicit UDPClient(QObject *parent = nullptr);
+    ~UDPClient() override;
+
+    [[nodiscard]] SocketState State() const;
+    void setRemoteHost(const QString &host) { remoteHost = host; }
+    void setRemotePort(qint32 port) { remotePort = port; }
+
+    /// Finds the remote host's address and opens the socket on any local port; yields to the event loop while a name
+    /// is looked up. Throws HostNotFound, AddressNotAvailable (the port is not 1 to 65535) or the system's error.
+    void Bind();
+    /// Sends one datagram. Throws NotConnected, NoRoute, DatagramTooLarge or the system's socket error.
+    virtual void SendData(const QString &text);
+    /// Takes the datagram that DataArrival announced. Throws DatagramTooLarge after `text` has got its first part.
+    void GetData(QString &text);
+    /// Closes the socket; a look-up that is going on ends without an address.
+    void Close();
+
+signals:
+    /// One datagram has come; delivered from the event loop, never from inside SendData.
+    void DataArrival();
+
+private:
+    [[nodiscard]] QHostAddress lookUp();
+    void readDatagrams();
+
+    QString remoteHost;
+    qint32 remotePort = 0;
+    QHostAddress remoteAddress;
+    std::unique_ptr<QUdpSocket> socket;
+    QByteArray arrived;
+    QPointer<QEventLoop> lookUpWait;
+};

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include "file_listing.h"
+
+namespace {
+
+constexpr QStringView extension = u".cfg";
+
+} // namespace
+
+QStringList cfgFiles(QStringView listing)
+{
+    QStringList names;
+    qsizetype line = listing.startsWith(u'/') ? 0 : listing.indexOf(u'\n') + 1;
+    while (true) {
+        const qsizetype dot = listing.indexOf(extension, line, Qt::CaseInsensitive);
+        if (dot < 0)
+            break;
+        if (listing.at(line) == u'/')
+            names.append(listing.sliced(line + 1, dot + extension.size() - line - 1).toString());
+        const qsizetype end = listing.indexOf(u'\n', dot);
+        if (end < 0)
+            break;
+        line = end + 1;
+    }
+    return names;
+}

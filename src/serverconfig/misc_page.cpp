@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "misc_page.h"
+#include "ui_misc_page.h"
+
+#include "base/fault.h"
+#include "base/prompts.h"
+#include "dvar_reply.h"
+#include "file_listing.h"
+#include "output/output.h"
+#include "rcon/exchange.h"
+#include "rcon/services.h"
+#include "rcon/session.h"
+
+using namespace Qt::StringLiterals;
+
+MiscPage::MiscPage(Services &services_, QWidget *parent)
+    : QWidget(parent), services(services_), ui(std::make_unique<Ui::MiscPage>())
+{
+    ui->setupUi(this);
+    txtcurmaprot = {ui->txtcurmaprot_0, ui->txtcurmaprot_1};
+    cmdsmrpaste = {ui->cmdsmrpaste_0, ui->cmdsmrpaste_1};
+    ui->txtsmrnotes->hide();
+    connect(ui->cmdsmrpaste_0, &QPushButton::clicked, this, [this] { cmdsmrpaste_Click(0); });
+    connect(ui->cmdsmrpaste_1, &QPushButton::clicked, this, [this] { cmdsmrpaste_Click(1); });
+    connect(ui->cmdsetservedit, &QPushButton::clicked, this, &MiscPage::cmdsetservedit_Click);
+    connect(ui->lblsmrnotes, &ClickLabel::clicked, this, &MiscPage::lblsmrnotes_Click);
+    connect(ui->cmdcfgexec, &QPushButton::clicked, this, &MiscPage::cmdcfgexec_Click);
+}
+
+MiscPage::~MiscPage() = default;
+
+void MiscPage::awaitServer()
+{
+    setRotation(tr("Server did not give rotation."), false);
+    ui->lstcfgs->clear();
+    ui->lstcfgs->addItem(tr("No CFGs on server"));
+    ui->cmdcfgexec->setEnabled(false);
+}
+
+void MiscPage::showRotation()
+{
+    try {
+        setRotation(getdvar(services.session.rconreply, u"sv_maprotation"), true);
+    } catch (const Fault &) {
+        return; // a value that was cut off is no rotation: what stands there already says so
+    }
+}
+
+void MiscPage::showCfgFiles()
+{
+    const QString &listing = services.session.rconreply;
+    if (!listing.contains(u'\n'))
+        services.output.addmessage(tr("Server has no CFG files - Disabling fields..."));
+    ui->lstcfgs->clear();
+    ui->lstcfgs->addItems(cfgFiles(listing)); // the first becomes the selected one
+    // Enabled also when there is none, whatever the message says.
+    ui->cmdcfgexec->setEnabled(true);
+}
+
+void MiscPage::forgetServer()
+{
+    txtcurmaprot[0]->clear();
+    ui->lstcfgs->clear();
+    ui->cmdcfgexec->setEnabled(false);
+}
+
+void MiscPage::cmdsmrpaste_Click(int index)
+{
+    txtcurmaprot[1]->setPlainText(index == 0 ? txtcurmaprot[0]->toPlainText() : QString());
+}
+
+void MiscPage::cmdsetservedit_Click()
+{
+    const QString rotation = txtcurmaprot[1]->toPlainText();
+    if (rotation.isEmpty())
+        return;
+    services.exchange.sendinfo(u"sv_maprotationcurrent \""_s + rotation + u'"');
+    services.output.addmessage(tr("Set Map rotation to Custom choice."));
+}
+
+void MiscPage::lblsmrnotes_Click()
+{
+    const bool show = ui->txtsmrnotes->isHidden();
+    ui->txtsmrnotes->setVisible(show);
+    ui->lblsmrnotes->setText(show ? tr("Click to remove") : tr("Click for Notes"));
+    ui->lstcfgs->setHidden(show);
+    ui->cmdcfgexec->setHidden(show);
+}
+
+void MiscPage::cmdcfgexec_Click()
+{
+    const Answer answer = services.prompts.ask({tr("Exec CFG"),
+                                                tr("Are you sure you want to Exec the selected CFG file\r"
+                                                   "Executing CFGs is at your own risk!\r"
+                                                   "\r"
+                                                   "Please ensure you know what the file performs"),
+                                                BoxIcon::Question, BoxButtons::OkCancel});
+    if (answer == Answer::Cancel)
+        return;
+
+    const QString shown = ui->lstcfgs->currentText();
+    const QString file = shown.endsWith(u".cfg", Qt::CaseInsensitive) ? shown : shown + u".cfg"_s;
+    services.exchange.sendinfo(u"exec "_s + file, true);
+    services.exchange.waitseconds(1);
+    services.output.addmessage(tr("Performed EXEC of ") + shown);
+}
+
+void MiscPage::setRotation(const QString &text, bool told)
+{
+    QFont font = txtcurmaprot[0]->font();
+    font.setBold(!told);
+    txtcurmaprot[0]->setFont(font);
+    txtcurmaprot[0]->setPlainText(text);
+    for (QPushButton *button : cmdsmrpaste)
+        button->setEnabled(told);
+}

@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Rules of the house that a compiler does not check. Usage: check_sources.sh SOURCE_DIRECTORY
+set -u
+cd "$1" || exit 2
+status=0
+
+# none WHAT PATTERN PLACE...: complains about every line in PLACE that matches PATTERN.
+none() {
+    local what=$1 pattern=$2 found
+    shift 2
+    if found=$(grep -rnE --include='*.cpp' --include='*.h' "$pattern" "$@"); then
+        printf '%s:\n%s\n' "$what" "$found"
+        status=1
+    fi
+}
+
+none "A fixed sleep in a test" 'qWait\(|qSleep|sleep_for|QThread::(m|u)?sleep' tests
+none "Only src/base may ask which system it runs on" 'Q_OS_|_WIN32|__linux__' \
+    src/settings src/output src/rcon src/serverconfig src/players src/messages src/app
+none "Only the UDP client includes sockets" '#include <(QUdpSocket|QAbstractSocket|QNetworkDatagram)>' \
+    src/base src/settings src/output src/serverconfig src/players src/messages src/app
+none "No module prefix in an include" '#include <Qt(Core|Gui|Widgets|Network)/' src practice demo
+
+# Includes run downwards only: each room with what it must not reach.
+none "base reaches up" '#include "(settings|output|rcon|serverconfig|players|messages|app)/' src/base
+none "settings or output reaches up" '#include "(rcon|serverconfig|players|messages|app)/' src/settings src/output
+none "settings and output are apart" '#include "output/' src/settings
+none "output and settings are apart" '#include "settings/' src/output
+none "rcon reaches up" '#include "(serverconfig|players|messages|app)/' src/rcon
+none "serverconfig reaches up" '#include "(players|messages|app)/' src/serverconfig
+none "players or messages reaches up" '#include "app/' src/players src/messages
+
+for file in $(find src practice demo tests -name '*.cpp' -o -name '*.h'); do
+    [ "$(head -n 1 "$file")" = '// SPDX-License-Identifier: MIT' ] || { echo "No licence line: $file"; status=1; }
+done
+exit $status
