@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "app/composition.h"
+#include "base/application.h"
+#include "base/clock.h"
+#include "base/dialog_prompts.h"
+#include "tour.h"
+
+#include <QDir>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+// molvark-tour FOLDER: the program as it starts in the current folder, but walking through itself and then ending.
+// Exit status 0 when every step of the walk succeeded.
+int main(int argc, char *argv[])
+{
+    Application application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    const QString folder = QApplication::arguments().value(1, u"."_s);
+
+    DialogPrompts prompts;
+    application.setPrompts(&prompts);
+    const Clock clock;
+    Composition program(prompts, clock, QDir::toNativeSeparators(QDir::currentPath() + u"/molvark.ini"_s));
+    program.window.show();
+
+    bool succeeded = false;
+    QTimer::singleShot(0, &program.window, [&] {
+        program.window.Form_Load();
+        succeeded = Tour(program.window, folder).walk();
+        program.window.close();
+        QApplication::quit();
+    });
+    QApplication::exec();
+    return succeeded ? EXIT_SUCCESS : EXIT_FAILURE;
+}

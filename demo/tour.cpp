@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "tour.h"
+
+#include "app/main_window.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTextStream>
+
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int patience = 30'000; // milliseconds that any one step may take
+
+bool waitFor(const std::function<bool()> &condition)
+{
+    const QDeadlineTimer deadline(patience);
+    while (!condition() && !deadline.hasExpired())
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+    return condition();
+}
+
+bool failed(const QString &step)
+{
+    QTextStream(stderr) << "The walk failed: " << step << Qt::endl;
+    return false;
+}
+
+} // namespace
+
+bool Tour::walk()
+{
+    if (!waitUntilConnected() || !askServer() || !visitTabs())
+        return false;
+    printWhatIsShown();
+    return true;
+}
+
+bool Tour::waitUntilConnected()
+{
+    const auto *button = window.findChild<QPushButton *>(u"cmdconnect"_s);
+    const auto *files = window.findChild<QComboBox *>(u"lstcfgs"_s);
+    // The list of CFG files is the last thing that connecting asks for.
+    const bool connected = waitFor([&] { return button->property("Tag").toString() == u"YES" && files->count() > 1; });
+    return connected || failed(u"the program did not connect"_s);
+}
+
+bool Tour::askServer()
+{
+    window.findChild<QPushButton *>(u"cmdstatus"_s)->click();
+    window.findChild<QComboBox *>(u"comdirect"_s)->setEditText(u"sv_hostname"_s);
+    window.findChild<QPushButton *>(u"cmdsend"_s)->click();
+    const auto *pane = window.findChild<QPlainTextEdit *>(u"txtoutput"_s);
+    const bool answered = waitFor([&] {
+        const QString text = pane->toPlainText();
+        return text.contains(u"num score ping guid") && text.contains(u"\"sv_hostname\" is:");
+    });
+    return answered || failed(u"the console commands got no answer"_s);
+}
+
+bool Tour::visitTabs()
+{
+    auto *tabs = window.findChild<QTabWidget *>(u"SSTab"_s);
+    for (int tab = 0; tab < tabs->count(); ++tab) {
+        tabs->setCurrentIndex(tab);
+        const QString caption = tabs->tabText(tab).toLower().replace(u' ', u'-');
+        if (!takePicture(u"%1-%2.png"_s.arg(tab).arg(caption)))
+            return false;
+    }
+    return true;
+}
+
+bool Tour::takePicture(const QString &name)
+{
+    if (QWidget *box = QApplication::activeModalWidget())
+        return failed(u"a box came up: "_s + box->windowTitle());
+    QApplication::processEvents();
+    const QString file = QDir(folder).filePath(name);
+    return window.grab().save(file) || failed(u"no picture could be written to "_s + file);
+}
+
+void Tour::printWhatIsShown() const
+{
+    QTextStream out(stdout);
+    out << "Pictures of every tab: " << QDir(folder).absolutePath() << "\n\nThe RCON pane shows:\n"
+        << window.findChild<QPlainTextEdit *>(u"txtoutput"_s)->toPlainText() << "\n\nThe message list shows:\n";
+    const auto *messages = window.findChild<QListWidget *>(u"lstmessages"_s);
+    for (int row = 0; row < messages->count(); ++row)
+        out << messages->item(row)->text() << '\n';
+    out.flush();
+}

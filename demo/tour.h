@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+class MainWindow;
+
+/// A walk through the main window as a person would take it, with one picture per tab.
+class Tour final {
+public:
+    /// The pictures go into `folder`, which must be there.
+    Tour(MainWindow &window_, const QString &folder_) : window(window_), folder(folder_) {}
+
+    /// Takes the walk and prints what there is to see. False, with a line on standard error, at the first step that
+    /// fails.
+    [[nodiscard]] bool walk();
+
+private:
+    [[nodiscard]] bool waitUntilConnected();
+    [[nodiscard]] bool askServer();
+    [[nodiscard]] bool visitTabs();
+    [[nodiscard]] bool takePicture(const QString &name);
+    void printWhatIsShown() const;
+
+    MainWindow &window;
+    QString folder;
+};
