@@ -23,16 +23,16 @@ void Bans::add(const QString &guid, const QString &address)
 
 void Bans::addUntil(const QString &guid, const QString &address, qint64 second)
 {
-    qint64 &end = m_ends[key(guid, address)];
+    qint64 &end = ends[key(guid, address)];
     end = qMax(end, second);
 }
 
 bool Bans::holds(const QString &guid, const QString &address, qint64 now) const
 {
-    return m_ends.value(key(guid, address), now) > now;
+    return ends.value(key(guid, address), now) > now;
 }
 
 void Bans::expire(qint64 now)
 {
-    m_ends.removeIf([now](const auto &ban) { return ban.value() <= now; });
+    ends.removeIf([now](const auto &ban) { return ban.value() <= now; });
 }

@@ -13,8 +13,8 @@ public:
     [[nodiscard]] bool holds(const QString &guid, const QString &address, qint64 now) const;
     /// Drops the temporary bans that have run out.
     void expire(qint64 now);
-    [[nodiscard]] qsizetype count() const { return m_ends.size(); }
+    [[nodiscard]] qsizetype count() const { return ends.size(); }
 
 private:
-    QHash<QString, qint64> m_ends; ///< the second in which it ends
+    QHash<QString, qint64> ends; ///< the second in which it ends
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "dvar_table.h"
 
+#include "practice_options.h"
+
 #include <QStringList>
 #include <QStringView>
 
@@ -8,7 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// One variable a line: flags, name, lowest..highest ("-" for any text), and the rest of the line is its value.
+// One variable a line: flags, name, lowest..highest ("-" for any text), and the rest of the line is its value. "%1"
+// stands for the slots of the largest server.
 const QString gameTable = uR"(A ai_showNodes 0..1 0
 C aim_accel_turnrate_enabled 0..1 1
 C aim_automelee_range - 128
@@ -344,7 +347,7 @@ R sv_keywords -
 A sv_kickBanTime 0..3600 300
 A sv_mapRotation -
 A sv_mapRotationCurrent -
-SAL sv_maxclients 1..64 20
+SAL sv_maxclients 1..%1 20
 SA sv_maxPing 0..999 0
 SA sv_maxRate 0..25000 0
 SA sv_minPing 0..999 0
@@ -386,7 +389,7 @@ A ui_friendlyfire 0..3 0
 A ui_hq_scorelimit - 450
 A ui_hq_timelimit - 30
 A ui_killcam 0..1 1
-A ui_maxclients 1..64 32
+A ui_maxclients 1..%1 32
 A ui_netGametypeName - dm
 A ui_sd_roundlimit - 0
 A ui_sd_scorelimit - 10
@@ -447,7 +450,7 @@ QList<Dvar> readTable(const QString &table)
 
 QList<Dvar> gameDvars()
 {
-    return readTable(gameTable);
+    return readTable(gameTable.arg(PracticeOptions::playerLimits.highest));
 }
 
 QList<Dvar> hobDvars()

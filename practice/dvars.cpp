@@ -4,6 +4,8 @@
 #include "dvar_table.h"
 #include "wildcard.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -34,6 +36,25 @@ bool takes(const Dvar &dvar, const QString &value)
     return isNumber && number >= dvar.range->lowest && number <= dvar.range->highest;
 }
 
+QString complaintAboutNew(const QString &name, qsizetype count)
+{
+    constexpr qsizetype mostDvars = 4096;
+    if (count < mostDvars)
+        return {};
+    return u"Can't create dvar '%1': %2 dvars already exist\n"_s.arg(name, QString::number(mostDvars));
+}
+
+QString complaintAbout(const Dvar &dvar, const QString &value)
+{
+    if (dvar.flags.contains(u'R'))
+        return dvar.name + u" is read only.\n"_s;
+    if (dvar.flags.contains(u'I'))
+        return dvar.name + u" is write protected.\n"_s;
+    if (!takes(dvar, value))
+        return u"'%1' is not a valid value for dvar '%2'\n"_s.arg(value, dvar.name) + domainLine(dvar);
+    return {};
+}
+
 } // namespace
 
 Dvars Dvars::stock(bool hob)
@@ -50,8 +71,8 @@ Dvars Dvars::stock(bool hob)
 
 const Dvar *Dvars::find(const QString &name) const
 {
-    const auto found = m_dvars.constFind(name.toLower());
-    return found == m_dvars.constEnd() ? nullptr : &*found;
+    const auto found = byName.constFind(name.toLower());
+    return found == byName.constEnd() ? nullptr : &*found;
 }
 
 QString Dvars::value(const QString &name) const
@@ -67,43 +88,47 @@ int Dvars::number(const QString &name) const
 
 void Dvars::set(const QString &name, const QString &value)
 {
-    const auto found = m_dvars.find(name.toLower());
-    if (found == m_dvars.end())
+    const auto found = byName.find(name.toLower());
+    if (found == byName.end()) {
         add({name, QString(), value, value});
-    else
-        found->value = value;
+        return;
+    }
+    found->value = value;
+    found->latched.reset();
 }
 
 void Dvars::add(const Dvar &dvar)
 {
-    m_dvars.insert(dvar.name.toLower(), dvar);
+    byName.insert(dvar.name.toLower(), dvar);
 }
 
-void Dvars::remove(const QString &name)
+Assignment Dvars::assign(const QString &name, const QString &value)
 {
-    m_dvars.remove(name.toLower());
+    const auto dvar = byName.find(name.toLower());
+    const QString complaint = dvar == byName.end() ? complaintAboutNew(name, count()) : complaintAbout(*dvar, value);
+    if (!complaint.isEmpty())
+        return {Assignment::Outcome::Refused, complaint};
+    const bool waits = dvar != byName.end() && dvar->flags.contains(u'L') && dvar->value != value;
+    if (!waits) {
+        set(name, value);
+        return {};
+    }
+    dvar->latched = value;
+    return {Assignment::Outcome::Latched, dvar->name + u" will be changed upon restarting.\n"_s};
 }
 
-QString Dvars::assign(const QString &name, const QString &value)
+void Dvars::takeUpLatched()
 {
-    constexpr qsizetype mostDvars = 4096;
-    const Dvar *dvar = find(name);
-    if (dvar == nullptr && count() >= mostDvars)
-        return u"Can't create dvar '%1': %2 dvars already exist\n"_s.arg(name, QString::number(mostDvars));
-    if (dvar != nullptr && dvar->flags.contains(u'R'))
-        return dvar->name + u" is read only.\n"_s;
-    if (dvar != nullptr && dvar->flags.contains(u'I'))
-        return dvar->name + u" is write protected.\n"_s;
-    if (dvar != nullptr && !takes(*dvar, value))
-        return u"'%1' is not a valid value for dvar '%2'\n"_s.arg(value, dvar->name) + domainLine(*dvar);
-    set(name, value);
-    return {};
+    for (Dvar &dvar : byName) {
+        if (dvar.latched)
+            dvar.value = *std::exchange(dvar.latched, std::nullopt);
+    }
 }
 
 QString Dvars::listing(QStringView pattern) const
 {
     QString text;
-    for (const Dvar &dvar : m_dvars) {
+    for (const Dvar &dvar : byName) {
         if (pattern.isEmpty() || matchesWildcard(pattern, dvar.name))
             text += flagText(dvar) + u' ' + dvar.name + u" \""_s + dvar.value + u"\"\n"_s;
     }
@@ -112,13 +137,16 @@ QString Dvars::listing(QStringView pattern) const
 
 QString Dvars::description(const Dvar &dvar)
 {
-    return u"\"%1\" is: \"%2^7\" default: \"%3^7\"\n"_s.arg(dvar.name, dvar.value, dvar.stock) + domainLine(dvar);
+    QString text = u"\"%1\" is: \"%2^7\" default: \"%3^7\"\n"_s.arg(dvar.name, dvar.value, dvar.stock);
+    if (dvar.latched)
+        text += u"latched: \""_s + *dvar.latched + u"^7\"\n"_s;
+    return text + domainLine(dvar);
 }
 
 QList<Dvar> Dvars::serverInfo() const
 {
     QList<Dvar> told;
-    for (const Dvar &dvar : m_dvars) {
+    for (const Dvar &dvar : byName) {
         if (dvar.flags.contains(u'S'))
             told.append(dvar);
     }

@@ -23,6 +23,15 @@ struct Dvar {
     QString value;
     QString stock; ///< the value after a fresh start
     std::optional<Range> range{};
+    std::optional<QString> latched{}; ///< the value from the next map on
+};
+
+/// What became of an assignment.
+struct Assignment {
+    enum class Outcome { Refused, Latched, Done };
+
+    Outcome outcome = Outcome::Done;
+    QString reply; ///< what the console prints; empty when the value holds at once
 };
 
 /// All variables of a server, found by name without regard to case and listed by name.
@@ -34,15 +43,17 @@ public:
     [[nodiscard]] const Dvar *find(const QString &name) const;
     [[nodiscard]] QString value(const QString &name) const;
     [[nodiscard]] int number(const QString &name) const; ///< 0 when it is none
-    [[nodiscard]] qsizetype count() const { return m_dvars.size(); }
+    [[nodiscard]] qsizetype count() const { return byName.size(); }
 
-    /// Sets it whatever its flags and range say, and makes it when there is none of that name.
+    /// Sets it at once whatever its flags and range say, and makes it when there is none of that name.
     void set(const QString &name, const QString &value);
     void add(const Dvar &dvar);
-    void remove(const QString &name);
 
-    /// What the console prints when `value` is assigned: nothing when that succeeds.
-    [[nodiscard]] QString assign(const QString &name, const QString &value);
+    /// Assigns `value` as the console does: flags and range are minded, and with flag L the old value stays until
+    /// `takeUpLatched`.
+    Assignment assign(const QString &name, const QString &value);
+    /// A new map: the latched values become the values.
+    void takeUpLatched();
 
     /// The reply of "dvarlist"; an empty pattern lists all.
     [[nodiscard]] QString listing(QStringView pattern) const;
@@ -52,5 +63,5 @@ public:
     [[nodiscard]] QList<Dvar> serverInfo() const;
 
 private:
-    QMap<QString, Dvar> m_dvars; ///< by lower-case name
+    QMap<QString, Dvar> byName; ///< by lower-case name
 };

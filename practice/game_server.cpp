@@ -14,9 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int stockSlots = 20;
-constexpr int mostSlots = 64;
-
 QString firstRotation()
 {
     return u"gametype tdm map mp_toujane gametype sd map mp_carentan gametype ctf map mp_dawnville "
@@ -26,19 +23,20 @@ QString firstRotation()
 } // namespace
 
 GameServer::GameServer(const PracticeOptions &options)
-    : m_dvars(Dvars::stock(options.mod == "hob"_L1)),
-      m_players(qBound(0, options.players, mostSlots), options.seed, options.quirks),
-      m_hob(options.mod == "hob"_L1)
+    : variables(Dvars::stock(options.mod == PracticeOptions::hobMod)),
+      everybody(options.players, options.seed, options.quirks),
+      hob(options.mod == PracticeOptions::hobMod)
 {
     const RotationTurn turn = takeTurn(firstRotation());
-    m_dvars.set(u"sv_mapRotation"_s, firstRotation());
-    m_dvars.set(u"sv_mapRotationCurrent"_s, turn.rest);
-    m_dvars.set(u"g_gametype"_s, turn.gametype);
-    m_dvars.set(u"mapname"_s, turn.map);
-    m_dvars.set(u"sv_maxclients"_s, QString::number(qBound(stockSlots, options.players, mostSlots)));
-    m_dvars.set(u"rcon_password"_s, options.password);
-    if (m_hob)
-        m_dvars.set(u"fs_game"_s, u"hob"_s);
+    variables.set(u"sv_mapRotation"_s, firstRotation());
+    variables.set(u"sv_mapRotationCurrent"_s, turn.rest);
+    variables.set(u"g_gametype"_s, turn.gametype);
+    variables.set(u"mapname"_s, turn.map);
+    const qsizetype slotCount = qMax<qsizetype>(variables.number(u"sv_maxclients"_s), everybody.count());
+    variables.set(u"sv_maxclients"_s, QString::number(slotCount));
+    variables.set(u"rcon_password"_s, options.password);
+    if (hob)
+        variables.set(u"fs_game"_s, options.mod);
 }
 
 GameServer::Handler GameServer::handlerOf(const QString &word)
@@ -76,29 +74,29 @@ CommandResult GameServer::execute(const QString &line)
 
 QString GameServer::statusResponse() const
 {
-    return statusResponseText(m_dvars, m_players.all());
+    return statusResponseText(variables, everybody.all());
 }
 
 QStringList GameServer::tick()
 {
-    ++m_seconds;
-    m_bans.expire(m_seconds);
-    return m_players.step(m_bans, m_seconds, m_dvars.number(u"sv_maxclients"_s));
+    ++seconds;
+    banned.expire(seconds);
+    return everybody.step(banned, seconds, variables.number(u"sv_maxclients"_s));
 }
 
 CommandResult GameServer::status(const QStringList &)
 {
-    return {statusTable(m_dvars.value(u"mapname"_s), m_players.all()), {}};
+    return {statusTable(variables.value(u"mapname"_s), everybody.all()), {}};
 }
 
 CommandResult GameServer::serverInfo(const QStringList &)
 {
-    return {serverInfoText(m_dvars), {}};
+    return {serverInfoText(variables), {}};
 }
 
 CommandResult GameServer::dvarList(const QStringList &words)
 {
-    return {m_dvars.listing(words.value(1)), {}};
+    return {variables.listing(words.value(1)), {}};
 }
 
 CommandResult GameServer::fileList(const QStringList &words)
@@ -121,16 +119,16 @@ CommandResult GameServer::execFile(const QStringList &words)
     if (words.size() != 2)
         return {u"exec <filename> : execute a script file\n"_s, {}};
     const std::optional<QStringList> lines = configurationFile(words.at(1));
-    if (!lines || m_execDepth >= deepest)
+    if (!lines || execDepth >= deepest)
         return {u"couldn't exec %1\n"_s.arg(words.at(1)), {}};
     CommandResult result{u"execing %1\n"_s.arg(words.at(1)), words.at(1) + u" was executed"_s};
-    ++m_execDepth;
+    ++execDepth;
     for (const QString &line : *lines) {
         const CommandResult inner = execute(line); // what it prints stays on the server
         result.event += inner.event.isEmpty() ? QString() : u"; "_s + inner.event;
         result.loads = result.loads || inner.loads;
     }
-    --m_execDepth;
+    --execDepth;
     return result;
 }
 
@@ -143,7 +141,7 @@ CommandResult GameServer::setDvar(const QStringList &words)
 
 CommandResult GameServer::dvarByName(const QStringList &words)
 {
-    const Dvar *dvar = m_dvars.find(words.first());
+    const Dvar *dvar = variables.find(words.first());
     if (dvar == nullptr)
         return {u"Unknown command \"%1\"\n"_s.arg(words.first()), {}};
     if (words.size() == 1)
@@ -153,8 +151,11 @@ CommandResult GameServer::dvarByName(const QStringList &words)
 
 CommandResult GameServer::assign(const QString &name, const QString &value)
 {
-    const QString complaint = m_dvars.assign(name, value);
-    if (!complaint.isEmpty())
-        return {complaint, {}};
-    return {{}, holdsPassword(name) ? name + u" was changed"_s : u"%1 is now \"%2\""_s.arg(name, value)};
+    const auto [outcome, reply] = variables.assign(name, value);
+    if (outcome == Assignment::Outcome::Refused)
+        return {reply, {}};
+    if (holdsPassword(name))
+        return {reply, name + u" was changed"_s};
+    const bool waits = outcome == Assignment::Outcome::Latched;
+    return {reply, (waits ? u"%1 is \"%2\" from the next map on"_s : u"%1 is now \"%2\""_s).arg(name, value)};
 }

@@ -30,12 +30,11 @@ public:
     /// One second of the game: players come, go, score and hang, bans run out. Returns what happened, a line each.
     QStringList tick();
 
-    [[nodiscard]] Dvars &dvars() { return m_dvars; }
-    [[nodiscard]] const Dvars &dvars() const { return m_dvars; }
-    [[nodiscard]] Players &players() { return m_players; }
-    [[nodiscard]] const Players &players() const { return m_players; }
-    [[nodiscard]] Bans &bans() { return m_bans; }
-    [[nodiscard]] qint64 seconds() const { return m_seconds; } ///< since the start, counted by `tick`
+    [[nodiscard]] Dvars &dvars() { return variables; }
+    [[nodiscard]] const Dvars &dvars() const { return variables; }
+    [[nodiscard]] Players &players() { return everybody; }
+    [[nodiscard]] const Players &players() const { return everybody; }
+    [[nodiscard]] Bans &bans() { return banned; }
 
 private:
     using Handler = CommandResult (GameServer::*)(const QStringList &words);
@@ -65,10 +64,10 @@ private:
     CommandResult dismiss(const QStringList &words, const QString &how);
     [[nodiscard]] std::variant<Player, QString> playerOrComplaint(const QString &slot) const;
 
-    Dvars m_dvars;
-    Players m_players;
-    Bans m_bans;
-    qint64 m_seconds = 0;
-    int m_execDepth = 0; ///< configuration files that call each other
-    bool m_hob = false;
+    Dvars variables;
+    Players everybody;
+    Bans banned;
+    qint64 seconds = 0; ///< since the start, counted by `tick`
+    int execDepth = 0;  ///< configuration files that call each other
+    bool hob = false;   ///< the Heat of Battle mod runs
 };

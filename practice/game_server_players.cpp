@@ -30,16 +30,16 @@ CommandResult GameServer::ban(const QStringList &words)
 {
     const auto found = playerOrComplaint(words.value(1));
     if (const auto *player = std::get_if<Player>(&found); player != nullptr && words.size() == 2)
-        m_bans.add(player->guid, player->address);
+        banned.add(player->guid, player->address);
     return dismiss(words, u"banned"_s);
 }
 
 CommandResult GameServer::temporaryBan(const QStringList &words)
 {
     const auto found = playerOrComplaint(words.value(1));
-    const qint64 end = m_seconds + m_dvars.number(u"sv_kickBanTime"_s);
+    const qint64 end = seconds + variables.number(u"sv_kickBanTime"_s);
     if (const auto *player = std::get_if<Player>(&found); player != nullptr && words.size() == 2)
-        m_bans.addUntil(player->guid, player->address, end);
+        banned.addUntil(player->guid, player->address, end);
     return dismiss(words, u"tempbanned"_s);
 }
 
@@ -51,7 +51,7 @@ CommandResult GameServer::dismiss(const QStringList &words, const QString &how)
     if (const auto *complaint = std::get_if<QString>(&found))
         return {*complaint, {}};
     const auto &player = std::get<Player>(found);
-    m_players.remove(player.slot);
+    everybody.remove(player.slot);
     return {QString::number(player.slot) + u':' + player.name + u' ' + how + u'\n',
             player.name + u" (slot %1) was "_s.arg(player.slot) + how};
 }
@@ -62,9 +62,9 @@ std::variant<Player, QString> GameServer::playerOrComplaint(const QString &slot)
     const int number = slot.toInt(&isNumber);
     if (!isNumber)
         return u"Bad slot number: %1\n"_s.arg(slot);
-    const Player *player = m_players.at(number);
+    const Player *player = everybody.at(number);
     if (player != nullptr)
         return *player;
-    const bool isSlot = number >= 0 && number < m_dvars.number(u"sv_maxclients"_s);
+    const bool isSlot = number >= 0 && number < variables.number(u"sv_maxclients"_s);
     return (isSlot ? u"Client %1 is not active\n"_s : u"Bad client slot: %1\n"_s).arg(number);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "players.h"
 
+#include "practice_options.h"
 #include "regulars.h"
 
 #include <algorithm>
@@ -13,24 +14,23 @@ constexpr int noAnswer = 999;
 
 QString described(const Player &player)
 {
-    return u"%1 (slot %2)"_s.arg(player.name).arg(player.slot);
+    return u"%1 (slot %2)"_s.arg(player.name, QString::number(player.slot));
 }
 
 } // namespace
 
-Players::Players(int count, quint32 seed, bool quirks)
-    : m_random(seed), m_regulars(regulars(m_random, quirks)), m_wanted(count), m_quirks(quirks)
+Players::Players(int count, quint32 seed, bool quirks_)
+    : random(seed),
+      visitors(regulars(random, quirks_)),
+      wanted(qBound(PracticeOptions::playerLimits.lowest, count, PracticeOptions::playerLimits.highest)),
+      quirks(quirks_)
 {
-    for (int slot = 0; slot < count; ++slot)
-        settleIn(m_regulars.at(slot), slot);
-    for (Player &player : m_players) {
-        player.state = Player::State::Playing;
-        player.score = m_random.bounded(quirks ? -5 : 0, 40);
-        if (chance(8))
-            player.hangingFor = 1;
-        play(player);
-        if (quirks && player.slot % 8 == 4)
-            player.state = Player::State::Connecting;
+    for (int slot = 0; slot < wanted; ++slot)
+        settleIn(visitors.at(slot), slot);
+    for (Player &player : present) {
+        const bool isJoining = quirks && player.slot % 8 == 4;
+        if (!isJoining)
+            lookBack(player);
         if (quirks && player.slot % 8 == 6)
             player.state = Player::State::Leaving;
     }
@@ -38,31 +38,31 @@ Players::Players(int count, quint32 seed, bool quirks)
 
 const Player *Players::at(int slot) const
 {
-    const auto found = std::ranges::find(m_players, slot, &Player::slot);
-    return found == m_players.end() ? nullptr : &*found;
+    const auto found = std::ranges::find(present, slot, &Player::slot);
+    return found == present.end() ? nullptr : &*found;
 }
 
 void Players::put(const Player &player)
 {
     remove(player.slot);
-    m_players.insert(std::ranges::lower_bound(m_players, player.slot, {}, &Player::slot), player);
+    present.insert(std::ranges::lower_bound(present, player.slot, {}, &Player::slot), player);
 }
 
 void Players::remove(int slot)
 {
-    m_players.removeIf([slot](const Player &player) { return player.slot == slot; });
+    present.removeIf([slot](const Player &player) { return player.slot == slot; });
 }
 
 void Players::resetScores()
 {
-    for (Player &player : m_players)
+    for (Player &player : present)
         player.score = 0;
 }
 
 QStringList Players::step(const Bans &bans, qint64 now, int slotCount)
 {
     QStringList events;
-    for (Player &player : m_players) {
+    for (Player &player : present) {
         const bool hung = player.hangingFor > 0;
         play(player);
         if (!hung && player.hangingFor > 0)
@@ -82,9 +82,20 @@ void Players::settleIn(const Regular &regular, int slot)
     player.address = regular.address;
     player.qport = regular.qport;
     player.rate = regular.rate;
-    player.ping = noAnswer; // as everybody who is still joining
-    player.state = m_quirks ? Player::State::Connecting : Player::State::Playing;
+    player.score = 0; // as everybody who is still joining, like the ping
+    player.ping = noAnswer;
+    player.state = quirks ? Player::State::Connecting : Player::State::Playing;
     put(player);
+}
+
+// Gives somebody who was there before the story begins a past.
+void Players::lookBack(Player &player)
+{
+    player.state = Player::State::Playing;
+    player.score = random.bounded(quirks ? -5 : 0, 40);
+    if (chance(8))
+        player.hangingFor = 1;
+    play(player);
 }
 
 void Players::play(Player &player)
@@ -97,35 +108,35 @@ void Players::play(Player &player)
         player.hangingFor = player.hangingFor > 0 ? 0 : 1;
     else if (player.hangingFor > 0)
         ++player.hangingFor;
-    player.ping = player.hangingFor > 0 ? noAnswer : m_random.bounded(25, 140);
-    player.lastmsg = player.hangingFor > 0 ? player.hangingFor * 1000 : m_random.bounded(2) * 50;
+    player.ping = player.hangingFor > 0 ? noAnswer : random.bounded(25, 140);
+    player.lastmsg = player.hangingFor > 0 ? player.hangingFor * 1000 : random.bounded(2) * 50;
     if (player.hangingFor == 0 && chance(6))
-        player.score += m_quirks && chance(5) ? -1 : 1;
+        player.score += quirks && chance(5) ? -1 : 1;
 }
 
 void Players::leave(QStringList &events)
 {
     constexpr int longestHang = 60; // seconds until the game gives somebody up
-    for (qsizetype at = m_players.size() - 1; at >= 0; --at) {
-        Player &player = m_players[at];
+    for (qsizetype at = present.size() - 1; at >= 0; --at) {
+        Player &player = present[at];
         const bool timedOut = player.hangingFor >= longestHang;
         if (player.state == Player::State::Leaving) {
-            m_players.removeAt(at);
+            present.removeAt(at);
         } else if (timedOut || chance(300)) {
             events.append(described(player) + (timedOut ? u" timed out"_s : u" left"_s));
             player.state = Player::State::Leaving;
-            if (!m_quirks)
-                m_players.removeAt(at);
+            if (!quirks)
+                present.removeAt(at);
         }
     }
 }
 
 void Players::arrive(const Bans &bans, qint64 now, int slotCount, QStringList &events)
 {
-    const bool missed = m_players.size() < m_wanted;
-    if (m_wanted == 0 || !chance(missed ? 5 : 100) || m_players.size() > m_wanted)
+    const bool missed = present.size() < wanted;
+    if (wanted == 0 || !chance(missed ? 5 : 100) || present.size() > wanted)
         return;
-    const Regular &regular = m_regulars.at(m_random.bounded(m_regulars.size()));
+    const Regular &regular = visitors.at(random.bounded(visitors.size()));
     const std::optional<int> slot = freeSlot(slotCount);
     if (isHere(regular) || !slot)
         return;
@@ -139,7 +150,7 @@ void Players::arrive(const Bans &bans, qint64 now, int slotCount, QStringList &e
 
 bool Players::isHere(const Regular &regular) const
 {
-    return std::ranges::any_of(m_players, [&regular](const Player &player) {
+    return std::ranges::any_of(present, [&regular](const Player &player) {
         return player.guid == regular.guid && player.name == regular.name;
     });
 }

@@ -14,17 +14,16 @@
 /// generator, so equal seeds tell equal stories.
 class Players final {
 public:
-    /// `count` of the regulars are there at once; about as many stay.
-    Players(int count, quint32 seed, bool quirks);
+    /// `count` of the regulars are there at once, at most as many as a server has slots; about as many stay.
+    Players(int count, quint32 seed, bool quirks_);
 
-    [[nodiscard]] const QList<Player> &all() const { return m_players; }
-    [[nodiscard]] qsizetype count() const { return m_players.size(); }
+    [[nodiscard]] const QList<Player> &all() const { return present; }
+    [[nodiscard]] qsizetype count() const { return present.size(); }
     [[nodiscard]] const Player *at(int slot) const; ///< null when the slot is free
 
     /// Puts the player into `player.slot`, in the place of whoever was there.
     void put(const Player &player);
     void remove(int slot);
-    void clear() { m_players.clear(); }
     /// A new map: all scores are 0 again.
     void resetScores();
 
@@ -33,16 +32,17 @@ public:
 
 private:
     void settleIn(const Regular &regular, int slot);
+    void lookBack(Player &player);
     void play(Player &player);
     void leave(QStringList &events);
     void arrive(const Bans &bans, qint64 now, int slotCount, QStringList &events);
     [[nodiscard]] bool isHere(const Regular &regular) const;
     [[nodiscard]] std::optional<int> freeSlot(int slotCount) const;
-    [[nodiscard]] bool chance(int oneIn) { return m_random.bounded(oneIn) == 0; }
+    [[nodiscard]] bool chance(int oneIn) { return random.bounded(oneIn) == 0; }
 
-    QRandomGenerator m_random;
-    QList<Regular> m_regulars;
-    QList<Player> m_players; ///< by slot
-    qsizetype m_wanted = 0;
-    bool m_quirks = false;
+    QRandomGenerator random;
+    QList<Regular> visitors;
+    QList<Player> present; ///< by slot
+    qsizetype wanted = 0;
+    bool quirks = false;
 };

@@ -12,25 +12,44 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+using Limits = PracticeOptions::Limits;
+
 struct BadValue final : std::runtime_error {
     explicit BadValue(const QString &text) : std::runtime_error(text.toStdString()) {}
 };
 
+QCommandLineOption option(const QString &name, const QString &text, const QString &value, const QString &usual)
+{
+    return {name, u"%1 (%2)."_s.arg(text, usual), value, usual};
+}
+
+QCommandLineOption option(const QString &name, const QString &text, const QString &value, Limits limits, int usual)
+{
+    const QString range = u", %1 to %2"_s.arg(limits.lowest).arg(limits.highest);
+    return option(name, QString(text + range), value, QString::number(usual));
+}
+
 void declare(QCommandLineParser &parser)
 {
+    const PracticeArguments usual;
+    const PracticeOptions &options = usual.options;
     parser.setApplicationDescription(
         u"Plays a Call of Duty 2 dedicated server, for practising remote administration and for tests."_s);
     parser.addOptions({
-        {u"port"_s, u"UDP port to listen on; 0 takes any free one (28960)."_s, u"port"_s, u"28960"_s},
-        {u"address"_s, u"Address of this machine to listen on (127.0.0.1)."_s, u"address"_s, u"127.0.0.1"_s},
-        {u"password"_s, u"The rcon password (practice)."_s, u"password"_s, u"practice"_s},
-        {u"players"_s, u"Players on the server, 0 to 64 (12)."_s, u"number"_s, u"12"_s},
-        {u"seed"_s, u"Equal seeds give equal players and losses (1)."_s, u"number"_s, u"1"_s},
-        {u"datagram-size"_s, u"Bytes of text in a reply datagram, 1 to 8000 (1000)."_s, u"bytes"_s, u"1000"_s},
-        {u"loss"_s, u"Share of the datagrams that get lost each way, 0 to 100 (0)."_s, u"percent"_s, u"0"_s},
-        {u"latency"_s, u"Milliseconds before a reply leaves, 0 to 60000 (0)."_s, u"ms"_s, u"0"_s},
-        {u"map-load"_s, u"Milliseconds of silence while a map loads, 0 to 60000 (2000)."_s, u"ms"_s, u"2000"_s},
-        {u"mod"_s, u"Run a mod; \"hob\" is the only one."_s, u"mod"_s},
+        option(u"port"_s, u"UDP port to listen on; 0 takes any free one"_s, u"port"_s, QString::number(usual.port)),
+        option(u"address"_s, u"Address of this machine to listen on"_s, u"address"_s, usual.address.toString()),
+        option(u"password"_s, u"The rcon password"_s, u"password"_s, options.password),
+        option(u"players"_s, u"Players on the server"_s, u"number"_s, PracticeOptions::playerLimits, options.players),
+        option(u"seed"_s, u"Equal seeds give equal players and losses"_s, u"number"_s, QString::number(options.seed)),
+        option(u"datagram-size"_s, u"Bytes of text in a reply datagram"_s, u"bytes"_s,
+               PracticeOptions::datagramSizeLimits, options.datagramSize),
+        option(u"loss"_s, u"Share of the datagrams that get lost each way"_s, u"percent"_s,
+               PracticeOptions::percentLimits, options.lossPercent),
+        option(u"latency"_s, u"Milliseconds before a reply leaves"_s, u"ms"_s, PracticeOptions::delayLimits,
+               options.latencyMs),
+        option(u"map-load"_s, u"Milliseconds of silence while a map loads"_s, u"ms"_s, PracticeOptions::delayLimits,
+               options.mapLoadMs),
+        {u"mod"_s, u"Run a mod; \"%1\" is the only one."_s.arg(PracticeOptions::hobMod), u"mod"_s},
         {u"reorder"_s, u"Let the datagrams of a reply overtake each other."_s},
         {u"silent"_s, u"Never answer."_s},
         {u"quirks"_s, u"Players with nasty names and odd table rows."_s},
@@ -39,13 +58,14 @@ void declare(QCommandLineParser &parser)
     });
 }
 
-quint32 numberOf(const QCommandLineParser &parser, const QString &option, quint32 highest)
+quint32 numberOf(const QCommandLineParser &parser, const QString &option, quint32 lowest, quint32 highest)
 {
     bool isNumber = false;
     const QString text = parser.value(option);
     const quint32 number = text.toUInt(&isNumber);
-    if (!isNumber || number > highest)
-        throw BadValue(u"--%1 takes a whole number from 0 to %2, not \"%3\"."_s.arg(option).arg(highest).arg(text));
+    if (!isNumber || number < lowest || number > highest)
+        throw BadValue(u"--%1 takes a whole number from %2 to %3, not \"%4\"."_s.arg(option, QString::number(lowest),
+                                                                                     QString::number(highest), text));
     return number;
 }
 
@@ -60,25 +80,24 @@ QHostAddress addressOf(const QCommandLineParser &parser)
 
 PracticeOptions optionsOf(const QCommandLineParser &parser)
 {
-    const auto number = [&parser](const QString &option, quint32 highest) {
-        return static_cast<int>(numberOf(parser, option, highest));
+    const auto number = [&parser](const QString &option, Limits limits) {
+        return static_cast<int>(
+            numberOf(parser, option, static_cast<quint32>(limits.lowest), static_cast<quint32>(limits.highest)));
     };
     PracticeOptions options;
     options.password = parser.value(u"password"_s);
-    options.players = number(u"players"_s, 64);
-    options.seed = numberOf(parser, u"seed"_s, std::numeric_limits<quint32>::max());
-    options.datagramSize = number(u"datagram-size"_s, 8000);
-    options.lossPercent = number(u"loss"_s, 100);
-    options.latencyMs = number(u"latency"_s, 60'000);
-    options.mapLoadMs = number(u"map-load"_s, 60'000);
+    options.players = number(u"players"_s, PracticeOptions::playerLimits);
+    options.seed = numberOf(parser, u"seed"_s, 0, std::numeric_limits<quint32>::max());
+    options.datagramSize = number(u"datagram-size"_s, PracticeOptions::datagramSizeLimits);
+    options.lossPercent = number(u"loss"_s, PracticeOptions::percentLimits);
+    options.latencyMs = number(u"latency"_s, PracticeOptions::delayLimits);
+    options.mapLoadMs = number(u"map-load"_s, PracticeOptions::delayLimits);
     options.mod = parser.value(u"mod"_s);
     options.reorder = parser.isSet(u"reorder"_s);
     options.silent = parser.isSet(u"silent"_s);
     options.quirks = parser.isSet(u"quirks"_s);
-    if (options.datagramSize == 0)
-        throw BadValue(u"--datagram-size takes at least 1."_s);
-    if (!options.mod.isEmpty() && options.mod != "hob"_L1)
-        throw BadValue(u"--mod takes \"hob\", not \"%1\"."_s.arg(options.mod));
+    if (!options.mod.isEmpty() && options.mod != PracticeOptions::hobMod)
+        throw BadValue(u"--mod takes \"%1\", not \"%2\"."_s.arg(PracticeOptions::hobMod, options.mod));
     if (options.password.isEmpty() || options.password.contains(u' '))
         throw BadValue(u"--password takes one word: a blank ends the password in a request."_s);
     return options;
@@ -104,7 +123,7 @@ PracticeArguments readPracticeArguments(const QStringList &arguments)
             throw BadValue(u"Unexpected argument \"%1\"."_s.arg(parser.positionalArguments().first()));
         result.options = optionsOf(parser);
         result.address = addressOf(parser);
-        result.port = static_cast<quint16>(numberOf(parser, u"port"_s, 65'535));
+        result.port = static_cast<quint16>(numberOf(parser, u"port"_s, 0, std::numeric_limits<quint16>::max()));
     } catch (const BadValue &bad) {
         result.fault = QString::fromStdString(bad.what());
     }

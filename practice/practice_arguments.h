@@ -10,10 +10,10 @@
 /// What the console program was asked for on its command line.
 struct PracticeArguments {
     PracticeOptions options;
-    QHostAddress address;
-    quint16 port = 0;
-    QString notice; ///< a text to print instead of serving: the help or the version
-    QString fault;  ///< what is wrong with the arguments, one line; empty when nothing is
+    QHostAddress address{QHostAddress::LocalHost};
+    quint16 port = gamePort; ///< 0 for any free one
+    QString notice;          ///< a text to print instead of serving: the help or the version
+    QString fault;           ///< what is wrong with the arguments, one line; empty when nothing is
 };
 
 /// Reads `arguments`, of which the first is the program's name.

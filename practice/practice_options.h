@@ -1,19 +1,34 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QLatin1StringView>
 #include <QString>
 
-/// How a practice server starts. Everything here can be changed later at the server.
+/// The game's own port, the usual one of servers and of players alike.
+inline constexpr quint16 gamePort = 28960;
+
+/// How a practice server starts. A PracticeServer can change its password, datagram size, loss, latency, map load,
+/// reordering and silence later; players, seed, quirks and mod are settled at the start.
 struct PracticeOptions {
+    struct Limits {
+        int lowest = 0;
+        int highest = 0;
+    };
+    static constexpr Limits playerLimits{0, 64};
+    static constexpr Limits datagramSizeLimits{1, 8000};
+    static constexpr Limits percentLimits{0, 100};
+    static constexpr Limits delayLimits{0, 60'000};
+    static constexpr QLatin1StringView hobMod{"hob"};
+
     QString password = QStringLiteral("practice");
-    int players = 12;        ///< on the server at the start, 0 to 64
+    int players = 12;        ///< on the server at the start
     quint32 seed = 1;        ///< equal seeds give equal players and equal losses
-    int datagramSize = 1000; ///< bytes of text in one reply datagram, 1 to 8,000
-    int lossPercent = 0;     ///< of the requests, and again of the replies, 0 to 100
+    int datagramSize = 1000; ///< bytes of text in one reply datagram
+    int lossPercent = 0;     ///< of the requests, and again of the replies
     int latencyMs = 0;       ///< before a reply leaves; with 0 it leaves at once
     int mapLoadMs = 2000;    ///< of silence while a map loads
     bool reorder = false;    ///< every two neighbouring datagrams of a reply change places
     bool silent = false;     ///< requests are counted and never answered
     bool quirks = false;     ///< players with nasty names and odd table rows
-    QString mod;             ///< empty for the plain game, "hob" for Heat of Battle
+    QString mod;             ///< empty for the plain game, `hobMod` for Heat of Battle
 };

@@ -16,46 +16,46 @@ constexpr qint64 largestDatagram = 65535;
 
 } // namespace
 
-PracticeServer::PracticeServer(const PracticeOptions &options, QObject *parent)
-    : QObject(parent), m_options(options), m_game(options), m_line(options.seed)
+PracticeServer::PracticeServer(const PracticeOptions &options_, QObject *parent)
+    : QObject(parent), options(options_), gameServer(options_), random(options_.seed)
 {
     // Queued: the socket says nothing new inside its own slot, and a slot of `requested` may wait for more requests.
-    connect(&m_socket, &QUdpSocket::readyRead, this, &PracticeServer::readRequests, Qt::QueuedConnection);
+    connect(&socket, &QUdpSocket::readyRead, this, &PracticeServer::readRequests, Qt::QueuedConnection);
 }
 
 PracticeServer::~PracticeServer() = default;
 
 bool PracticeServer::listen(const QHostAddress &address, quint16 port)
 {
-    return m_socket.bind(address, port, QAbstractSocket::DontShareAddress);
+    return socket.bind(address, port, QAbstractSocket::DontShareAddress);
 }
 
 void PracticeServer::close()
 {
-    m_socket.close();
+    socket.close();
 }
 
 quint16 PracticeServer::port() const
 {
-    return m_socket.localPort();
+    return socket.localPort();
 }
 
 QString PracticeServer::errorString() const
 {
-    return m_socket.errorString();
+    return socket.errorString();
 }
 
 QList<QByteArray> PracticeServer::commands() const
 {
     QList<QByteArray> commands;
-    for (const QByteArray &datagram : m_requests)
+    for (const QByteArray &datagram : received)
         commands.append(readRequest(datagram).command);
     return commands;
 }
 
 void PracticeServer::setPassword(const QString &password)
 {
-    m_game.dvars().set(u"rcon_password"_s, password);
+    gameServer.dvars().set(u"rcon_password"_s, password);
 }
 
 void PracticeServer::answer(const QByteArray &command, const QList<QByteArray> &datagramTexts)
@@ -68,26 +68,25 @@ void PracticeServer::answer(const QByteArray &command, const QList<QByteArray> &
 
 void PracticeServer::answerRaw(const QByteArray &command, const QList<QByteArray> &datagrams)
 {
-    m_canned.insert(command, datagrams);
+    preparedAnswers.insert(command, datagrams);
 }
 
 void PracticeServer::answerAsUsual(const QByteArray &command)
 {
-    m_canned.remove(command);
+    preparedAnswers.remove(command);
 }
 
 bool PracticeServer::sendRaw(const QByteArray &datagram)
 {
-    return !m_lastClient.address.isNull() &&
-           m_socket.writeDatagram(datagram, m_lastClient.address, m_lastClient.port) == datagram.size();
+    return !lastClient.address.isNull() &&
+           socket.writeDatagram(datagram, lastClient.address, lastClient.port) == datagram.size();
 }
 
-// Reads until a read comes back empty. To ask hasPendingDatagrams() first would leave the socket deaf after a
-// notification without data: only a read re-arms it.
+// Reads until a read comes back empty: only that makes the socket listen again.
 void PracticeServer::readRequests()
 {
     while (true) {
-        const QNetworkDatagram datagram = m_socket.receiveDatagram(largestDatagram);
+        const QNetworkDatagram datagram = socket.receiveDatagram(largestDatagram);
         if (!datagram.isValid())
             return;
         take(datagram.data(), {datagram.senderAddress(), static_cast<quint16>(datagram.senderPort())});
@@ -96,13 +95,11 @@ void PracticeServer::readRequests()
 
 void PracticeServer::take(const QByteArray &datagram, const Client &client)
 {
-    m_requests.append(datagram);
-    m_lastClient = client;
+    received.append(datagram);
+    lastClient = client;
     emit requested(datagram);
-    if (m_options.silent || m_loading || isLost()) {
-        const QString why = m_options.silent ? u"the server is silent"_s
-                            : m_loading      ? u"a map is loading"_s
-                                             : u"lost"_s;
+    if (options.silent || loading || isLost()) {
+        const QString why = options.silent ? u"the server is silent"_s : loading ? u"a map is loading"_s : u"lost"_s;
         emit happened(client.text() + u"request of %1 bytes not answered: "_s.arg(datagram.size()) + why);
         return;
     }
@@ -117,7 +114,7 @@ void PracticeServer::take(const QByteArray &datagram, const Client &client)
 
 void PracticeServer::takeRcon(const QString &password, const QByteArray &command, const Client &client)
 {
-    const QString wanted = m_game.dvars().value(u"rcon_password"_s);
+    const QString wanted = gameServer.dvars().value(u"rcon_password"_s);
     if (wanted.isEmpty() || password != wanted) {
         emit happened(client.text() + u"rcon with a wrong password"_s);
         reply(wanted.isEmpty() ? u"No rconpassword set on the server.\n"_s : u"Bad rconpassword.\n"_s, client);
@@ -126,7 +123,7 @@ void PracticeServer::takeRcon(const QString &password, const QByteArray &command
     emit happened(client.text() + u"rcon "_s + withoutSecrets(fromAnsi(command)));
     if (answerCanned(command, client))
         return;
-    const CommandResult result = m_game.execute(fromAnsi(command));
+    const CommandResult result = gameServer.execute(fromAnsi(command));
     if (!result.event.isEmpty())
         emit happened(result.event);
     if (result.loads)
@@ -139,13 +136,13 @@ void PracticeServer::takeStatus(const Client &client)
 {
     emit happened(client.text() + u"getstatus"_s);
     if (!answerCanned("getstatus", client))
-        post({plainDatagram(toAnsi(m_game.statusResponse()))}, client);
+        post({plainDatagram(toAnsi(gameServer.statusResponse()))}, client);
 }
 
 bool PracticeServer::answerCanned(const QByteArray &command, const Client &client)
 {
-    const auto canned = m_canned.constFind(command);
-    if (canned == m_canned.constEnd())
+    const auto canned = preparedAnswers.constFind(command);
+    if (canned == preparedAnswers.constEnd())
         return false;
     post(*canned, client);
     return true;
@@ -154,13 +151,13 @@ bool PracticeServer::answerCanned(const QByteArray &command, const Client &clien
 // The server hears nothing while it loads; what it printed meanwhile comes as a late reply.
 void PracticeServer::startLoading(const QString &log, const Client &client)
 {
-    if (m_options.mapLoadMs <= 0) {
+    if (options.mapLoadMs <= 0) {
         reply(log, client);
         return;
     }
-    m_loading = true;
-    QTimer::singleShot(m_options.mapLoadMs, this, [this, log, client] {
-        m_loading = false;
+    loading = true;
+    QTimer::singleShot(options.mapLoadMs, this, [this, log, client] {
+        loading = false;
         emit happened(u"the map is loaded"_s);
         reply(log, client);
     });
@@ -168,18 +165,18 @@ void PracticeServer::startLoading(const QString &log, const Client &client)
 
 void PracticeServer::reply(const QString &text, const Client &client)
 {
-    post(printDatagrams(toAnsi(text), qMax(m_options.datagramSize, 1)), client);
+    post(printDatagrams(toAnsi(text), qMax(options.datagramSize, PracticeOptions::datagramSizeLimits.lowest)), client);
 }
 
 void PracticeServer::post(QList<QByteArray> datagrams, const Client &client)
 {
-    if (m_options.reorder)
+    if (options.reorder)
         datagrams = reordered(datagrams);
     for (const QByteArray &datagram : std::as_const(datagrams)) {
         if (isLost())
             emit happened(client.text() + u"reply of %1 bytes lost"_s.arg(datagram.size()));
-        else if (m_options.latencyMs > 0)
-            QTimer::singleShot(m_options.latencyMs, Qt::PreciseTimer, this,
+        else if (options.latencyMs > 0)
+            QTimer::singleShot(options.latencyMs, Qt::PreciseTimer, this,
                                [this, datagram, client] { send(datagram, client); });
         else
             send(datagram, client);
@@ -188,13 +185,13 @@ void PracticeServer::post(QList<QByteArray> datagrams, const Client &client)
 
 void PracticeServer::send(const QByteArray &datagram, const Client &client)
 {
-    if (m_socket.writeDatagram(datagram, client.address, client.port) != datagram.size())
-        emit happened(client.text() + u"reply not sent: "_s + m_socket.errorString());
+    if (socket.writeDatagram(datagram, client.address, client.port) != datagram.size())
+        emit happened(client.text() + u"reply not sent: "_s + socket.errorString());
 }
 
 bool PracticeServer::isLost()
 {
-    return m_options.lossPercent > 0 && m_line.bounded(100) < m_options.lossPercent;
+    return options.lossPercent > 0 && random.bounded(100) < options.lossPercent;
 }
 
 QString PracticeServer::Client::text() const

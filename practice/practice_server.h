@@ -20,7 +20,7 @@ class PracticeServer final : public QObject {
     Q_DISABLE_COPY_MOVE(PracticeServer)
 
 public:
-    explicit PracticeServer(const PracticeOptions &options = {}, QObject *parent = nullptr);
+    explicit PracticeServer(const PracticeOptions &options_ = {}, QObject *parent = nullptr);
     ~PracticeServer() override;
 
     /// Port 0 takes any free one. False when it cannot be had; `errorString()` then says why.
@@ -30,21 +30,21 @@ public:
     [[nodiscard]] quint16 port() const;
     [[nodiscard]] QString errorString() const;
 
-    [[nodiscard]] GameServer &game() { return m_game; }
+    [[nodiscard]] GameServer &game() { return gameServer; }
 
     /// Every datagram that came, whole and in order, also the ones that were lost or not answered.
-    [[nodiscard]] QList<QByteArray> requests() const { return m_requests; }
+    [[nodiscard]] QList<QByteArray> requests() const { return received; }
     /// The same without header, "rcon" and password: the command of each, or "getstatus".
     [[nodiscard]] QList<QByteArray> commands() const;
-    void forgetRequests() { m_requests.clear(); }
+    void forgetRequests() { received.clear(); }
 
     void setPassword(const QString &password);
-    void setSilent(bool silent) { m_options.silent = silent; }
-    void setReorder(bool reorder) { m_options.reorder = reorder; }
-    void setLoss(int percent) { m_options.lossPercent = percent; }
-    void setLatency(int milliseconds) { m_options.latencyMs = milliseconds; }
-    void setMapLoad(int milliseconds) { m_options.mapLoadMs = milliseconds; }
-    void setDatagramSize(int bytes) { m_options.datagramSize = bytes; }
+    void setSilent(bool silent) { options.silent = silent; }
+    void setReorder(bool reorder) { options.reorder = reorder; }
+    void setLoss(int percent) { options.lossPercent = percent; }
+    void setLatency(int milliseconds) { options.latencyMs = milliseconds; }
+    void setMapLoad(int milliseconds) { options.mapLoadMs = milliseconds; }
+    void setDatagramSize(int bytes) { options.datagramSize = bytes; }
 
     /// Requests whose command (or "getstatus") is exactly `command` get these texts from now on, each in a datagram of
     /// its own behind header, "print" and line feed, instead of the game's reply; none at all when the list is empty.
@@ -84,12 +84,12 @@ private:
     void send(const QByteArray &datagram, const Client &client);
     [[nodiscard]] bool isLost();
 
-    PracticeOptions m_options;
-    GameServer m_game;
-    QUdpSocket m_socket;
-    QRandomGenerator m_line; ///< decides what the line loses
-    QHash<QByteArray, QList<QByteArray>> m_canned;
-    QList<QByteArray> m_requests;
-    Client m_lastClient;
-    bool m_loading = false;
+    PracticeOptions options;
+    GameServer gameServer;
+    QUdpSocket socket;
+    QRandomGenerator random; ///< decides what the line loses
+    QHash<QByteArray, QList<QByteArray>> preparedAnswers;
+    QList<QByteArray> received;
+    Client lastClient;
+    bool loading = false;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "regulars.h"
 
+#include "practice_options.h"
+
 #include <QStringList>
 
 #include <array>
@@ -95,7 +97,7 @@ Regular somebody(const QString &name, QRandomGenerator &random)
                                 .arg(between(0, 255))
                                 .arg(between(0, 255))
                                 .arg(between(1, 254))
-                                .arg(random.bounded(3) == 0 ? between(1025, 65535) : 28960);
+                                .arg(random.bounded(3) == 0 ? between(1025, 65535) : gamePort);
     constexpr std::array rates{5000, 15000, 25000, 25000, 25000};
     return {name, QString::number(between(100'000, 99'999'999)), address, between(1, 65535),
             rates.at(static_cast<std::size_t>(between(0, 4)))};
@@ -118,7 +120,8 @@ void twist(Regular &regular, qsizetype number)
 
 QList<Regular> regulars(QRandomGenerator &random, bool quirks)
 {
-    constexpr qsizetype enough = 96; // more than the 64 slots, so that there is always somebody who may come
+    constexpr qsizetype enough = 96;
+    static_assert(enough > PracticeOptions::playerLimits.highest, "there is always somebody who may come");
     const QStringList plain = plainNames();
     const QStringList nasty = nastyNames();
     QList<Regular> all;

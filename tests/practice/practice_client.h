@@ -10,9 +10,9 @@
 /// A game client for tests: sends requests to one port of this machine and keeps every datagram that comes back.
 class PracticeClient final {
 public:
-    explicit PracticeClient(quint16 port) : m_port(port) { m_socket.bind(QHostAddress::LocalHost, 0); }
+    explicit PracticeClient(quint16 port_) : port(port_) { socket.bind(QHostAddress::LocalHost, 0); }
 
-    void send(const QByteArray &datagram) { m_socket.writeDatagram(datagram, QHostAddress::LocalHost, m_port); }
+    void send(const QByteArray &datagram) { socket.writeDatagram(datagram, QHostAddress::LocalHost, port); }
     void rcon(const QByteArray &command, const QByteArray &password = "practice")
     {
         send("\xFF\xFF\xFF\xFFrcon " + password + ' ' + command);
@@ -21,9 +21,9 @@ public:
     /// Reads what has come by now.
     const QList<QByteArray> &datagrams()
     {
-        while (m_socket.hasPendingDatagrams())
-            m_datagrams.append(m_socket.receiveDatagram().data());
-        return m_datagrams;
+        while (socket.hasPendingDatagrams())
+            arrived.append(socket.receiveDatagram().data());
+        return arrived;
     }
     qsizetype count() { return datagrams().size(); }
 
@@ -35,10 +35,10 @@ public:
             text += datagram.sliced(10);
         return text;
     }
-    void forget() { m_datagrams.clear(); }
+    void forget() { arrived.clear(); }
 
 private:
-    QUdpSocket m_socket;
-    quint16 m_port;
-    QList<QByteArray> m_datagrams;
+    QUdpSocket socket;
+    quint16 port;
+    QList<QByteArray> arrived;
 };

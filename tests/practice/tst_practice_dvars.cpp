@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+using Outcome = Assignment::Outcome;
+
 class PracticeDvarsTest final : public QObject {
     Q_OBJECT
 
@@ -112,11 +114,11 @@ private slots:
     void anAssignmentIsSilentWhenItSucceeds()
     {
         Dvars dvars = Dvars::stock(false);
-        QCOMPARE(dvars.assign(u"SV_HOSTNAME"_s, u"My server"_s), QString());
+        QCOMPARE(dvars.assign(u"SV_HOSTNAME"_s, u"My server"_s).reply, QString());
         QCOMPARE(dvars.value(u"sv_hostname"_s), u"My server"_s);
         QCOMPARE(dvars.find(u"sv_hostname"_s)->name, u"sv_hostname"_s);
         QCOMPARE(dvars.find(u"sv_hostname"_s)->stock, u"CoD2Host"_s);
-        QCOMPARE(dvars.assign(u"my_own"_s, u"1"_s), QString());
+        QCOMPARE(dvars.assign(u"my_own"_s, u"1"_s).reply, QString());
         QCOMPARE(dvars.value(u"MY_OWN"_s), u"1"_s);
     }
 
@@ -140,17 +142,70 @@ private slots:
         QFETCH(QString, complaint);
         Dvars dvars = Dvars::stock(false);
         const QString before = dvars.value(name);
-        QCOMPARE(dvars.assign(name, value), complaint);
+        const Assignment assignment = dvars.assign(name, value);
+        QCOMPARE(assignment.outcome, Outcome::Refused);
+        QCOMPARE(assignment.reply, complaint);
+        dvars.takeUpLatched();
         QCOMPARE(dvars.value(name), before);
+    }
+
+    void aLatchedVariableKeepsItsValueUntilTheNextMap()
+    {
+        Dvars dvars = Dvars::stock(false);
+        const Assignment assignment = dvars.assign(u"G_GameType"_s, u"sd"_s);
+        QCOMPARE(assignment.outcome, Outcome::Latched);
+        QCOMPARE(assignment.reply, u"g_gametype will be changed upon restarting.\n"_s);
+        QCOMPARE(dvars.value(u"g_gametype"_s), u"dm"_s);
+        QVERIFY(dvars.listing(u"g_gametype").startsWith(u"S    L  g_gametype \"dm\"\n"_s));
+        QCOMPARE(Dvars::description(*dvars.find(u"g_gametype"_s)),
+                 u"\"g_gametype\" is: \"dm^7\" default: \"dm^7\"\nlatched: \"sd^7\"\n  Domain is any text\n"_s);
+
+        dvars.takeUpLatched();
+        QCOMPARE(dvars.value(u"g_gametype"_s), u"sd"_s);
+        QCOMPARE(Dvars::description(*dvars.find(u"g_gametype"_s)),
+                 u"\"g_gametype\" is: \"sd^7\" default: \"dm^7\"\n  Domain is any text\n"_s);
+    }
+
+    void theLastLatchedValueCounts_data()
+    {
+        QTest::addColumn<QStringList>("values");
+        QTest::addColumn<QString>("taken");
+        QTest::newRow("another one") << QStringList{u"sd"_s, u"ctf"_s} << u"ctf"_s;
+        QTest::newRow("the present one again") << QStringList{u"sd"_s, u"dm"_s} << u"dm"_s;
+        QTest::newRow("the same one twice") << QStringList{u"sd"_s, u"sd"_s} << u"sd"_s;
+    }
+    void theLastLatchedValueCounts()
+    {
+        QFETCH(QStringList, values);
+        QFETCH(QString, taken);
+        Dvars dvars = Dvars::stock(false);
+        for (const QString &value : values) {
+            const bool isPresent = value == dvars.value(u"g_gametype"_s);
+            QCOMPARE(dvars.assign(u"g_gametype"_s, value).outcome, isPresent ? Outcome::Done : Outcome::Latched);
+        }
+        QCOMPARE(dvars.value(u"g_gametype"_s), u"dm"_s);
+        dvars.takeUpLatched();
+        QCOMPARE(dvars.value(u"g_gametype"_s), taken);
+    }
+
+    void theServerItselfSetsALatchedVariableAtOnce()
+    {
+        Dvars dvars = Dvars::stock(false);
+        dvars.assign(u"g_gametype"_s, u"sd"_s);
+        dvars.set(u"g_gametype"_s, u"hq"_s);
+        QCOMPARE(dvars.value(u"g_gametype"_s), u"hq"_s);
+        dvars.takeUpLatched();
+        QCOMPARE(dvars.value(u"g_gametype"_s), u"hq"_s);
     }
 
     void newNamesComeToAnEnd()
     {
         Dvars dvars;
         for (int number = 0; number < 5000; ++number)
-            (void)dvars.assign(u"n%1"_s.arg(number), u"1"_s);
+            dvars.assign(u"n%1"_s.arg(number), u"1"_s);
         QCOMPARE(dvars.count(), 4096);
-        QCOMPARE(dvars.assign(u"n0"_s, u"2"_s), QString());
+        QCOMPARE(dvars.assign(u"n5000"_s, u"1"_s).reply, u"Can't create dvar 'n5000': 4096 dvars already exist\n"_s);
+        QCOMPARE(dvars.assign(u"n0"_s, u"2"_s).outcome, Outcome::Done);
         QCOMPARE(dvars.value(u"n0"_s), u"2"_s);
     }
 

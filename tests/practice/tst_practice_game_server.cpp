@@ -99,7 +99,7 @@ private slots:
         row(u"sv_hostname\"\""_s, u"sv_hostname"_s, u""_s);
         row(u"SCR_ALLOW_MP40\"0\""_s, u"scr_allow_mp40"_s, u"0"_s);
         row(u"g_password \"come in\""_s, u"g_password"_s, u"come in"_s);
-        row(u"set g_gametype hq"_s, u"g_gametype"_s, u"hq"_s);
+        row(u"set sv_maxping 200"_s, u"sv_maxPing"_s, u"200"_s);
         row(u"Set scr_motd \"Hello you\""_s, u"scr_motd"_s, u"Hello you"_s);
         row(u"scr_motd Hello   you"_s, u"scr_motd"_s, u"Hello you"_s);
         row(u"seta my_own 5"_s, u"my_own"_s, u"5"_s);
@@ -206,87 +206,9 @@ private slots:
         GameServer game(emptyServer());
         const CommandResult result = game.execute(u"exec match"_s);
         QCOMPARE(result.reply, u"execing match\n"_s);
-        QCOMPARE(game.dvars().value(u"g_gametype"_s), u"sd"_s);
         QCOMPARE(game.dvars().value(u"scr_sd_scorelimit"_s), u"13"_s);
+        QVERIFY(result.event.contains(u"g_gametype is \"sd\" from the next map on"_s));
         QVERIFY(result.event.contains(u"scr_sd_scorelimit is now \"13\""_s));
-    }
-
-    void aMapIsLoaded()
-    {
-        GameServer game(emptyServer());
-        game.players().put(bob());
-        const CommandResult result = game.execute(u"map MP_Decoy"_s);
-        QVERIFY(result.loads);
-        QCOMPARE(result.event, u"loading map mp_decoy, game type tdm"_s);
-        QCOMPARE(game.dvars().value(u"mapname"_s), u"mp_decoy"_s);
-        QCOMPARE(game.players().at(3)->score, 0);
-        QVERIFY(!game.execute(u"map mp_nowhere"_s).loads);
-        QCOMPARE(game.dvars().value(u"mapname"_s), u"mp_decoy"_s);
-    }
-
-    void aRestartKeepsTheMap()
-    {
-        GameServer game(emptyServer());
-        game.execute(u"set g_gametype ctf"_s);
-        const CommandResult result = game.execute(u"map_restart"_s);
-        QVERIFY(result.loads);
-        QCOMPARE(result.event, u"loading map mp_toujane, game type ctf"_s);
-    }
-
-    void anUnknownGameTypeBecomesDeathmatch()
-    {
-        GameServer game(emptyServer());
-        game.execute(u"set g_gametype hob"_s);
-        QVERIFY(game.execute(u"map_restart"_s)
-                    .reply.contains(u"g_gametype hob is not a valid gametype, defaulting to dm\n"_s));
-        QCOMPARE(game.dvars().value(u"g_gametype"_s), u"dm"_s);
-    }
-
-    void theModKnowsItsGameType()
-    {
-        PracticeOptions options = emptyServer();
-        options.mod = u"hob"_s;
-        GameServer game(options);
-        game.execute(u"set g_gametype hob"_s);
-        QCOMPARE(game.execute(u"map_restart"_s).event, u"loading map mp_toujane, game type hob"_s);
-        QVERIFY(
-            game.execute(u"dvarlist scr_hob_*"_s).reply.startsWith(u"    A   scr_hob_announceSpawnCampers \"1\"\n"_s));
-    }
-
-    void theRotationIsUsedUpAndRefilled()
-    {
-        GameServer game(emptyServer());
-        game.execute(u"sv_maprotation \"gametype hq map mp_decoy gametype dm map mp_breakout\""_s);
-        game.execute(u"sv_maprotationcurrent \"gametype sd map mp_carentan\""_s);
-        const auto rotate = [&game] {
-            const bool loads = game.execute(u"map_rotate"_s).loads;
-            return QStringList{game.dvars().value(u"g_gametype"_s), game.dvars().value(u"mapname"_s),
-                               game.dvars().value(u"sv_mapRotationCurrent"_s), loads ? u"loads"_s : u"stays"_s};
-        };
-        QCOMPARE(rotate(), QStringList({u"sd"_s, u"mp_carentan"_s, QString(), u"loads"_s}));
-        QCOMPARE(rotate(), QStringList({u"hq"_s, u"mp_decoy"_s, u"gametype dm map mp_breakout"_s, u"loads"_s}));
-        QCOMPARE(rotate(), QStringList({u"dm"_s, u"mp_breakout"_s, QString(), u"loads"_s}));
-        QCOMPARE(rotate(), QStringList({u"hq"_s, u"mp_decoy"_s, u"gametype dm map mp_breakout"_s, u"loads"_s}));
-    }
-
-    void anEmptyRotationRestartsTheMap()
-    {
-        GameServer game(emptyServer());
-        game.execute(u"sv_maprotation \"\""_s);
-        game.execute(u"sv_maprotationcurrent \"\""_s);
-        const CommandResult result = game.execute(u"map_rotate"_s);
-        QVERIFY(result.loads);
-        QVERIFY(result.reply.contains(u"No map specified in sv_mapRotation - forcing map_restart.\n"_s));
-        QCOMPARE(game.dvars().value(u"mapname"_s), u"mp_toujane"_s);
-    }
-
-    void aRotationToNowhereStays()
-    {
-        GameServer game(emptyServer());
-        game.execute(u"sv_maprotationcurrent \"map mp_nowhere map mp_decoy\""_s);
-        QVERIFY(!game.execute(u"map_rotate"_s).loads);
-        QCOMPARE(game.dvars().value(u"mapname"_s), u"mp_toujane"_s);
-        QCOMPARE(game.dvars().value(u"sv_mapRotationCurrent"_s), u"map mp_decoy"_s);
     }
 
     void thePublicAnswerHasTheLiveValues()
@@ -312,6 +234,35 @@ private slots:
         GameServer game(options);
         QCOMPARE(game.dvars().value(u"sv_maxclients"_s), u"40"_s);
         QCOMPARE(game.players().count(), 40);
+    }
+
+    void moreThanTheLargestServerHoldsAreTurnedAway()
+    {
+        PracticeOptions options;
+        options.players = 65;
+        GameServer game(options);
+        QCOMPARE(game.dvars().value(u"sv_maxclients"_s), u"64"_s);
+        QCOMPARE(game.players().count(), 64);
+    }
+
+    void whoeverIsStillJoiningHasNoScoreAndNoPing()
+    {
+        PracticeOptions options;
+        options.players = 20;
+        options.quirks = true;
+        GameServer game(options);
+        const QStringList rows = game.execute(u"status"_s).reply.split(u'\n').sliced(3, 20);
+        QCOMPARE(rows.filter(u" CNCT "_s).size(), 2);
+        int joining = 0;
+        for (const Player &player : game.players().all()) {
+            if (player.state != Player::State::Connecting)
+                continue;
+            ++joining;
+            QVERIFY2(rows.at(player.slot).startsWith(u"%1     0 CNCT "_s.arg(player.slot, 3)),
+                     qPrintable(rows.at(player.slot)));
+            QVERIFY(game.statusResponse().contains(u"\n0 999 \""_s + player.name + u"\"\n"_s));
+        }
+        QCOMPARE(joining, 2);
     }
 };
 

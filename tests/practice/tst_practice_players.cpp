@@ -87,6 +87,8 @@ private slots:
                 taken.insert(player.slot);
                 if (player.hangingFor > 0)
                     QCOMPARE(player.ping, 999);
+                if (player.state == Player::State::Connecting)
+                    QCOMPARE(std::pair(player.score, player.ping), std::pair(0, 999));
             }
             QCOMPARE(taken.size(), players.count());
             QVERIFY(std::ranges::is_sorted(players.all(), {}, &Player::slot));
@@ -123,6 +125,21 @@ private slots:
         QCOMPARE(players.all().last().slot, 9);
         players.remove(1);
         QVERIFY(players.at(1) == nullptr);
+    }
+
+    void aPercentSignInANameIsToldAsItIs()
+    {
+        Players players(0, 1, false);
+        Player bob;
+        bob.slot = 3;
+        bob.name = u"100%2 %1"_s;
+        players.put(bob);
+        QStringList events;
+        for (int second = 1; second < 100'000 && players.count() > 0; ++second)
+            events += players.step({}, second, slotCount);
+        QVERIFY(!events.isEmpty());
+        for (const QString &event : std::as_const(events))
+            QVERIFY2(event.startsWith(u"100%2 %1 (slot 3) "_s), qPrintable(event));
     }
 
     void namesFitIntoTheGame_data()

@@ -95,8 +95,8 @@ private slots:
         row({u"--seed"_s, u"4294967296"_s}, u"--seed takes a whole number from 0 to 4294967295, not \"4294967296\"."_s);
         row({u"--loss"_s, u"101"_s}, u"--loss takes a whole number from 0 to 100, not \"101\"."_s);
         row({u"--latency"_s, u""_s}, u"--latency takes a whole number from 0 to 60000, not \"\"."_s);
-        row({u"--datagram-size"_s, u"0"_s}, u"--datagram-size takes at least 1."_s);
-        row({u"--datagram-size"_s, u"8001"_s}, u"--datagram-size takes a whole number from 0 to 8000, not \"8001\"."_s);
+        row({u"--datagram-size"_s, u"0"_s}, u"--datagram-size takes a whole number from 1 to 8000, not \"0\"."_s);
+        row({u"--datagram-size"_s, u"8001"_s}, u"--datagram-size takes a whole number from 1 to 8000, not \"8001\"."_s);
         row({u"--mod"_s, u"other"_s}, u"--mod takes \"hob\", not \"other\"."_s);
         row({u"--address"_s, u"nowhere"_s}, u"--address takes a numeric address of this machine, not \"nowhere\"."_s);
         row({u"--password"_s, u"a b"_s}, u"--password takes one word: a blank ends the password in a request."_s);
@@ -124,6 +124,17 @@ private slots:
                                    u"--datagram-size"_s, u"--loss"_s, u"--latency"_s, u"--reorder"_s, u"--silent"_s,
                                    u"--quirks"_s, u"--mod"_s, u"--help"_s, u"--version"_s})
             QVERIFY2(outcome.output.contains(option), qPrintable(option));
+    }
+
+    void helpTellsDefaultsAndLimits()
+    {
+        const QString help = run({u"--help"_s}).output.simplified();
+        for (const auto &text :
+             {u"takes any free one (28960)."_s, u"to listen on (127.0.0.1)."_s, u"rcon password (practice)."_s,
+              u"on the server, 0 to 64 (12)."_s, u"players and losses (1)."_s, u"datagram, 1 to 8000 (1000)."_s,
+              u"each way, 0 to 100 (0)."_s, u"reply leaves, 0 to 60000 (0)."_s, u"map loads, 0 to 60000 (2000)."_s,
+              u"Run a mod; \"hob\" is the only one."_s})
+            QVERIFY2(help.contains(text), qPrintable(text));
     }
 
     void versionNamesTheProgram()
