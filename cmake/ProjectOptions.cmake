@@ -21,7 +21,7 @@ endfunction()
 
 # molvark_test(NAME LINK target...): the test program tst_NAME from tst_NAME.cpp, run by ctest without a display.
 function(molvark_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "TIMEOUT" "LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINK")
     add_executable(tst_${name} tst_${name}.cpp)
     target_link_libraries(tst_${name} PRIVATE project_options Qt6::Test ${arg_LINK})
     add_test(NAME ${name} COMMAND tst_${name})

@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QTimer>
 
+#include <cstdlib>
+
 using namespace Qt::StringLiterals;
 
 int main(int argc, char *argv[])
@@ -25,5 +27,9 @@ int main(int argc, char *argv[])
     program.window.show();
     // From the event loop, because connecting at start waits inside it and the window can be closed meanwhile.
     QTimer::singleShot(0, &program.window, &MainWindow::Form_Load);
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    // Everything is saved. A name server that does not answer would hold the process for as long as it likes.
+    if (program.udpclient.isLookingUp())
+        std::_Exit(status);
+    return status;
 }

@@ -21,7 +21,9 @@
 
 #include <QCloseEvent>
 #include <QGuiApplication>
+#include <QListWidget>
 #include <QScopedValueRollback>
+#include <QTabBar>
 #include <QTimer>
 #include <QWindow>
 
@@ -54,7 +56,7 @@ MainWindow::MainWindow(Services &services_, QWidget *parent)
     addPages();
     wireConnection();
     wireMenus();
-    connect(ui->cmdexit, &QPushButton::clicked, this, &QWidget::close);
+    orderTabs();
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &MainWindow::watchActivation);
 }
 
@@ -110,34 +112,57 @@ void MainWindow::wireMenus()
     connect(ui->removeserver, &QAction::triggered, this,
             [this] { savedServers->removeserver_Click(connectPanel->server(), connectPanel->port()); });
 
-    const auto onOutput = [this](QAction *action, auto run) {
-        connect(action, &QAction::triggered, this, [this, run] { run(services.output); });
-    };
-    onOutput(ui->savemessages, [this](Output &output) { output.savemessages_Click(services.session.autoaction); });
-    onOutput(ui->clearmessage, [](Output &output) { output.clearmessage_Click(); });
-    onOutput(ui->savercon, [this](Output &output) { output.savercon_Click(services.session.autoaction); });
-    onOutput(ui->clearrcon, [](Output &output) { output.clearrcon_Click(); });
+    connect(ui->savemessages, &QAction::triggered, this,
+            [this] { services.output.savemessages_Click(services.session.autoaction); });
+    connect(ui->clearmessage, &QAction::triggered, this, [this] { services.output.clearmessage_Click(); });
+    connect(ui->savercon, &QAction::triggered, this,
+            [this] { services.output.savercon_Click(services.session.autoaction); });
+    connect(ui->clearrcon, &QAction::triggered, this, [this] { services.output.clearrcon_Click(); });
 
-    connect(ui->Exit, &QAction::triggered, this, &QWidget::close);
+    connect(ui->Exit, &QAction::triggered, this, &MainWindow::cmdexit_Click);
+    connect(ui->cmdexit, &QPushButton::clicked, this, &MainWindow::cmdexit_Click);
     connect(ui->mhelpsite, &QAction::triggered, this, [] { openurl(WebAddress::site); });
     connect(ui->mhelpforum, &QAction::triggered, this, [] { openurl(WebAddress::forum); });
+}
+
+// The widgets were made in another order than that in which one reads the window.
+void MainWindow::orderTabs()
+{
+    QWidgetList stops;
+    for (QWidget *next = nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
+        // The inner parts of combo boxes and of the tab widget are reached through these.
+        const bool isPart =
+            next == ui->SSTab->tabBar() || (next->focusProxy() && next->focusProxy()->isAncestorOf(next));
+        if ((next->focusPolicy() & Qt::TabFocus) != 0 && !isPart)
+            stops.append(next);
+    }
+    QWidgetList ordered;
+    for (const QWidget *area : QList<const QWidget *>{connectPanel, ui->SSTab, savedServers, ui->responses,
+                                                      services.output.list(), messagePanel, ui->cmdexit}) {
+        for (QWidget *stop : std::as_const(stops)) {
+            if ((stop == area || area->isAncestorOf(stop)) && !ordered.contains(stop))
+                ordered.append(stop);
+        }
+    }
+    for (qsizetype stop = 1; stop < ordered.size(); ++stop)
+        setTabOrder(ordered.at(stop - 1), ordered.at(stop));
+}
+
+void MainWindow::cmdexit_Click()
+{
+    close();
 }
 
 void MainWindow::Form_Load()
 {
     Session &session = services.session;
-    session.formloading = true;
+    const QScopedValueRollback loading(session.formloading, true);
     const IniText ini = services.ini.contents();
     savedServers->load(readSavedServers(ini));
     messagePanel->load(ini);
     session.options = loadPreferences(ini);
-    try {
-        if (session.options.autoconnect)
-            autoConnect();
-    } catch (const Fault &fault) {
-        services.prompts.showFault(fault);
-    }
-    session.formloading = false;
+    if (session.options.autoconnect)
+        autoConnect();
 }
 
 void MainWindow::autoConnect()
@@ -174,10 +199,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     if (services.session.closing)
         return;
-    const bool mayClose = !std::exchange(unloading, true) && Form_Unload();
-    unloading = false;
-    event->setAccepted(mayClose);
-    if (!mayClose)
+    event->setAccepted(Form_Unload());
+    if (!event->isAccepted())
         return;
     services.prompts.close();
     emit closed();
@@ -216,7 +239,10 @@ void MainWindow::endRun()
 
 bool MainWindow::writeServerList()
 {
-    const std::optional<Fault> fault = services.ini.write(savedServers->entries());
+    const QList<IniEntry> entries = savedServers->entries();
+    if (entries.isEmpty())
+        return true; // nothing saved and nothing to empty: the file is left alone
+    const std::optional<Fault> fault = services.ini.write(entries);
     if (!fault)
         return true;
     // One replacement of the file writes all keys, so its failure is that of the first.

@@ -43,6 +43,8 @@ private:
     void addPages();
     void wireConnection();
     void wireMenus();
+    void orderTabs();
+    void cmdexit_Click();
     void autoConnect();
     void Form_Activate();
     [[nodiscard]] bool Form_Unload();
@@ -59,6 +61,5 @@ private:
     PlayersPage *playersPage;
     MessagesPage *messagesPage;
     MiscPage *miscPage;
-    bool unloading = false;
     bool otherWindowWasActive = true; ///< also before the first show
 };

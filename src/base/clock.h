@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <QLocale>
 
 /// The time of day. The program asks nothing else what time it is, so that tests can let it run faster.
 class Clock {
@@ -12,6 +13,8 @@ public:
 
     /// Local date and time.
     [[nodiscard]] virtual QDateTime now() const { return QDateTime::currentDateTime(); }
+    /// The time of day in the system's short format, as log lines carry it.
+    [[nodiscard]] QString shortTime() const { return QLocale::system().toString(now().time(), QLocale::ShortFormat); }
     /// Seconds since midnight with fractions, 0 to 86,400; falls back to zero at midnight.
     [[nodiscard]] double secondsSinceMidnight() const { return now().time().msecsSinceStartOfDay() / 1000.0; }
 };

@@ -1,8 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "controls.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QStyleOptionFocusRect>
+#include <QStylePainter>
+
+void lockLine(QLineEdit *line, bool on)
+{
+    line->setReadOnly(on);
+    QPalette colours = QGuiApplication::palette();
+    if (on)
+        colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+    line->setPalette(colours);
+}
 
 ComboBox::ComboBox(QWidget *parent) : QComboBox(parent)
 {
@@ -21,7 +33,7 @@ QStringList ComboBox::entries() const
 
 void ComboBox::setLocked(bool on)
 {
-    lineEdit()->setReadOnly(on);
+    lockLine(lineEdit(), on);
 }
 
 bool ComboBox::isLocked() const
@@ -70,4 +82,15 @@ void ClickLabel::keyPressEvent(QKeyEvent *event)
         emit clicked();
     else
         QLabel::keyPressEvent(event);
+}
+
+void ClickLabel::paintEvent(QPaintEvent *event)
+{
+    QLabel::paintEvent(event);
+    if (!hasFocus())
+        return;
+    QStylePainter painter(this);
+    QStyleOptionFocusRect mark;
+    mark.initFrom(this);
+    painter.drawPrimitive(QStyle::PE_FrameFocusRect, mark);
 }

@@ -16,6 +16,9 @@ public:
     QString tag;
 };
 
+/// Locks a line against typing, or unlocks it, and shows that.
+void lockLine(QLineEdit *line, bool on);
+
 /// An editable combo box that can be locked: its text is shown and can be set by the program, but not by the person.
 /// It neither completes what is typed nor adds it to its list on Return.
 class ComboBox final : public QComboBox {
@@ -48,4 +51,5 @@ signals:
 protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 };

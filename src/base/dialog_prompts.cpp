@@ -83,6 +83,7 @@ QString DialogPrompts::askText(const QString &prompt, const QString &title, cons
 QString DialogPrompts::askFileName(const QString &title, const QString &preset, const QString &suffix)
 {
     QFileDialog dialog(programWindow(), title, QDir::currentPath());
+    dialog.setObjectName(u"cdobj"_s);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setOption(QFileDialog::DontConfirmOverwrite); // what is saved is appended, nothing is overwritten
     dialog.setDefaultSuffix(suffix);

@@ -16,7 +16,8 @@ template <typename Integer>
 Integer held(double value)
 {
     const double whole = roundHalfToEven(value);
-    if (whole < std::numeric_limits<Integer>::min() || whole > std::numeric_limits<Integer>::max())
+    const bool fits = whole >= std::numeric_limits<Integer>::min() && whole <= std::numeric_limits<Integer>::max();
+    if (!fits) // also when there is no number left, because it was beyond floating point
         throw Fault(Fault::Overflow);
     return static_cast<Integer>(whole);
 }

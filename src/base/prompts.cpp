@@ -3,13 +3,15 @@
 
 #include "fault.h"
 
+#include <QObject>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 QString numberAndDescription(const Fault &fault)
 {
-    return u"Error code %1 Descr: "_s.arg(fault.number()) + fault.description();
+    return QObject::tr("Error code %1 Descr: ").arg(fault.number()) + fault.description();
 }
 
 } // namespace
@@ -39,7 +41,8 @@ void Prompts::inform(const QString &text, const QString &title)
 
 void Prompts::showWriteFailure(const QString &what, const Fault &fault)
 {
-    refuse(u"Failed to write new "_s + what + u'\r' + numberAndDescription(fault), u"INI Write Fail"_s);
+    refuse(QObject::tr("Failed to write new ") + what + u'\r' + numberAndDescription(fault),
+           QObject::tr("INI Write Fail"));
 }
 
 void Prompts::showFault(const Fault &fault)

@@ -55,7 +55,8 @@ void MessagePanel::txtprefix_LostFocus()
 {
     if (!ui->txtprefix->isModified())
         return;
-    ui->txtprefix->setModified(false);
-    if (const std::optional<Fault> fault = services.ini.write({{section, key, ui->txtprefix->text()}}))
+    const std::optional<Fault> fault = services.ini.write({{section, key, ui->txtprefix->text()}});
+    ui->txtprefix->setModified(fault.has_value()); // what was not written is tried again
+    if (fault)
         services.prompts.showWriteFailure(tr("user prefix to INI file"), *fault);
 }

@@ -8,7 +8,6 @@
 #include "rcon_pane.h"
 
 #include <QListWidget>
-#include <QLocale>
 
 using namespace Qt::StringLiterals;
 
@@ -41,16 +40,12 @@ QListWidget *Output::list() const
 
 void Output::addrcon(const QString &text)
 {
-    if (txtoutput)
-        txtoutput->append(text);
+    txtoutput->append(text);
 }
 
 void Output::addmessage(const QString &text)
 {
-    if (!lstmessages)
-        return;
-    const QString time = QLocale::system().toString(clock.now().time(), QLocale::ShortFormat);
-    lstmessages->addItem(u"Time: "_s + time + u' ' + text);
+    lstmessages->addItem(u"Time: "_s + clock.shortTime() + u' ' + text);
     lstmessages->scrollToBottom();
 }
 
@@ -64,18 +59,20 @@ void Output::showprogress(const QString &text, Progress mode)
     if (programMinimised())
         return;
     frmprogress.setNote(mode == Progress::Add ? frmprogress.note() + u"\r\n"_s + text : text);
-    frmprogress.showOver(txtoutput ? txtoutput->window() : nullptr);
+    frmprogress.showOver(txtoutput->window());
 }
 
 void Output::clearrcon_Click()
 {
-    if (prompts.ask({u"Clear"_s, u"Clear the RCON window?"_s, BoxIcon::Question, BoxButtons::YesNo}) != Answer::No)
+    if (prompts.ask({QObject::tr("Clear"), QObject::tr("Clear the RCON window?"), BoxIcon::Question,
+                     BoxButtons::YesNo}) != Answer::No)
         clearrcon();
 }
 
 void Output::clearmessage_Click()
 {
-    if (prompts.ask({u"Clear"_s, u"Clear the message window?"_s, BoxIcon::Question, BoxButtons::YesNo}) != Answer::No)
+    if (prompts.ask({QObject::tr("Clear"), QObject::tr("Clear the message window?"), BoxIcon::Question,
+                     BoxButtons::YesNo}) != Answer::No)
         clearmessages();
 }
 
@@ -91,15 +88,15 @@ void Output::clearmessages()
 
 void Output::savercon_Click(bool autoaction)
 {
-    saveLog({u"molvark_rcon_"_s, u"Saving RCON output..."_s, u"Rcon log not written"_s,
+    saveLog({u"molvark_rcon_"_s, QObject::tr("Saving RCON output..."), QObject::tr("Rcon log not written"),
              [this] { return txtoutput->text() + u"\r\n"_s; }},
             autoaction);
 }
 
 void Output::savemessages_Click(bool autoaction)
 {
-    // "molvar", not "molvark": the two logs have always had different stems, and scripts look for them.
-    saveLog({u"molvar_messages_"_s, u"Saving Message output..."_s, u"Message log not written"_s,
+    // "molvar", not "molvark": the two kinds of log have different stems.
+    saveLog({u"molvar_messages_"_s, QObject::tr("Saving Message output..."), QObject::tr("Message log not written"),
              [this] { return messages(); }},
             autoaction);
 }
@@ -108,7 +105,7 @@ void Output::saveLog(const Log &log, bool autoaction)
 {
     QString file = log.prefix + logDate(clock.now().date());
     if (!autoaction)
-        file = prompts.askFileName(u"Save file as..."_s, file, u"log"_s);
+        file = prompts.askFileName(QObject::tr("Save file as..."), file, u"log"_s);
     if (file.isEmpty())
         return;
 
@@ -116,7 +113,8 @@ void Output::saveLog(const Log &log, bool autoaction)
     if (autoaction)
         file += u".log"_s;
     if (const std::optional<Fault> fault = appendToLog(file, log.text())) {
-        prompts.refuse(u"Error writing file, err %1\r"_s.arg(fault->number()) + log.failure, u"Failed to Save"_s);
+        prompts.refuse(QObject::tr("Error writing file, err %1\r").arg(fault->number()) + log.failure,
+                       QObject::tr("Failed to Save"));
         return;
     }
     if (!autoaction)

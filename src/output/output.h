@@ -29,8 +29,8 @@ public:
     void addrcon(const QString &text);
     /// Adds one line to the message list, with the time of day before it.
     void addmessage(const QString &text);
-    /// Replaces or extends the note of the progress window and shows it; an empty text closes the window.
-    /// A note that comes while the program is minimised is dropped.
+    /// Replaces or extends the note of the progress window and shows it; an empty text empties the note and hides the
+    /// window. A note that comes while the program is minimised is dropped.
     void showprogress(const QString &text, Progress mode);
 
     void clearrcon_Click();

@@ -34,8 +34,9 @@ void ProgressWindow::showOver(QWidget *owner)
         windowHandle()->setTransientParent(owner->windowHandle());
         move(owner->frameGeometry().center() - rect().center());
     }
+    QWidget *active = QApplication::activeWindow();
     show();
     // Some platforms activate every new window, whatever it asks for.
-    if (owner && QApplication::activeWindow() != owner && owner->isVisible())
-        owner->activateWindow();
+    if (active)
+        active->activateWindow();
 }

@@ -4,15 +4,27 @@
 #include <QFontDatabase>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QWheelEvent>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// A line without end would be laid out anew, as a whole, with each text added to it. It is shown in blocks of this many
+// characters instead, and the blocks that only continue a line are marked.
+constexpr qsizetype longestBlock = 2000;
+constexpr int continued = 1;
+
+} // namespace
 
 RconPane::RconPane(QWidget *parent) : QPlainTextEdit(parent)
 {
     setReadOnly(true);
     setTabChangesFocus(true);
     setUndoRedoEnabled(false);
-    setLineWrapMode(WidgetWidth);
+    setLineWrapMode(NoWrap); // the rows of the server's tables stay rows
 
     QFont bold = QFontDatabase::systemFont(QFontDatabase::FixedFont); // the server's tables are made of columns
     bold.setPointSize(10);
@@ -37,11 +49,37 @@ void RconPane::append(const QString &text)
 {
     QTextCursor end(document());
     end.movePosition(QTextCursor::End);
-    end.insertText(text);
+    end.beginEditBlock();
+    for (QStringView rest = text; !rest.isEmpty();) {
+        const qsizetype room = longestBlock - end.positionInBlock();
+        if (room <= 0) {
+            end.insertBlock();
+            end.block().setUserState(continued);
+            continue;
+        }
+        const qsizetype lineEnd = rest.indexOf(u'\n');
+        const qsizetype piece = lineEnd >= 0 && lineEnd <= room ? lineEnd + 1 : std::min(room, rest.size());
+        end.insertText(rest.first(piece).toString());
+        rest = rest.sliced(piece);
+    }
+    end.endEditBlock();
 }
 
 QString RconPane::text() const
 {
-    // The document's own text keeps the no-break blanks that toPlainText() would turn into plain ones.
-    return document()->toRawText().replace(QChar::ParagraphSeparator, u"\r\n"_s);
+    QString history;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        if (block.blockNumber() > 0 && block.userState() != continued)
+            history += u"\r\n"_s;
+        history += block.text();
+    }
+    return history;
+}
+
+void RconPane::wheelEvent(QWheelEvent *event)
+{
+    if (event->modifiers() & Qt::ControlModifier)
+        event->ignore(); // would change the size of the text
+    else
+        QPlainTextEdit::wheelEvent(event);
 }

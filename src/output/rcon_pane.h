@@ -16,6 +16,9 @@ public:
     /// The whole history; its lines end in carriage return and line feed.
     [[nodiscard]] QString text() const;
 
+protected:
+    void wheelEvent(QWheelEvent *event) override;
+
 private:
     bool following = true;
 };

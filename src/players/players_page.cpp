@@ -3,6 +3,7 @@
 #include "ui_players_page.h"
 
 #include "base/fault.h"
+#include "base/prompts.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
 
@@ -59,6 +60,15 @@ void PlayersPage::chkautoupdate_Click()
         ui->chkautoupdate->setChecked(false);
         return;
     }
+    try {
+        startTimer();
+    } catch (const Fault &fault) {
+        services.prompts.showFault(fault); // connecting ticks the box too, and has more to do
+    }
+}
+
+void PlayersPage::startTimer()
+{
     qint16 &seconds = services.session.options.autoqplayerint;
     if (seconds < 5 || seconds > 40)
         seconds = 30;

@@ -29,6 +29,7 @@ public slots:
 
 private:
     void chkautoupdate_Click();
+    void startTimer();
 
     Services &services;
     std::unique_ptr<Ui::PlayersPage> ui;

@@ -2,6 +2,7 @@
 #include "connect_panel.h"
 #include "ui_connect_panel.h"
 
+#include "base/fault.h"
 #include "base/focus.h"
 #include "base/numbers.h"
 #include "base/prompts.h"
@@ -14,6 +15,7 @@
 #include "settings/saved_servers.h"
 #include "udp_client.h"
 
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
@@ -34,12 +36,12 @@ ConnectPanel::ConnectPanel(Services &services_, QWidget *parent)
     : QWidget(parent), services(services_), ui(std::make_unique<Ui::ConnectPanel>())
 {
     ui->setupUi(this);
-    services.exchange.setPassword([this] { return password(); });
+    services.exchange.setPasswordReader([this] { return password(); });
     connect(ui->cmdconnect, &QPushButton::clicked, this, &ConnectPanel::cmdconnect_Click);
     connect(ui->txtPWD, &QLineEdit::returnPressed, this, &ConnectPanel::passwordentered);
     connect(ui->Label3, &ClickLabel::clicked, this, &ConnectPanel::modsitewanted);
-    onLostFocus(ui->comserver, [this] { rememberText(ui->comserver); });
-    onLostFocus(ui->comport, [this] { rememberText(ui->comport); });
+    onLostFocus(ui->comserver, [this] { comserver_LostFocus(); });
+    onLostFocus(ui->comport, [this] { comport_LostFocus(); });
 }
 
 ConnectPanel::~ConnectPanel() = default;
@@ -71,19 +73,35 @@ void ConnectPanel::focusServer()
     ui->comserver->setFocus();
 }
 
+void ConnectPanel::comserver_LostFocus()
+{
+    rememberText(ui->comserver);
+}
+
+void ConnectPanel::comport_LostFocus()
+{
+    rememberText(ui->comport);
+}
+
 void ConnectPanel::cmdconnect_Click()
 {
     if (services.session.connected) {
         disconnectFromServer();
-    } else if (!connecting) { // a second click while the password is being proved is not a second connection
-        const QScopedValueRollback trying(connecting, true);
+        return;
+    }
+    if (proving) // a second click meanwhile is not a second connection
+        return;
+    try {
         connectToServer();
+    } catch (const Fault &fault) {
+        services.prompts.showFault(fault); // here and not further out, since start-up connects too and goes on
     }
 }
 
 void ConnectPanel::disconnectFromServer()
 {
     services.udpclient.Close();
+    ++connection;
     showConnected(false);
     emit disconnected();
 }
@@ -99,16 +117,11 @@ void ConnectPanel::connectToServer()
         return;
     }
 
-    services.udpclient.setRemoteHost(server());
-    services.udpclient.setRemotePort(toInteger32(port()));
-    services.udpclient.Bind();
-    if (!passwordAccepted()) {
-        services.udpclient.Close();
+    if (!enterSession()) {
         services.output.showprogress({}, Progress::Replace);
         return;
     }
-    enterSession();
-    askServer();
+    askServer(connection);
     if (!services.session.formloading)
         services.output.showprogress({}, Progress::Replace);
     services.session.rconcollect = false;
@@ -138,6 +151,30 @@ void ConnectPanel::trimFields()
     fill(trimBlanks(server()), trimBlanks(port()), trimBlanks(password()));
 }
 
+// Opens the socket and proves the password; from then on the session counts as connected.
+bool ConnectPanel::enterSession()
+{
+    const QScopedValueRollback trying(proving, true);
+    const auto progressClosed = qScopeGuard([this] { services.output.showprogress({}, Progress::Replace); });
+    const QString server_ = server();
+    const QString port_ = port();
+    services.udpclient.setRemoteHost(server_);
+    services.udpclient.setRemotePort(toInteger32(port_));
+    services.udpclient.Bind();
+    if (!passwordAccepted()) {
+        services.udpclient.Close();
+        return false;
+    }
+
+    // The fields could be edited while the server was asked.
+    fill(server_, port_, password());
+    ++connection;
+    showConnected(true);
+    services.output.addmessage(tr("Connected to server ") + server_ + u':' + port_);
+    emit connected();
+    return true;
+}
+
 bool ConnectPanel::passwordAccepted()
 {
     services.exchange.sendinfo(u"status"_s, true);
@@ -151,65 +188,59 @@ bool ConnectPanel::passwordAccepted()
     return true;
 }
 
-void ConnectPanel::enterSession()
-{
-    showConnected(true);
-    services.output.addmessage(tr("Connected to server ") + server() + u':' + port());
-    emit connected();
-}
-
-// Each step may find that the person has disconnected meanwhile; then the rest is left out.
-void ConnectPanel::askServer()
+// Each step may find that the person has disconnected meanwhile, and perhaps connected anew; then the rest of this
+// connection's questions is left out.
+void ConnectPanel::askServer(int number)
 {
     showStep(tr("Asking server for status"), Progress::Replace);
-    if (!askGame())
+    if (!askGame(number))
         return;
     showStep(tr("Asking server for Map rotation"), Progress::Add);
-    askRotation();
-    if (!inSession())
+    askRotation(number);
+    if (!isCurrent(number))
         return;
     showStep(tr("Asking server for cfg files"), Progress::Add);
-    askCfgFiles();
-    if (inSession())
+    askCfgFiles(number);
+    if (isCurrent(number))
         emit settled();
 }
 
-bool ConnectPanel::askGame()
+bool ConnectPanel::askGame(int number)
 {
     Session &session = services.session;
     session.rconcollect = true;
     session.rconarrived = false;
     services.exchange.sendquery(u"getstatus"_s);
-    for (int waits = 0; !session.rconarrived && waits < queryWaits && inSession(); ++waits) {
+    for (int waits = 0; !session.rconarrived && waits < queryWaits && isCurrent(number); ++waits) {
         services.exchange.waitseconds(1);
         services.exchange.yield();
     }
-    if (!session.rconarrived || !inSession())
+    if (!session.rconarrived || !isCurrent(number))
         return false;
     services.output.addrcon(
         u"Server running game mode [%1] on map [%2]"_s.arg(gameType(session.rconreply), mapName(session.rconreply)));
     return true;
 }
 
-void ConnectPanel::askRotation()
+void ConnectPanel::askRotation(int number)
 {
     services.exchange.sendinfo(u"dvarlist sv_maprotation"_s, true);
     services.exchange.waitseconds(1);
-    if (services.session.rconarrived && inSession())
+    if (services.session.rconarrived && isCurrent(number))
         emit rotationread();
 }
 
-void ConnectPanel::askCfgFiles()
+void ConnectPanel::askCfgFiles(int number)
 {
     services.exchange.sendinfo(u"fdir *.cfg"_s, true);
     services.exchange.waitseconds(1);
-    if (services.session.rconarrived && inSession())
+    if (services.session.rconarrived && isCurrent(number))
         emit cfgfilesread();
 }
 
-bool ConnectPanel::inSession() const
+bool ConnectPanel::isCurrent(int number) const
 {
-    return services.session.connected && !services.session.closing;
+    return connection == number && !services.session.closing;
 }
 
 void ConnectPanel::showConnected(bool on)
@@ -219,7 +250,7 @@ void ConnectPanel::showConnected(bool on)
     ui->cmdconnect->setText(on ? tr("Disconnect") : tr("Connect"));
     ui->comserver->setLocked(on);
     ui->comport->setLocked(on);
-    ui->txtPWD->setReadOnly(on);
+    lockLine(ui->txtPWD, on);
 }
 
 void ConnectPanel::showStep(const QString &text, Progress mode)

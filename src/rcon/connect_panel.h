@@ -46,21 +46,24 @@ signals:
     void modsitewanted();
 
 private:
+    void comserver_LostFocus();
+    void comport_LostFocus();
     void connectToServer();
     void disconnectFromServer();
     void clearOutput();
     void trimFields();
     [[nodiscard]] bool passwordAccepted();
-    void enterSession();
-    void askServer();
-    [[nodiscard]] bool askGame();
-    void askRotation();
-    void askCfgFiles();
-    [[nodiscard]] bool inSession() const;
+    [[nodiscard]] bool enterSession();
+    void askServer(int number);
+    [[nodiscard]] bool askGame(int number);
+    void askRotation(int number);
+    void askCfgFiles(int number);
+    [[nodiscard]] bool isCurrent(int number) const;
     void showConnected(bool on);
     void showStep(const QString &text, Progress mode);
 
     Services &services;
     std::unique_ptr<Ui::ConnectPanel> ui;
-    bool connecting = false;
+    bool proving = false; ///< the password is being proved
+    int connection = 0;   ///< counts connecting and disconnecting
 };

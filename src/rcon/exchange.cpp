@@ -12,9 +12,7 @@
 #include "udp_client.h"
 
 #include <QCoreApplication>
-#include <QLocale>
-
-#include <utility>
+#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 
@@ -53,15 +51,13 @@ void Exchange::sendinfo(const QString &comm, bool quietmode)
 
     if (!session.rconarrived) {
         if (!programMinimised())
-            prompts.refuse(u"No response from server in 15 seconds\nCould be server loading map! or \n"
-                           "Fragmented UDP packets which routers do not pass onTry again..."_s,
-                           u"No response"_s);
+            prompts.refuse(tr("No response from server in 15 seconds\nCould be server loading map! or \n"
+                              "Fragmented UDP packets which routers do not pass onTry again..."),
+                           tr("No response"));
         return;
     }
-    if (!quietmode) {
-        const QString time = QLocale::system().toString(clock.now().time(), QLocale::ShortFormat);
-        output.addrcon(u">>RCON sent ["_s + time + u"] "_s + commandMark + comm + commandMark + u"\r\n"_s);
-    }
+    if (!quietmode)
+        output.addrcon(u">>RCON sent ["_s + clock.shortTime() + u"] "_s + commandMark + comm + commandMark + u"\r\n"_s);
 }
 
 bool Exchange::send(const QString &comm)
@@ -70,15 +66,15 @@ bool Exchange::send(const QString &comm)
         return false;
     session.rconnotconnected = udpclient.State() == UDPClient::Closed;
     if (session.rconnotconnected) {
-        prompts.refuse(u"Please connect to a server first!"_s, u"Not connected"_s);
+        prompts.refuse(tr("Please connect to a server first!"), tr("Not connected"));
         return false;
     }
     try {
-        udpclient.SendData(session.rconheader + u"rcon "_s + password() + u' ' + comm);
+        udpclient.SendData(session.rconheader + u"rcon "_s + readPassword() + u' ' + comm);
     } catch (const Fault &fault) {
         if (fault.number() == Fault::NoRoute) {
             session.rconnoroute = -1;
-            prompts.refuse(u"No route to server, are you sure your connected to the Internet!"_s, u"No Route"_s);
+            prompts.refuse(tr("No route to server, are you sure your connected to the Internet!"), tr("No Route"));
         }
         return false;
     }
@@ -128,9 +124,8 @@ void Exchange::UDPClient_DataArrival()
 
     // A datagram that comes during this yield does not yield once more: a flood would pile up handlers without end.
     if (!yieldingInArrival) {
-        yieldingInArrival = true;
+        const QScopedValueRollback yielding(yieldingInArrival, true);
         yield();
-        yieldingInArrival = false;
     }
     session.rconarrived = true;
 }
@@ -150,9 +145,9 @@ QString Exchange::receive()
 void Exchange::tellTruncated()
 {
     // More such datagrams may come while the box is open; one box tells of them all.
-    if (std::exchange(tellingTruncated, true))
+    if (tellingTruncated)
         return;
-    prompts.inform(u"Data returned is to large for buffers\rTruncated after 8192 bytes\rI bet you did dvarlist ;)"_s,
-                   u"Truncated data"_s);
-    tellingTruncated = false;
+    const QScopedValueRollback telling(tellingTruncated, true);
+    prompts.inform(tr("Data returned is to large for buffers\rTruncated after 8192 bytes\rI bet you did dvarlist ;)"),
+                   tr("Truncated data"));
 }

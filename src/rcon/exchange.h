@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 
 #include <functional>
 
@@ -19,8 +20,8 @@ class Exchange final : public QObject {
 public:
     Exchange(Session &session, UDPClient &udpclient, Output &output, Prompts &prompts, const Clock &clock);
 
-    /// Where the password is read at every send.
-    void setPassword(const std::function<QString()> &reader) { password = reader; }
+    /// Where the password is read at every send; empty before this is set.
+    void setPasswordReader(const std::function<QString()> &reader) { readPassword = reader; }
 
     /// Sends one console command, up to five times at three seconds' distance, until a reply datagram has come; its
     /// text is then in the session's `rconreply`. Shows a box when the link is closed, has no route or stays silent.
@@ -46,7 +47,7 @@ private:
     Output &output;
     Prompts &prompts;
     const Clock &clock;
-    std::function<QString()> password;
+    std::function<QString()> readPassword = [] { return QString(); };
     bool yieldingInArrival = false;
     bool tellingTruncated = false;
 };

@@ -8,10 +8,12 @@
 #include <QEventLoop>
 #include <QHostInfo>
 #include <QNetworkDatagram>
-#include <QPointer>
 #include <QUdpSocket>
 
 #include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -27,7 +29,10 @@ QHostAddress preferred(const QList<QHostAddress> &addresses)
 
 } // namespace
 
-UDPClient::UDPClient(QObject *parent) : QObject(parent) {}
+UDPClient::UDPClient(QObject *parent) : QObject(parent)
+{
+    setObjectName(u"UDPClient"_s);
+}
 
 UDPClient::~UDPClient() = default;
 
@@ -61,9 +66,13 @@ QHostAddress UDPClient::lookUp()
 
     QEventLoop wait;
     lookUpWait = &wait;
-    QHostInfo::lookupHost(remoteHost, &wait, [&](const QHostInfo &info) {
+    ++lookUps;
+    QHostInfo::lookupHost(remoteHost, this, [this, &address, waiting = lookUpWait](const QHostInfo &info) {
+        --lookUps;
+        if (!waiting)
+            return; // given up meanwhile
         address = preferred(info.addresses());
-        wait.quit();
+        waiting->quit();
     });
     wait.exec();
     if (address.isNull())

