@@ -47,7 +47,10 @@ void verifyFault(const std::optional<Fault> &fault, int number)
 }
 
 #ifdef Q_OS_UNIX
-bool isSuperuser() { return geteuid() == 0; }
+bool isSuperuser()
+{
+    return geteuid() == 0;
+}
 
 /// As long as it lives no file of this process can grow beyond `bytes`: a disk that is full.
 class FullDisk final {

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include "practice/practice_server.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+class LifeCycleProgramTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void theProgramConnectsAsTheFolderThatItIsStartedInSays()
+    {
+        PracticeServer server;
+        QVERIFY(server.listen());
+        const QTemporaryDir folder;
+        QFile settings(folder.filePath(u"molvark.ini"_s));
+        QVERIFY(settings.open(QIODevice::WriteOnly));
+        settings.write("[options]\r\nautoconnect=1\r\nautoconnectserv=127.0.0.1\r\nautoconnectport=" +
+                       QByteArray::number(server.port()) + "\r\nautoconnectrcon=practice\r\n");
+        settings.close();
+
+        QProcess program;
+        program.setWorkingDirectory(folder.path());
+        program.start(QStringLiteral(MOLVARK_PROGRAM), QStringList());
+        QTRY_VERIFY_WITH_TIMEOUT(server.commands().contains("fdir *.cfg"), 60'000);
+        QCOMPARE(server.requests().first(), QByteArray(4, '\xFF') + "rcon practice status");
+        QCOMPARE(program.state(), QProcess::Running);
+        program.terminate();
+        QVERIFY(program.waitForFinished());
+    }
+};
+
+QTEST_GUILESS_MAIN(LifeCycleProgramTest)
+#include "tst_life_cycle_program.moc"

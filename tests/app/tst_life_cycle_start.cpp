@@ -1,0 +1,234 @@
+// SPDX-License-Identifier: MIT
+#include "program.h"
+#include "tests/rcon/game_replies.h"
+#include "window_test.h"
+
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QByteArray autoConnect(const QByteArray &server, const QByteArray &port, const QByteArray &password)
+{
+    return "[options]\r\nautoconnect=1\r\nautoconnectserv=" + server + "\r\nautoconnectport=" + port +
+           "\r\nautoconnectrcon=" + password + "\r\n";
+}
+
+QByteArray autoConnect(const PracticeServer &server, const QByteArray &password = "practice")
+{
+    return autoConnect("127.0.0.1", QByteArray::number(server.port()), password);
+}
+
+QStringList fields(const Program &program)
+{
+    return {program.text(u"comserver"_s), program.text(u"comport"_s), program.text(u"txtPWD"_s)};
+}
+
+bool isConnected(const Program &program)
+{
+    return program.find<QPushButton>(u"cmdconnect"_s)->property("Tag").toString() == u"YES";
+}
+
+} // namespace
+
+class LifeCycleStartTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { failOnWarnings(); }
+
+    void withoutSettingsTheDefaultsStand()
+    {
+        Program program;
+        program.start();
+        QCOMPARE(fields(program), QStringList({u"127.0.0.1"_s, u"28960"_s, u""_s}));
+        QVERIFY(program.rows(u"lstservers"_s).isEmpty());
+        QCOMPARE(program.session.servercount, 0);
+        QCOMPARE(program.session.rconheader, QString(4, QChar(255)));
+        QVERIFY(!program.session.formloading);
+        QVERIFY(!isConnected(program));
+        QVERIFY2(!QFile::exists(u"molvark.ini"_s), "starting writes no settings");
+    }
+
+    void theSavedServersAreRead_data()
+    {
+        QTest::addColumn<QByteArray>("settings");
+        QTest::addColumn<QStringList>("rows");
+        QTest::addColumn<QStringList>("passwords");
+        QTest::addColumn<int>("count");
+        const QByteArray rest =
+            "[ports]\r\nport1=1\r\nport2=2\r\nport3=3\r\n[rcon]\r\nrcon1=a\r\nrcon2=b\r\nrcon3=c\r\n";
+        QTest::newRow("two servers") << QByteArray("[servers]\r\nserver1=one\r\nserver2=two\r\n" + rest)
+                                     << QStringList({u"one:1"_s, u"two:2"_s}) << QStringList({u"a"_s, u"b"_s}) << 2;
+        QTest::newRow("a gap ends the list") << QByteArray("[servers]\r\nserver1=one\r\nserver3=three\r\n" + rest)
+                                             << QStringList{u"one:1"_s} << QStringList{u"a"_s} << 1;
+        QTest::newRow("an empty key ends the list")
+            << QByteArray("[servers]\r\nserver1=one\r\nserver2=\r\nserver3=three\r\n" + rest) << QStringList{u"one:1"_s}
+            << QStringList{u"a"_s} << 1;
+        QTest::newRow("a server of blanks ends the list and is counted")
+            << QByteArray("[servers]\r\nserver1=one\r\nserver2=   \r\nserver3=three\r\n" + rest)
+            << QStringList{u"one:1"_s} << QStringList{u"a"_s} << 2;
+        QTest::newRow("a list that begins at two")
+            << QByteArray("[servers]\r\nserver2=two\r\n" + rest) << QStringList() << QStringList() << 0;
+        QTest::newRow("no port and no password")
+            << QByteArray("[servers]\r\nserver1=one\r\n") << QStringList{u"one:"_s} << QStringList{u""_s} << 1;
+    }
+
+    void theSavedServersAreRead()
+    {
+        QFETCH(QByteArray, settings);
+        Program program(settings);
+        program.start();
+        QTEST(program.rows(u"lstservers"_s), "rows");
+        QTEST(program.rows(u"lstrcon"_s), "passwords");
+        QTEST(program.session.servercount, "count");
+        QCOMPARE(fields(program), QStringList({u"127.0.0.1"_s, u"28960"_s, u""_s}));
+    }
+
+    void anotherFolderHasOtherSettings()
+    {
+        const auto settings = [](const QByteArray &server) { return "[servers]\r\nserver1=" + server + "\r\n"; };
+        QByteArray written;
+        for (const QByteArray server : {"here", "there"}) {
+            Program program(settings(server));
+            program.start();
+            QCOMPARE(program.rows(u"lstservers"_s), QStringList{QString::fromLatin1(server) + u':'});
+            program.window.close();
+            written = program.file(u"molvark.ini"_s);
+            QVERIFY(written.startsWith("[servers]\r\nserver1=" + server + "\r\n"));
+        }
+        QVERIFY(!written.contains("=here"));
+    }
+
+    void theSettingsStayThoseOfTheStartingFolder()
+    {
+        Program program("[servers]\r\nserver1=here\r\n");
+        const QString startedIn = QDir::currentPath();
+        QTemporaryDir elsewhere;
+        QVERIFY(QDir::setCurrent(elsewhere.path()));
+        program.start();
+        QCOMPARE(program.rows(u"lstservers"_s), QStringList{u"here:"_s});
+        program.session.options.savercon = false;
+        program.session.options.savemessages = false;
+        program.window.close();
+        QVERIFY(program.file(u"molvark.ini"_s).contains("rcon1="));
+        QVERIFY(QDir(elsewhere.path()).isEmpty());
+        QDir::setCurrent(startedIn);
+    }
+
+    void autoConnectAsksEverythingInSilence()
+    {
+        PracticeServer server;
+        QVERIFY(server.listen());
+        answerBriefly(server);
+        Program program(autoConnect(server));
+        program.output.addrcon(u"before\r\n"_s);
+        program.output.addmessage(u"before"_s);
+        QStringList seen;
+        connect(&server, &PracticeServer::requested, this, [&] {
+            const bool silent = program.session.formloading && program.session.rconcollect;
+            seen.append((silent ? u"silent "_s : u"aloud "_s) +
+                        (program.progress()->isVisible() ? u"noted"_s : u"no note"_s));
+        });
+        program.start();
+
+        QCOMPARE(server.commands(),
+                 QList<QByteArray>({"status", "getstatus", "dvarlist sv_maprotation", "fdir *.cfg"}));
+        QCOMPARE(seen, QStringList(4, u"silent no note"_s));
+        QVERIFY(isConnected(program));
+        QCOMPARE(fields(program), QStringList({u"127.0.0.1"_s, QString::number(server.port()), u"practice"_s}));
+        QCOMPARE(program.pane(), u"before\r\nServer running game mode [sd] on map [mp_carentan]"_s);
+        QCOMPARE(program.messages(),
+                 QStringList({u"before"_s, u"Connected to server 127.0.0.1:%1"_s.arg(server.port())}));
+        QCOMPARE(program.file(u"molvark_rcon_050306.log"_s), "");
+        QCOMPARE(program.file(u"molvar_messages_050306.log"_s), "");
+        QCOMPARE(program.text(u"txtcurmaprot_0"_s), u"gametype sd map mp_decoy"_s);
+        QCOMPARE(program.rows(u"lstcfgs"_s), QStringList({u"server.cfg"_s, u"match.cfg"_s}));
+        QVERIFY(!program.session.formloading);
+        QVERIFY(!program.session.rconcollect);
+    }
+
+    void autoConnectNeedsAllThree_data()
+    {
+        QTest::addColumn<int>("missing");
+        QTest::newRow("server") << 0;
+        QTest::newRow("port") << 1;
+        QTest::newRow("password") << 2;
+    }
+
+    void autoConnectNeedsAllThree()
+    {
+        QFETCH(int, missing);
+        PracticeServer server;
+        QVERIFY(server.listen());
+        QList<QByteArray> texts{"127.0.0.1", QByteArray::number(server.port()), "practice"};
+        texts[missing].clear();
+        Program program(autoConnect(texts[0], texts[1], texts[2]));
+        program.start();
+        QVERIFY(server.requests().isEmpty());
+        QVERIFY(!isConnected(program));
+        QCOMPARE(program.udpclient.State(), UDPClient::Closed);
+        QStringList expected;
+        for (const QByteArray &text : std::as_const(texts))
+            expected.append(QString::fromLatin1(text));
+        QCOMPARE(fields(program), expected);
+        QVERIFY(!program.session.rconcollect);
+        QVERIFY(!program.session.formloading);
+    }
+
+    void withoutThePreferenceTheFieldsKeepTheirDefaults()
+    {
+        PracticeServer server;
+        QVERIFY(server.listen());
+        Program program(autoConnect(server).replace("autoconnect=1", "autoconnect=0"));
+        program.start();
+        QCOMPARE(fields(program), QStringList({u"127.0.0.1"_s, u"28960"_s, u""_s}));
+        QVERIFY(server.requests().isEmpty());
+    }
+
+    void aWrongPasswordAtStartIsToldAndTheProgramStands()
+    {
+        PracticeServer server;
+        QVERIFY(server.listen());
+        Program program(autoConnect(server, "guess"));
+        program.start();
+        const Box refused{u"No connection"_s, u"Invalid Rcon password, no connection established"_s,
+                          BoxIcon::Exclamation, BoxButtons::Ok};
+        QCOMPARE(program.prompts.takeBoxes(), QList<Box>{refused});
+        QVERIFY(!isConnected(program));
+        QVERIFY(!program.session.rconcollect);
+        QVERIFY(!program.session.formloading);
+    }
+
+    void aServerThatIsSilentAboutItsGameEndsTheSilence()
+    {
+        PracticeServer server;
+        QVERIFY(server.listen());
+        server.answerRaw("getstatus", {});
+        Program program(autoConnect(server));
+        program.start();
+        QVERIFY(isConnected(program));
+        QVERIFY(!program.session.rconcollect);
+        QCOMPARE(program.pane(), u""_s);
+        program.click(u"cmdstatus"_s);
+        QVERIFY(program.pane().startsWith(u"map: "));
+    }
+
+    void aPortThatIsNoNumberIsToldAndTheProgramStands()
+    {
+        PracticeServer server;
+        QVERIFY(server.listen());
+        Program program(autoConnect("127.0.0.1", "abc", "practice"));
+        program.start();
+        const Box mismatch{u"Molvark"_s, u"Error code 13 Descr: Type mismatch"_s, BoxIcon::Exclamation, BoxButtons::Ok};
+        QCOMPARE(program.prompts.takeBoxes(), QList<Box>{mismatch});
+        QVERIFY(!program.session.formloading);
+        QVERIFY(!program.session.rconcollect);
+        program.connectTo(server);
+        QVERIFY(isConnected(program));
+    }
+};
+
+WINDOW_TEST_MAIN(LifeCycleStartTest)
+#include "tst_life_cycle_start.moc"

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "program.h"
+#include "window_test.h"
+
+#include <QListWidget>
+#include <QLocale>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void setTime(Program &program, QTime time)
+{
+    program.clock.set({QDate(2006, 3, 5), time});
+}
+
+} // namespace
+
+class MessageListTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { failOnWarnings(); }
+
+    void aMessageCarriesTheTimeInTheShortFormatOfTheSystem()
+    {
+        Program program;
+        setTime(program, {15, 4});
+        program.output.addmessage(u"Server name updated."_s);
+        setTime(program, {9, 5});
+        program.output.addmessage(u"Connected"_s);
+        QCOMPARE(program.rows(u"lstmessages"_s),
+                 QStringList({u"Time: 15:04 Server name updated."_s, u"Time: 09:05 Connected"_s}));
+    }
+
+    void aMessageIsNeitherTrimmedNorSqueezed()
+    {
+        Program program;
+        setTime(program, {15, 4});
+        program.output.addmessage(u"  a   b  "_s);
+        program.output.addmessage({});
+        QCOMPARE(program.rows(u"lstmessages"_s), QStringList({u"Time: 15:04   a   b  "_s, u"Time: 15:04 "_s}));
+    }
+
+    void markupShowsAsTyped()
+    {
+        Program program;
+        program.start();
+        setTime(program, {15, 4});
+        program.output.addmessage(u"<b>Bob</b> &amp; <img src=\"map.png\"><br><br>two"_s);
+        program.output.addmessage(u"Bob"_s);
+        QCOMPARE(program.rows(u"lstmessages"_s).first(),
+                 u"Time: 15:04 <b>Bob</b> &amp; <img src=\"map.png\"><br><br>two"_s);
+        const QListWidget &list = *program.output.list();
+        QCOMPARE(list.visualItemRect(list.item(0)).height(), list.visualItemRect(list.item(1)).height());
+        QVERIFY(list.item(0)->toolTip().isEmpty());
+    }
+};
+
+int main(int argc, char *argv[])
+{
+    // The system is a German one, whose short time has no seconds; it need not be installed, because Qt brings its own
+    // tables. They are asked for once, before the application sets the locale of the C library.
+    const QByteArray before = qgetenv("LC_ALL");
+    qputenv("LC_ALL", "de_DE.UTF-8");
+    (void)QLocale::system().timeFormat(QLocale::ShortFormat);
+    qputenv("LC_ALL", before);
+
+    Application application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    MessageListTest test;
+    QTEST_SET_MAIN_SOURCE_PATH
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_message_list.moc"

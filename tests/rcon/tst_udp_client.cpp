@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: MIT
+#include "base/fault.h"
+#include "rcon/udp_client.h"
+
+#include <QNetworkDatagram>
+#include <QRegularExpression>
+#include <QUdpSocket>
+#include <QtTest>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A bare socket in the server's place.
+struct FarEnd final {
+    explicit FarEnd(const QHostAddress &address = QHostAddress::LocalHost, quint16 port = 0)
+    {
+        isBound = socket.bind(address, port, QAbstractSocket::DontShareAddress);
+    }
+
+    [[nodiscard]] quint16 port() const { return socket.localPort(); }
+
+    QNetworkDatagram receive()
+    {
+        return QTest::qWaitFor([&] { return socket.hasPendingDatagrams(); }) ? socket.receiveDatagram()
+                                                                             : QNetworkDatagram();
+    }
+
+    void send(const QByteArray &bytes, quint16 nearPort, const QHostAddress &to = QHostAddress::LocalHost)
+    {
+        QCOMPARE(socket.writeDatagram(bytes, to, nearPort), bytes.size());
+    }
+
+    QUdpSocket socket;
+    bool isBound = false;
+};
+
+/// The client, bound to that far end, and the texts that arrive there.
+struct NearEnd final {
+    explicit NearEnd(quint16 farPort, const QString &host = u"127.0.0.1"_s)
+    {
+        client.setRemoteHost(host);
+        client.setRemotePort(farPort);
+        QObject::connect(&client, &UDPClient::DataArrival, &client, [this] {
+            QString text;
+            client.GetData(text);
+            texts.append(text);
+        });
+        client.Bind();
+    }
+
+    /// The port that the client is bound to, as the far end sees it.
+    [[nodiscard]] quint16 portSeenBy(FarEnd &far)
+    {
+        client.SendData(u"hello"_s);
+        return static_cast<quint16>(far.receive().senderPort());
+    }
+
+    UDPClient client;
+    QStringList texts;
+};
+
+int faultOf(const std::function<void()> &action)
+{
+    try {
+        action();
+    } catch (const Fault &fault) {
+        return fault.number();
+    }
+    return 0;
+}
+
+} // namespace
+
+class UdpClientTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void statesAreNumberedAsTheControlsOwn()
+    {
+        QCOMPARE(static_cast<int>(UDPClient::Closed), 0);
+        QCOMPARE(static_cast<int>(UDPClient::Open), 1);
+        QCOMPARE(static_cast<int>(UDPClient::Connected), 7);
+    }
+
+    void itIsOpenFromBindToClose()
+    {
+        UDPClient client;
+        client.setRemoteHost(u"127.0.0.1"_s);
+        client.setRemotePort(28960);
+        QCOMPARE(client.State(), UDPClient::Closed);
+        client.Close();
+        client.Bind();
+        QCOMPARE(client.State(), UDPClient::Open);
+        client.Close();
+        client.Close();
+        QCOMPARE(client.State(), UDPClient::Closed);
+    }
+
+    void sendingThroughAClosedSocketIsAFault()
+    {
+        UDPClient client;
+        QCOMPARE(faultOf([&] { client.SendData(u"hello"_s); }), 10057);
+    }
+
+    void oneSendIsOneDatagram()
+    {
+        FarEnd far;
+        NearEnd near(far.port());
+        near.client.SendData(u"\u00FF\u20ACone"_s);
+        near.client.SendData(u"two"_s);
+        QCOMPARE(far.receive().data(), QByteArray("\xFF\x80one"));
+        QCOMPARE(far.receive().data(), QByteArray("two"));
+    }
+
+    void aDatagramThatIsTooLargeToSendIsAFault()
+    {
+        FarEnd far;
+        NearEnd near(far.port());
+        QCOMPARE(faultOf([&] { near.client.SendData(QString(65508, u'x')); }), 10040);
+        near.client.SendData(QString(60000, u'x'));
+        QCOMPARE(far.receive().data().size(), 60000);
+    }
+
+    void datagramsArriveInOrderAndWhole()
+    {
+        FarEnd far;
+        NearEnd near(far.port());
+        const quint16 port = near.portSeenBy(far);
+        QStringList expected;
+        for (int number = 0; number < 200; ++number) {
+            expected.append(QString::number(number));
+            far.send(QByteArray::number(number), port);
+        }
+        QTRY_COMPARE(near.texts, expected);
+
+        // More of them than are read in one go, so that a notification has come for nothing; the next one is heard.
+        far.send("another", port);
+        QTRY_COMPARE(near.texts.size(), 201);
+    }
+
+    void nothingArrivesFromInsideASend()
+    {
+        FarEnd far;
+        NearEnd near(far.port());
+        far.send("early", near.portSeenBy(far));
+        near.client.SendData(u"more"_s);
+        QCOMPARE(near.texts, QStringList());
+        QTRY_COMPARE(near.texts, QStringList{u"early"_s});
+    }
+
+    void aLargerDatagramGivesItsFirstPartAndAFault()
+    {
+        FarEnd far;
+        UDPClient client;
+        client.setRemoteHost(u"127.0.0.1"_s);
+        client.setRemotePort(far.port());
+        client.Bind();
+        QList<int> faults;
+        QStringList texts;
+        connect(&client, &UDPClient::DataArrival, this, [&] {
+            QString text;
+            faults.append(faultOf([&] { client.GetData(text); }));
+            texts.append(text);
+        });
+        client.SendData(u"hello"_s);
+        const auto port = static_cast<quint16>(far.receive().senderPort());
+        far.send(QByteArray(8192, 'a'), port);
+        far.send(QByteArray(8192, 'b') + 'c', port);
+        far.send("d", port);
+        QTRY_COMPARE(texts, QStringList({QString(8192, u'a'), QString(8192, u'b'), u"d"_s}));
+        QCOMPARE(faults, QList<int>({0, 10040, 0}));
+    }
+
+    void datagramsFromAnotherPortAreDropped()
+    {
+        FarEnd far;
+        FarEnd stranger;
+        NearEnd near(far.port());
+        const quint16 port = near.portSeenBy(far);
+        stranger.send("forged", port);
+        far.send("genuine", port);
+        stranger.send("forged", port);
+        far.send("the end", port);
+        QTRY_COMPARE(near.texts, QStringList({u"genuine"_s, u"the end"_s}));
+    }
+
+    void datagramsFromAnotherAddressAreDropped()
+    {
+        FarEnd far;
+        FarEnd stranger(QHostAddress(u"127.0.0.2"_s), far.port());
+        if (!stranger.isBound)
+            QSKIP("this system has no address 127.0.0.2");
+        NearEnd near(far.port());
+        const quint16 port = near.portSeenBy(far);
+        stranger.send("forged", port);
+        far.send("genuine", port);
+        QTRY_COMPARE(near.texts, QStringList{u"genuine"_s});
+    }
+
+    void aClosedFarPortIsNoFault()
+    {
+        auto far = std::make_unique<FarEnd>();
+        NearEnd near(far->port());
+        const quint16 farPort = far->port();
+        const quint16 nearPort = near.portSeenBy(*far);
+        far.reset();
+        for (int send = 0; send < 3; ++send) {
+            QCOMPARE(faultOf([&] { near.client.SendData(u"anybody there?"_s); }), 0);
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(near.client.State(), UDPClient::Open);
+        QCOMPARE(near.texts, QStringList());
+
+        FarEnd reopened(QHostAddress::LocalHost, farPort);
+        QVERIFY(reopened.isBound);
+        reopened.send("here again", nearPort);
+        QTRY_COMPARE(near.texts, QStringList{u"here again"_s});
+    }
+
+    void aDatagramArrivesInsideTheArrivalOfAnother()
+    {
+        FarEnd far;
+        NearEnd near(far.port());
+        const quint16 port = near.portSeenBy(far);
+        bool cameMeanwhile = false;
+        connect(
+            &near.client, &UDPClient::DataArrival, this,
+            [&] {
+                far.send("second", port);
+                cameMeanwhile = QTest::qWaitFor([&] { return near.texts.size() == 2; });
+            },
+            Qt::SingleShotConnection);
+        far.send("first", port);
+        QTRY_COMPARE(near.texts, QStringList({u"first"_s, u"second"_s}));
+        QVERIFY(cameMeanwhile);
+    }
+
+    void closingInsideAnArrivalDropsWhatIsPending()
+    {
+        FarEnd far;
+        NearEnd near(far.port());
+        const quint16 port = near.portSeenBy(far);
+        connect(&near.client, &UDPClient::DataArrival, &near.client, &UDPClient::Close, Qt::SingleShotConnection);
+        far.send("first", port);
+        far.send("second", port);
+        QTRY_COMPARE(near.client.State(), UDPClient::Closed);
+
+        near.client.Bind();
+        far.send("anew", near.portSeenBy(far));
+        QTRY_COMPARE(near.texts, QStringList({u"first"_s, u"anew"_s}));
+    }
+
+    void bindingAgainServesTheNewFarEndAlone()
+    {
+        FarEnd old;
+        FarEnd far;
+        NearEnd near(old.port());
+        near.client.setRemotePort(far.port());
+        near.client.Bind();
+        const quint16 port = near.portSeenBy(far);
+        old.send("old", port);
+        far.send("new", port);
+        QTRY_COMPARE(near.texts, QStringList{u"new"_s});
+    }
+
+    void aHostNameIsLookedUp()
+    {
+        FarEnd far;
+        NearEnd near(far.port(), u"localhost"_s);
+        far.send("from the local host", near.portSeenBy(far));
+        QTRY_COMPARE(near.texts, QStringList{u"from the local host"_s});
+    }
+
+    void anAddressOfTheNewerKindWorksToo()
+    {
+        FarEnd far(QHostAddress::LocalHostIPv6);
+        if (!far.isBound)
+            QSKIP("this system has no address ::1");
+        NearEnd near(far.port(), u"::1"_s);
+        near.client.SendData(u"hello"_s);
+        const QNetworkDatagram hello = far.receive();
+        QCOMPARE(hello.data(), QByteArray("hello"));
+        far.send("hello yourself", static_cast<quint16>(hello.senderPort()), QHostAddress::LocalHostIPv6);
+        QTRY_COMPARE(near.texts, QStringList{u"hello yourself"_s});
+    }
+
+    void anUnknownHostNameIsAFaultOfBinding()
+    {
+        UDPClient client;
+        client.setRemoteHost(u"no-such-server.invalid"_s);
+        client.setRemotePort(28960);
+        QCOMPARE(faultOf([&] { client.Bind(); }), 11001);
+        QCOMPARE(client.State(), UDPClient::Closed);
+    }
+
+    void aPortThatIsNoneIsAFaultOfBinding_data()
+    {
+        QTest::addColumn<qint32>("port");
+        QTest::addColumn<int>("fault");
+        QTest::newRow("0") << 0 << 10049;
+        QTest::newRow("the first") << 1 << 0;
+        QTest::newRow("the last") << 65535 << 0;
+        QTest::newRow("beyond the last") << 65536 << 10049;
+        QTest::newRow("negative") << -1 << 10049;
+    }
+
+    void aPortThatIsNoneIsAFaultOfBinding()
+    {
+        QFETCH(qint32, port);
+        QFETCH(int, fault);
+        UDPClient client;
+        client.setRemoteHost(u"127.0.0.1"_s);
+        client.setRemotePort(port);
+        QCOMPARE(faultOf([&] { client.Bind(); }), fault);
+        QCOMPARE(client.State(), fault == 0 ? UDPClient::Open : UDPClient::Closed);
+    }
+};
+
+QTEST_GUILESS_MAIN(UdpClientTest)
+#include "tst_udp_client.moc"
