@@ -2,7 +2,7 @@
 #include "app/composition.h"
 #include "base/application.h"
 #include "base/clock.h"
-#include "base/dialog_prompts.h"
+#include "telling_prompts.h"
 #include "tour.h"
 
 #include <QDir>
@@ -18,7 +18,7 @@ int main(int argc, char *argv[])
     QApplication::setQuitOnLastWindowClosed(false);
     const QString folder = QApplication::arguments().value(1, u"."_s);
 
-    DialogPrompts prompts;
+    TellingPrompts prompts;
     application.setPrompts(&prompts);
     const Clock clock;
     Composition program(prompts, clock, QDir::toNativeSeparators(QDir::currentPath() + u"/molvark.ini"_s));
@@ -29,6 +29,7 @@ int main(int argc, char *argv[])
         program.window.Form_Load();
         succeeded = Tour(program.window, folder).walk();
         program.window.close();
+        succeeded = succeeded && !prompts.haveTold();
         QApplication::quit();
     });
     QApplication::exec();

@@ -9,29 +9,34 @@ port=28960
 password=practice
 top=$PWD
 scratch=$(mktemp -d)
-server=
+children=()
 
 cleanup() {
-    if [ -n "$server" ]; then
-        kill "$server" 2>/dev/null || true
-        wait "$server" 2>/dev/null || true
-    fi
+    trap - EXIT HUP INT TERM
+    for child in "${children[@]}"; do
+        kill "$child" 2>/dev/null || true
+    done
+    wait
     rm -rf "$scratch"
 }
 trap cleanup EXIT
+trap 'exit 129' HUP
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
-has_display() { [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; }
+# wait_for CHILD FILE: until FILE has something in it; fails when the child has ended before.
+wait_for() {
+    until [ -s "$2" ]; do
+        kill -0 "$1" 2>/dev/null || return 1
+        sleep 0.1
+    done
+    kill -0 "$1" 2>/dev/null
+}
 
 start_practice_server() {
     build/release/practice/molvark-practice --port "$port" --password "$password" >"$scratch/server.log" 2>&1 &
-    server=$!
-    until [ -s "$scratch/server.log" ]; do
-        kill -0 "$server" 2>/dev/null || break
-        sleep 0.1
-    done
-    if ! kill -0 "$server" 2>/dev/null; then
+    children+=($!)
+    if ! wait_for $! "$scratch/server.log"; then
         cat "$scratch/server.log" >&2
         echo "The practice server could not be started on port $port." >&2
         exit 1
@@ -39,23 +44,43 @@ start_practice_server() {
     head -n 1 "$scratch/server.log"
 }
 
+# Takes the first display number that is free.
+start_display() {
+    Xvfb -displayfd 1 -screen 0 1280x900x24 -nolisten tcp >"$scratch/display" 2>"$scratch/display.log" &
+    children+=($!)
+    if ! wait_for $! "$scratch/display"; then
+        cat "$scratch/display.log" >&2
+        echo "No virtual display could be started." >&2
+        exit 1
+    fi
+    DISPLAY=:$(cat "$scratch/display")
+    export DISPLAY
+}
+
 write_settings() {
     printf '[options]\r\nautoconnect=1\r\nautoconnectserv=127.0.0.1\r\nautoconnectport=%s\r\nautoconnectrcon=%s\r\n' \
-        "$port" "$password" >"$1/molvark.ini"
+        "$port" "$password" >molvark.ini
+}
+
+# In the background and waited for, so that a signal to this script is acted on at once.
+run() {
+    "$@" &
+    children+=($!)
+    wait $!
 }
 
 install_packages "${build_packages[@]}" "${font_packages[@]}"
-has_display || install_packages "${display_packages[@]}"
+[ -n "${DISPLAY:-}" ] || install_packages "${display_packages[@]}"
 build release
 start_practice_server
 mkdir "$scratch/program"
-write_settings "$scratch/program"
 cd "$scratch/program"
-if has_display; then
-    "$top/build/release/src/app/molvark"
+write_settings
+if [ -n "${DISPLAY:-}" ]; then
+    run "$top/build/release/src/app/molvark"
 else
+    start_display
     mkdir -p "$top/build/tour"
     rm -f "$top"/build/tour/*.png
-    xvfb-run --auto-servernum --server-args='-screen 0 1280x900x24' \
-        "$top/build/release/demo/molvark-tour" "$top/build/tour"
+    run "$top/build/release/demo/molvark-tour" "$top/build/tour"
 fi

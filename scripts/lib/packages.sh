@@ -2,7 +2,7 @@
 
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools)
 font_packages=(fonts-dejavu-core)
-display_packages=(xvfb xauth)
+display_packages=(xvfb)
 
 # install_packages NAME...: nothing happens when all are there. Ends the script with a clear line when one cannot be had.
 install_packages() {
@@ -34,7 +34,7 @@ install_packages() {
     rm -f "$log"
 }
 
-# build PRESET [TARGET...]: configures and builds one of the presets, two jobs at a time or as many as there are cores.
+# build PRESET [TARGET...]: configures one of the presets and builds it, or only the targets named.
 build() {
     local preset=$1
     shift
