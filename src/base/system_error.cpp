@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "system_error.h"
 
-#include <system_error>
-
 #ifdef Q_OS_WIN
 #include <winsock2.h>
 #else
 #include <cerrno>
 #endif
+
+Fault systemFault(std::errc error)
+{
+    const std::error_code code = std::make_error_code(error);
+    return {code.value(), QString::fromStdString(code.message())};
+}
 
 #ifdef Q_OS_WIN
 void clearSystemError()

@@ -3,6 +3,11 @@
 
 #include "fault.h"
 
+#include <system_error>
+
+/// One of the system's errors as a fault.
+[[nodiscard]] Fault systemFault(std::errc error);
+
 /// Forgets the system's last error, so that an older one is not taken for that of the next call.
 void clearSystemError();
 

@@ -5,6 +5,7 @@
 #include "base/wire_text.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QLocale>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +17,10 @@ QString logDate(QDate date)
 
 std::optional<Fault> appendToLog(const QString &file, const QString &text)
 {
+    const QFileInfo info(file);
+    if (info.exists() && !info.isFile() && !info.isDir())
+        return systemFault(std::errc::not_supported); // a device or a pipe: opening it could wait for ever
+
     const QByteArray bytes = toAnsi(text);
     QFile log(file);
     clearSystemError();

@@ -14,6 +14,8 @@
 #include <QCoreApplication>
 #include <QScopedValueRollback>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -35,7 +37,9 @@ void Exchange::sendinfo(const QString &comm, bool quietmode)
     session.rconarrived = false;
     session.rconreply.clear();
     session.rconnoroute = 0;
+    truncationTold = false;
 
+    const int link = udpclient.link();
     for (int copy = 1; copy <= copies && !session.rconarrived; ++copy) {
         if (!send(comm))
             return;
@@ -45,8 +49,8 @@ void Exchange::sendinfo(const QString &comm, bool quietmode)
             return;
         }
         waitForReply();
-        if (session.closing)
-            return;
+        if (session.closing || udpclient.link() != link)
+            return; // what was meant for one server is not sent to the next
     }
 
     if (!session.rconarrived) {
@@ -144,10 +148,10 @@ QString Exchange::receive()
 
 void Exchange::tellTruncated()
 {
-    // More such datagrams may come while the box is open; one box tells of them all.
-    if (tellingTruncated)
+    // More such datagrams may follow, also while the box is open. One box for each command tells of them all: a box
+    // for each datagram would leave the person nothing to do but close boxes.
+    if (std::exchange(truncationTold, true))
         return;
-    const QScopedValueRollback telling(tellingTruncated, true);
     prompts.inform(tr("Data returned is to large for buffers\rTruncated after 8192 bytes\rI bet you did dvarlist ;)"),
                    tr("Truncated data"));
 }

@@ -49,5 +49,5 @@ private:
     const Clock &clock;
     std::function<QString()> readPassword = [] { return QString(); };
     bool yieldingInArrival = false;
-    bool tellingTruncated = false;
+    bool truncationTold = false;
 };

@@ -5,6 +5,7 @@
 #include "base/system_error.h"
 #include "base/wire_text.h"
 
+#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QHostInfo>
 #include <QNetworkDatagram>
@@ -17,8 +18,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A flood is read in portions, so that the window and the waits get their turn in between.
-constexpr int datagramsPerTurn = 64;
+// A flood is read in turns of this many milliseconds, so that the window and the waits get theirs in between.
+constexpr qint64 turn = 20;
 
 QHostAddress preferred(const QList<QHostAddress> &addresses)
 {
@@ -32,6 +33,8 @@ QHostAddress preferred(const QList<QHostAddress> &addresses)
 UDPClient::UDPClient(QObject *parent) : QObject(parent)
 {
     setObjectName(u"UDPClient"_s);
+    readOn.setSingleShot(true); // a timer, because what is posted comes before the window's turn
+    connect(&readOn, &QTimer::timeout, this, &UDPClient::readDatagrams);
 }
 
 UDPClient::~UDPClient() = default;
@@ -56,6 +59,7 @@ void UDPClient::Bind()
     // datagram must get its datagrams too.
     connect(bound.get(), &QUdpSocket::readyRead, this, &UDPClient::readDatagrams, Qt::QueuedConnection);
     socket = std::move(bound);
+    ++bindings;
 }
 
 QHostAddress UDPClient::lookUp()
@@ -112,9 +116,13 @@ void UDPClient::Close()
 void UDPClient::readDatagrams()
 {
     const QPointer<QUdpSocket> read = socket.get();
-    for (int count = 0; count < datagramsPerTurn; ++count) {
-        if (!read || read != socket.get())
+    QElapsedTimer reading;
+    reading.start();
+    while (read && read == socket.get()) {
+        if (reading.hasExpired(turn)) {
+            readOn.start();
             return;
+        }
         // One byte more than the buffer shows that there was more.
         const QNetworkDatagram datagram = read->receiveDatagram(bufferSize + 1);
         if (!datagram.isValid())
@@ -124,5 +132,4 @@ void UDPClient::readDatagrams()
         arrived = datagram.data();
         emit DataArrival();
     }
-    QMetaObject::invokeMethod(this, &UDPClient::readDatagrams, Qt::QueuedConnection);
 }

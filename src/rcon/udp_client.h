@@ -4,6 +4,7 @@
 #include <QHostAddress>
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 
 #include <memory>
 
@@ -25,6 +26,8 @@ public:
     ~UDPClient() override;
 
     [[nodiscard]] SocketState State() const;
+    /// Tells one link from the next: how often the socket has been opened.
+    [[nodiscard]] int link() const { return bindings; }
     void setRemoteHost(const QString &host) { remoteHost = host; }
     void setRemotePort(qint32 port) { remotePort = port; }
 
@@ -55,4 +58,6 @@ private:
     QByteArray arrived;
     QPointer<QEventLoop> lookUpWait;
     int lookUps = 0;
+    int bindings = 0;
+    QTimer readOn;
 };

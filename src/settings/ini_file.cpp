@@ -6,18 +6,11 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-#include <system_error>
 #include <utility>
 
 namespace {
 
 constexpr qint64 largestFile = 64LL * 1024 * 1024;
-
-Fault systemFault(std::errc error)
-{
-    const std::error_code code = std::make_error_code(error);
-    return {code.value(), QString::fromStdString(code.message())};
-}
 
 /// Reads the whole file into `bytes`; a missing one is no fault and has none.
 std::optional<Fault> readBytes(const QString &path, QByteArray &bytes)

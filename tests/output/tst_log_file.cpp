@@ -7,6 +7,10 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
 #include <cerrno>
 
 #ifdef Q_OS_UNIX
@@ -149,6 +153,13 @@ private slots:
         QVERIFY(!appendToLog(path(u"errno.log"_s), u"one"_s));
         errno = EIO;
         QCOMPARE(appendToLog(folder.path(), u"one"_s)->number(), EISDIR);
+    }
+
+    void aPipeIsNotWaitedFor()
+    {
+        const QString pipe = folder.filePath(u"pipe.log"_s);
+        QCOMPARE(mkfifo(qPrintable(pipe), S_IRUSR | S_IWUSR), 0);
+        QCOMPARE(appendToLog(pipe, u"text"_s)->number(), ENOTSUP);
     }
 #endif
 
