@@ -3,13 +3,15 @@
 
 #include <QString>
 
+#include <utility>
+
 class MainWindow;
 
 /// A walk through the main window as a person would take it, with one picture per tab.
 class Tour final {
 public:
     /// The pictures go into `folder`, which must be there.
-    Tour(MainWindow &window_, const QString &folder_) : window(window_), folder(folder_) {}
+    Tour(MainWindow &window_, QString folder_) : window(window_), folder(std::move(folder_)) {}
 
     /// Takes the walk and prints what there is to see. False, with a line on standard error, at the first step that
     /// fails.

@@ -70,8 +70,8 @@ void MainWindow::placePanels()
     ui->responseRows->addWidget(services.output.pane());
     ui->responseRows->addWidget(consolePanel);
     ui->lowerSplitter->addWidget(messagePanel);
-    ui->upperSplitter->setSizes({860, 220});
-    ui->lowerSplitter->setSizes({720, 360});
+    ui->upperSplitter->setSizes({900, 220});
+    ui->lowerSplitter->setSizes({760, 360});
     ui->splitter->setSizes({360, 320});
 }
 

@@ -34,6 +34,7 @@ QStringList ComboBox::entries() const
 void ComboBox::setLocked(bool on)
 {
     lockLine(lineEdit(), on);
+    setPalette(lineEdit()->palette());
 }
 
 bool ComboBox::isLocked() const

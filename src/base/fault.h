@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <exception>
+#include <utility>
 
 /// A fault by number and description: what a handler traps, or what the general fault box shows.
 class Fault final : public std::exception {
@@ -23,7 +24,7 @@ public:
     /// One of the numbers above with its standard description.
     explicit Fault(Number number);
     /// Any other number, above all the system's own, with its description.
-    Fault(int number, const QString &description) : code(number), text(description) {}
+    Fault(int number, QString description) : code(number), text(std::move(description)) {}
 
     [[nodiscard]] int number() const { return code; }
     [[nodiscard]] QString description() const { return text; }
