@@ -117,10 +117,8 @@ void ConnectPanel::connectToServer()
         return;
     }
 
-    if (!enterSession()) {
-        services.output.showprogress({}, Progress::Replace);
+    if (!enterSession())
         return;
-    }
     askServer(connection);
     if (!services.session.formloading)
         services.output.showprogress({}, Progress::Replace);
@@ -151,15 +149,16 @@ void ConnectPanel::trimFields()
     fill(trimBlanks(server()), trimBlanks(port()), trimBlanks(password()));
 }
 
-// Opens the socket and proves the password; from then on the session counts as connected.
+// Opens the socket and proves the password; from then on the session counts as connected. Whatever comes of it, the
+// notes about saving the logs are over.
 bool ConnectPanel::enterSession()
 {
     const QScopedValueRollback trying(proving, true);
     const auto progressClosed = qScopeGuard([this] { services.output.showprogress({}, Progress::Replace); });
-    const QString server_ = server();
-    const QString port_ = port();
-    services.udpclient.setRemoteHost(server_);
-    services.udpclient.setRemotePort(toInteger32(port_));
+    const QString host = server();
+    const QString hostPort = port();
+    services.udpclient.setRemoteHost(host);
+    services.udpclient.setRemotePort(toInteger32(hostPort));
     services.udpclient.Bind();
     if (!passwordAccepted()) {
         services.udpclient.Close();
@@ -167,10 +166,10 @@ bool ConnectPanel::enterSession()
     }
 
     // The fields could be edited while the server was asked.
-    fill(server_, port_, password());
+    fill(host, hostPort, password());
     ++connection;
     showConnected(true);
-    services.output.addmessage(tr("Connected to server ") + server_ + u':' + port_);
+    services.output.addmessage(tr("Connected to server ") + host + u':' + hostPort);
     emit connected();
     return true;
 }
