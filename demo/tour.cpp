@@ -11,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTextStream>
 
 #include <functional>
@@ -39,7 +40,7 @@ bool failed(const QString &step)
 
 bool Tour::walk()
 {
-    if (!waitUntilConnected() || !askServer() || !visitTabs())
+    if (!waitUntilConnected() || !askServer() || !listPlayers() || !visitTabs())
         return false;
     printWhatIsShown();
     return true;
@@ -65,6 +66,15 @@ bool Tour::askServer()
         return text.contains(u"num score ping guid") && text.contains(u"\"sv_hostname\" is:");
     });
     return answered || failed(u"the console commands got no answer"_s);
+}
+
+bool Tour::listPlayers()
+{
+    window.findChild<QPushButton *>(u"cmdplypop"_s)->click();
+    auto *grid = window.findChild<QTableView *>(u"msfplayers"_s);
+    const bool listed = waitFor([&] { return grid->model()->rowCount() > 0; });
+    grid->selectRow(2);
+    return listed || failed(u"no players were listed"_s);
 }
 
 bool Tour::visitTabs()

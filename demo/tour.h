@@ -20,6 +20,7 @@ public:
 private:
     [[nodiscard]] bool waitUntilConnected();
     [[nodiscard]] bool askServer();
+    [[nodiscard]] bool listPlayers();
     [[nodiscard]] bool visitTabs();
     [[nodiscard]] bool takePicture(const QString &name);
     void printWhatIsShown() const;

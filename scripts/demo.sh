@@ -34,7 +34,7 @@ wait_for() {
 }
 
 start_practice_server() {
-    build/release/practice/molvark-practice --port "$port" --password "$password" >"$scratch/server.log" 2>&1 &
+    build/release/practice/molvark-practice --port "$port" --password "$password" --players 20 >"$scratch/server.log" 2>&1 &
     children+=($!)
     if ! wait_for $! "$scratch/server.log"; then
         cat "$scratch/server.log" >&2

@@ -47,7 +47,7 @@ MainWindow::MainWindow(Services &services_, QWidget *parent)
       consolePanel(new ConsolePanel(services)),
       messagePanel(new MessagePanel(services)),
       savedServers(new SavedServersPanel(services.prompts, services.session.servercount)),
-      playersPage(new PlayersPage(services)),
+      playersPage(new PlayersPage(services, *connectPanel)),
       messagesPage(new MessagesPage),
       miscPage(new MiscPage(services))
 {
@@ -161,6 +161,7 @@ void MainWindow::Form_Load()
     savedServers->load(readSavedServers(ini));
     messagePanel->load(ini);
     session.options = loadPreferences(ini);
+    playersPage->showPreferences();
     if (session.options.autoconnect)
         autoConnect();
 }

@@ -2,10 +2,31 @@
 #include "controls.h"
 
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QStyleOptionButton>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
+#include <QToolTip>
+
+QString CheckBox::toolTipAt(QPoint place) const
+{
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    const bool onCaption = style()->subElementRect(QStyle::SE_CheckBoxContents, &option, this).contains(place);
+    return onCaption && !captionToolTip.isEmpty() ? captionToolTip : toolTip();
+}
+
+bool CheckBox::event(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QCheckBox::event(event);
+    const auto *help = static_cast<QHelpEvent *>(event);
+    // Only rich text is wrapped.
+    QToolTip::showText(help->globalPos(), Qt::convertFromPlainText(toolTipAt(help->pos()), Qt::WhiteSpaceNormal), this);
+    return true;
+}
 
 void lockLine(QLineEdit *line, bool on)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
@@ -14,6 +15,23 @@ public:
     using QPushButton::QPushButton;
 
     QString tag;
+};
+
+/// A check box whose caption may have a tool tip of its own. Long tool tips are wrapped.
+class CheckBox final : public QCheckBox {
+    Q_OBJECT
+    Q_PROPERTY(QString captionToolTip MEMBER captionToolTip)
+
+public:
+    using QCheckBox::QCheckBox;
+
+    QString captionToolTip;
+
+    /// The tool tip at that place of the control.
+    [[nodiscard]] QString toolTipAt(QPoint place) const;
+
+protected:
+    bool event(QEvent *event) override;
 };
 
 /// Locks a line against typing, or unlocks it, and shows that.

@@ -43,6 +43,11 @@ qint16 leadingNumber(QStringView text)
     return held<qint16>(digits.match(text).capturedView(1).toDouble());
 }
 
+qint16 product16(qint16 one, qint16 other)
+{
+    return held<qint16>(static_cast<double>(one) * other);
+}
+
 double roundHalfToEven(double value)
 {
     return value - std::remainder(value, 1.0);

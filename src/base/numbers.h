@@ -14,5 +14,8 @@
 /// are none. Throws Overflow beyond that range.
 [[nodiscard]] qint16 leadingNumber(QStringView text);
 
+/// `one` times `other`, held to 16 bits. Throws Overflow when it does not fit.
+[[nodiscard]] qint16 product16(qint16 one, qint16 other);
+
 /// The nearest whole number; a half goes to the even neighbour.
 [[nodiscard]] double roundHalfToEven(double value);

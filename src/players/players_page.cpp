@@ -3,37 +3,196 @@
 #include "ui_players_page.h"
 
 #include "base/fault.h"
+#include "base/numbers.h"
 #include "base/prompts.h"
+#include "colour_codes.h"
+#include "getstatus_reply.h"
+#include "output/output.h"
+#include "rcon/exchange.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
+#include "rcon/udp_client.h"
+#include "status_table.h"
 
-#include <limits>
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// The interval is formed in 16 bits, so 33 seconds and more overflow.
-int milliseconds(qint16 seconds)
+// Each column has room for as many characters as its header text has, blanks included.
+void fitColumns(QTableView &grid)
 {
-    const int product = seconds * 1000;
-    if (product > std::numeric_limits<qint16>::max())
-        throw Fault(Fault::Overflow);
-    return product;
+    const QFontMetrics metrics = grid.fontMetrics();
+    const int margins = 2 * (grid.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &grid) + 1);
+    for (int column = 0; column < PlayerColumns; ++column) {
+        const QString header = grid.model()->headerData(column, Qt::Horizontal).toString();
+        const int room = static_cast<int>(header.size()) * metrics.horizontalAdvance(u'x');
+        grid.setColumnWidth(column, std::max(room, metrics.horizontalAdvance(header)) + margins);
+    }
 }
 
 } // namespace
 
-PlayersPage::PlayersPage(Services &services_, QWidget *parent)
-    : QWidget(parent), services(services_), ui(std::make_unique<Ui::PlayersPage>()), tmrplayer(this)
+PlayersPage::PlayersPage(Services &services_, const ConnectPanel &connectPanel_, QWidget *parent)
+    : QWidget(parent),
+      services(services_),
+      connectPanel(connectPanel_),
+      ui(std::make_unique<Ui::PlayersPage>()),
+      players(this),
+      tmrplayer(this)
 {
     ui->setupUi(this);
-    ui->chkautoupdate->hide();
+    ui->msfplayers->setModel(&players);
+    ui->msfplayers->verticalHeader()->setDefaultSectionSize(ui->msfplayers->fontMetrics().height() + 4);
+    fitColumns(*ui->msfplayers);
+    ui->complayersort->setCurrentIndex(-1); // the server's own order
     tmrplayer.setObjectName(u"tmrplayer"_s);
+
+    connect(ui->cmdplypop, &QPushButton::clicked, this, &PlayersPage::cmdplypop_Click);
+    connect(ui->complayersort, &QComboBox::currentIndexChanged, this, &PlayersPage::complayersort_Click);
+    connect(ui->cmdplykick, &QPushButton::clicked, this, &PlayersPage::cmdplykick_Click);
+    connect(ui->cmdplyban, &QPushButton::clicked, this, &PlayersPage::cmdplyban_Click);
+    connect(ui->cmdtempban, &QPushButton::clicked, this, &PlayersPage::cmdtempban_Click);
+    connect(ui->cmdplymessage, &QPushButton::clicked, this, &PlayersPage::cmdplymessage_Click);
+    connect(ui->cmdsavenames, &QPushButton::clicked, this, &PlayersPage::cmdsavenames_Click);
     connect(ui->chkautoupdate, &QCheckBox::toggled, this, &PlayersPage::chkautoupdate_Click);
+    connect(&tmrplayer, &QTimer::timeout, this, &PlayersPage::tmrplayer_Timer);
 }
 
 PlayersPage::~PlayersPage() = default;
+
+void PlayersPage::showPreferences()
+{
+    const Preferences &options = services.session.options;
+    ui->chkremcol->setChecked(options.removeid);
+    ui->chkplyq->setChecked(options.usequery);
+}
+
+void PlayersPage::cmdplypop_Click()
+{
+    if (populating)
+        return; // two at once would read each other's replies
+    const QScopedValueRollback busy(populating, true);
+    if (!services.session.connected) {
+        services.prompts.refuse(tr("You need to connect to a server first"), tr("Not Connected"));
+        return;
+    }
+
+    players.clear();
+    showNote(tr("Asking server for player list..."));
+    if (services.session.options.autokick999)
+        list999.unsee();
+    try {
+        if (ui->chkplyq->isChecked())
+            listByQuery();
+        else
+            listByStatus();
+    } catch (const Fault &fault) {
+        services.prompts.showFault(fault);
+    }
+    complayersort_Click();
+    ui->msfplayers->clearSelection();
+    showNote({});
+}
+
+void PlayersPage::listByStatus()
+{
+    Session &session = services.session;
+    const int link = services.udpclient.link();
+    session.rconcollect = true;
+    const auto collected = qScopeGuard([&session] { session.rconcollect = false; });
+    services.exchange.sendinfo(u"status"_s, true);
+    services.exchange.waitseconds(1); // a long table comes in many datagrams
+    if (!isOnLink(link))
+        return;
+
+    StatusTable table;
+    if (!table.skipHeading(session.rconreply)) {
+        if (isAskedByHand())
+            services.prompts.inform(tr("No players on server"), tr("No players"));
+        return;
+    }
+    int tries = 0;
+    while (!table.ended(session.rconreply)) {
+        try {
+            add(table.next(session.rconreply));
+        } catch (const Fault &) {
+            if (!awaitRest(tries) || !isOnLink(link))
+                return;
+        }
+    }
+}
+
+bool PlayersPage::awaitRest(int &tries)
+{
+    constexpr int mostTries = 5;
+    if (isAskedByHand())
+        services.prompts.refuse(tr("The server is not responding quickly enough\rTry populate again"),
+                                tr("Slow Server Response"));
+    else if (++tries > mostTries)
+        return false;
+    // By hand too: between two boxes the person can disconnect or close the window.
+    services.exchange.waitseconds(1);
+    return true;
+}
+
+void PlayersPage::listByQuery()
+{
+    Session &session = services.session;
+    const int link = services.udpclient.link();
+    const bool silent = session.options.autoqplayer; // a ticked "Auto Update" alone does not silence this list
+    session.rconarrived = false;
+    session.rconcollect = true;
+    session.rconreply.clear();
+    const auto collected = qScopeGuard([&session] { session.rconcollect = false; });
+
+    services.exchange.sendquery(u"getstatus"_s);
+    for (int pass = 0; pass < 5 && !session.rconarrived && isOnLink(link); ++pass) {
+        services.exchange.waitseconds(1);
+        services.exchange.yield();
+    }
+    if (!isOnLink(link))
+        return;
+    if (!session.rconarrived) {
+        if (!silent)
+            services.prompts.refuse(tr("No response from server in 5 seconds with standard Query method"),
+                                    tr("No response"));
+        return;
+    }
+
+    GetstatusReply reply(session.rconreply);
+    if (reply.isEmpty()) {
+        if (!silent)
+            services.prompts.inform(tr("No players on server"), tr("No players"));
+        return;
+    }
+    while (const std::optional<GetstatusRow> row = reply.next())
+        add(*row);
+}
+
+void PlayersPage::add(const StatusRow &row)
+{
+    check999(stripcolour(row.name), row.ping, row.num);
+    players.add(
+        {QString(), row.num, row.guid, shownName(row.name), row.ping, row.score, row.address, row.qport, row.rate});
+}
+
+void PlayersPage::add(const GetstatusRow &row)
+{
+    players.add({QString(), QString(), QString(), shownName(row.name), row.ping, row.score});
+}
+
+void PlayersPage::complayersort_Click()
+{
+    if (players.rowCount() < 2)
+        return;
+    const int column = ui->complayersort->currentIndex() + 1;
+    players.sort(column, column == Score ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
 
 void PlayersPage::startRefresh()
 {
@@ -52,16 +211,22 @@ void PlayersPage::endRefresh()
 
 void PlayersPage::chkautoupdate_Click()
 {
-    if (!ui->chkautoupdate->isChecked()) {
-        tmrplayer.stop();
+    const bool wanted = ui->chkautoupdate->isChecked();
+    if (wanted && !services.session.connected) {
+        ui->chkautoupdate->setChecked(false);
         return;
     }
-    if (!services.session.connected) {
-        ui->chkautoupdate->setChecked(false);
+    // The list changes under the person's hands, so nothing that acts on a row is offered.
+    for (QPushButton *button :
+         {ui->cmdplypop, ui->cmdsavenames, ui->cmdplykick, ui->cmdplymessage, ui->cmdplyban, ui->cmdtempban})
+        button->setEnabled(!wanted);
+    if (!wanted) {
+        tmrplayer.stop();
         return;
     }
     try {
         startTimer();
+        cmdplypop_Click();
     } catch (const Fault &fault) {
         services.prompts.showFault(fault); // connecting ticks the box too, and has more to do
     }
@@ -72,5 +237,68 @@ void PlayersPage::startTimer()
     qint16 &seconds = services.session.options.autoqplayerint;
     if (seconds < 5 || seconds > 40)
         seconds = 30;
-    tmrplayer.start(milliseconds(seconds));
+    tmrplayer.start(product16(seconds, 1000)); // overflows from 33 seconds on
+}
+
+void PlayersPage::tmrplayer_Timer()
+{
+    if (services.session.rconbusy || populating || refreshing)
+        return;
+    const QScopedValueRollback busy(refreshing, true);
+    cmdplypop_Click();
+    kickHanging();
+    list999.sweep();
+}
+
+void PlayersPage::kickHanging()
+{
+    const int link = services.udpclient.link();
+    const qint16 &enough = services.session.options.autokick999int;
+    for (qsizetype index = 0; index < list999.records().size() && isOnLink(link); ++index) {
+        const Rec999 record = list999.records().at(index);
+        if (!record.seen || record.hits < enough)
+            continue;
+        services.exchange.sendinfo(u"clientkick "_s + record.pnum);
+        services.output.addmessage(tr("Player Auto Kicked for 999 ping [") + record.pname + u']');
+        if (const int row = players.rowOf(record.pnum); row >= 0)
+            players.remove(row);
+    }
+}
+
+void PlayersPage::check999(const QString &name, const QString &ping, const QString &num)
+{
+    if (!services.session.options.autokick999)
+        return;
+    try {
+        list999.check999(name, ping, num);
+    } catch (const Fault &fault) {
+        services.prompts.refuse(tr("Error in ADD999 Routines\rError code %1 Descr: %2\rSection %3\r"
+                                   "LBound Player999 1\rUBound Player999 %4")
+                                    .arg(fault.number())
+                                    .arg(fault.description(), list999.section())
+                                    .arg(list999.records().size()),
+                                tr("ADD999 Error"));
+    }
+}
+
+QString PlayersPage::shownName(const QString &name) const
+{
+    return ui->chkremcol->isChecked() ? stripcolour(name) : name;
+}
+
+bool PlayersPage::isAskedByHand() const
+{
+    return !services.session.options.autoqplayer && !ui->chkautoupdate->isChecked();
+}
+
+bool PlayersPage::isOnLink(int link) const
+{
+    const Session &session = services.session;
+    return session.connected && !session.closing && services.udpclient.link() == link;
+}
+
+void PlayersPage::showNote(const QString &text)
+{
+    if (isAskedByHand())
+        services.output.showprogress(text, Progress::Replace);
 }

@@ -1,25 +1,35 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "list999.h"
+#include "player_table.h"
+
 #include <QTimer>
 #include <QWidget>
 
 #include <memory>
 
+class ConnectPanel;
+class Fault;
+struct GetstatusRow;
 struct Services;
+struct StatusRow;
 
 namespace Ui {
 class PlayersPage;
 }
 
-/// The "Players" tab. So far it holds only the switch of the automatic refresh, which connecting and disconnecting
-/// act on; the page shows it once there is a list to refresh.
+/// The "Players" tab: who is on the server, what can be done with the one that is selected, and the automatic refresh
+/// with its kick at ping 999.
 class PlayersPage final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit PlayersPage(Services &services, QWidget *parent = nullptr);
+    PlayersPage(Services &services, const ConnectPanel &connectPanel_, QWidget *parent = nullptr);
     ~PlayersPage() override;
+
+    /// Sets the check boxes as the preferences have them.
+    void showPreferences();
 
 public slots:
     /// Starts the refresh on a new connection when the preferences want it.
@@ -28,10 +38,42 @@ public slots:
     void endRefresh();
 
 private:
+    struct Dismissal;
+
+    void cmdplypop_Click();
+    void listByStatus();
+    void listByQuery();
+    void add(const StatusRow &row);
+    void add(const GetstatusRow &row);
+    [[nodiscard]] bool awaitRest(int &tries);
+    void complayersort_Click();
+
+    void cmdplykick_Click();
+    void cmdplyban_Click();
+    void cmdtempban_Click();
+    void dismiss(const Dismissal &dismissal);
+    void cmdplymessage_Click();
+    void cmdsavenames_Click();
+    [[nodiscard]] QString csvRows() const;
+
     void chkautoupdate_Click();
     void startTimer();
+    void tmrplayer_Timer();
+    void kickHanging();
+    void check999(const QString &name, const QString &ping, const QString &num);
+
+    [[nodiscard]] QString shownName(const QString &name) const;
+    [[nodiscard]] int selectedRow() const;
+    [[nodiscard]] bool isAskedByHand() const;
+    [[nodiscard]] bool isOnLink(int link) const;
+    void showNote(const QString &text);
 
     Services &services;
+    const ConnectPanel &connectPanel;
     std::unique_ptr<Ui::PlayersPage> ui;
+    PlayerTable players;
+    List999 list999;
     QTimer tmrplayer;
+    bool populating = false;
+    bool refreshing = false;
 };

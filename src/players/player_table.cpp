@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+#include "player_table.h"
+
+#include "base/numbers.h"
+
+#include <algorithm>
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Column {
+    QStringView header; ///< its length, with the blanks, is the width of the column
+    QVariant alignment;
+};
+
+const QVariant left = QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
+const QVariant right = QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
+
+const std::array<Column, PlayerColumns> columns{{
+    {u"  ", {}},
+    {u"Num", {}},
+    {u"Guid          ", right},
+    {u"Player                                ", left},
+    {u"Ping     ", right},
+    {u"Score     ", right},
+    {u"Address                 ", right},
+    {u"Qport    ", right},
+    {u" Rate   ", right},
+    {u" Last Message", {}},
+}};
+
+const Column &columnAt(int section)
+{
+    return columns.at(static_cast<std::size_t>(section));
+}
+
+/// What a cell is sorted by.
+struct SortKey {
+    explicit SortKey(const QString &cell)
+        : text(cell), isNumber(isNumeric(cell)), number(isNumber ? cell.trimmed().toDouble() : 0)
+    {
+    }
+
+    QString text;
+    bool isNumber;
+    double number;
+};
+
+bool isBefore(const SortKey &one, const SortKey &other)
+{
+    if (one.isNumber != other.isNumber)
+        return one.isNumber;
+    if (one.isNumber)
+        return one.number < other.number;
+    return one.text.compare(other.text, Qt::CaseInsensitive) < 0;
+}
+
+bool isBeforeDescending(const SortKey &one, const SortKey &other)
+{
+    return one.isNumber == other.isNumber ? isBefore(other, one) : one.isNumber;
+}
+
+} // namespace
+
+int PlayerTable::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(players.size());
+}
+
+int PlayerTable::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : PlayerColumns;
+}
+
+QVariant PlayerTable::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    if (role == Qt::DisplayRole)
+        return text(index.row(), static_cast<PlayerColumn>(index.column()));
+    return role == Qt::TextAlignmentRole ? columnAt(index.column()).alignment : QVariant();
+}
+
+QVariant PlayerTable::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || section < 0 || section >= PlayerColumns)
+        return {};
+    if (role == Qt::DisplayRole)
+        return columnAt(section).header.toString();
+    return role == Qt::TextAlignmentRole ? columnAt(section).alignment : QVariant();
+}
+
+void PlayerTable::sort(int column, Qt::SortOrder order)
+{
+    QList<SortKey> keys;
+    keys.reserve(players.size());
+    for (const PlayerCells &cells : std::as_const(players))
+        keys.append(SortKey(cells.at(static_cast<std::size_t>(column))));
+    QList<int> from(players.size()); // the old row of each new one
+    std::iota(from.begin(), from.end(), 0);
+    const auto before = order == Qt::AscendingOrder ? isBefore : isBeforeDescending;
+    std::ranges::stable_sort(from, [&](int one, int other) { return before(keys.at(one), keys.at(other)); });
+
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    QList<PlayerCells> sorted;
+    sorted.reserve(players.size());
+    for (int row : std::as_const(from))
+        sorted.append(players.at(row));
+    players.swap(sorted);
+    QModelIndexList moved;
+    const QModelIndexList kept = persistentIndexList();
+    for (const QModelIndex &old : kept)
+        moved.append(index(static_cast<int>(from.indexOf(old.row())), old.column()));
+    changePersistentIndexList(kept, moved);
+    emit layoutChanged({}, VerticalSortHint);
+}
+
+const QString &PlayerTable::text(int row, PlayerColumn column) const
+{
+    return players.at(row).at(static_cast<std::size_t>(column));
+}
+
+int PlayerTable::rowOf(const QString &num) const
+{
+    for (int row = 0; row < players.size(); ++row) {
+        if (text(row, Num) == num)
+            return row;
+    }
+    return -1;
+}
+
+void PlayerTable::clear()
+{
+    beginResetModel();
+    players.clear();
+    endResetModel();
+}
+
+void PlayerTable::add(const PlayerCells &cells)
+{
+    beginInsertRows({}, rowCount(), rowCount());
+    players.append(cells);
+    endInsertRows();
+}
+
+void PlayerTable::remove(int row)
+{
+    beginRemoveRows({}, row, row);
+    players.removeAt(row);
+    endRemoveRows();
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QList>
+
+#include <array>
+
+/// The columns of the player list. The last message is never filled in.
+enum PlayerColumn { Edge, Num, Guid, Player, Ping, Score, Address, Qport, Rate, LastMessage, PlayerColumns };
+
+/// The texts of one player's cells, by column.
+using PlayerCells = std::array<QString, PlayerColumns>;
+
+/// The player list: what was on the server at the last populate.
+class PlayerTable final : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    using QAbstractTableModel::QAbstractTableModel;
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    /// What looks like a number comes first, by its value, then the rest without regard to case; descending, each of
+    /// the two from its greatest. Equal cells keep their order.
+    void sort(int column, Qt::SortOrder order) override;
+
+    [[nodiscard]] const QString &text(int row, PlayerColumn column) const;
+    /// The first row with this slot number; -1 when there is none.
+    [[nodiscard]] int rowOf(const QString &num) const;
+    void clear();
+    void add(const PlayerCells &cells);
+    void remove(int row);
+
+private:
+    QList<PlayerCells> players;
+};

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#include "status_table.h"
+
+#include "base/fault.h"
+#include "base/wire_text.h"
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int headLines = 3;
+
+// Positions are counted from 1 and held in 16 bits; the index counts from 0.
+qsizetype found(qsizetype index)
+{
+    if (index < 0)
+        throw Fault(Fault::InvalidCall);
+    if (index >= std::numeric_limits<qint16>::max())
+        throw Fault(Fault::Overflow);
+    return index;
+}
+
+/// Cuts one row into fields, from both ends, because the name in the middle may hold blanks itself.
+class RowCutter final {
+public:
+    /// Goes behind the blanks that begin a row. A row that begins in the first column loses its first field to this.
+    RowCutter(const QString &reply_, qsizetype start) : reply(reply_), left(behindBlanks(blankFrom(start))) {}
+
+    /// The next field from the left.
+    QString takeLeft()
+    {
+        const qsizetype end = blankFrom(left);
+        const QString field = reply.sliced(left, end - left);
+        left = behindBlanks(end);
+        return field;
+    }
+
+    /// From here on fields are taken from the end of the line, the position of which is returned.
+    qsizetype turn()
+    {
+        right = found(reply.indexOf(u'\n', left));
+        return right;
+    }
+
+    /// The next field from the right.
+    QString takeRight()
+    {
+        qsizetype end = right;
+        while (end > 0 && reply.at(right) == u' ' && reply.at(end - 1) == u' ')
+            --end;
+        const qsizetype before = found(end > 0 ? reply.lastIndexOf(u' ', end - 1) : -1);
+        const QString field = reply.sliced(before + 1, end - before - 1);
+        right = before;
+        return trimBlanks(field);
+    }
+
+    /// What is left between the two edges.
+    [[nodiscard]] QString takeMiddle() const
+    {
+        // Without a name the blank in front of it is also the one behind it, so the edges have passed by one.
+        if (right < left - 1)
+            throw Fault(Fault::InvalidCall);
+        return right < left ? QString() : trimBlanks(squeezeBlanks(reply.sliced(left, right - left)));
+    }
+
+private:
+    [[nodiscard]] qsizetype blankFrom(qsizetype from) const { return found(reply.indexOf(u' ', from)); }
+    [[nodiscard]] qsizetype behindBlanks(qsizetype at) const
+    {
+        while (at < reply.size() && reply.at(at) == u' ')
+            ++at;
+        return at;
+    }
+
+    const QString &reply;
+    qsizetype left;
+    qsizetype right = 0;
+};
+
+} // namespace
+
+bool StatusTable::skipHeading(const QString &reply)
+{
+    qsizetype from = 0;
+    for (int line = 0; line < headLines; ++line) {
+        lineFeed = reply.indexOf(u'\n', from);
+        if (lineFeed >= 0)
+            from = lineFeed + 1;
+    }
+    constexpr qsizetype shortestRow = 4; // no row is shorter than this behind its line feed
+    return lineFeed >= 0 && lineFeed + shortestRow < reply.size();
+}
+
+bool StatusTable::ended(const QString &reply) const
+{
+    return anyRow && lineFeed + 1 < reply.size() && reply.at(lineFeed + 1) == u'\n';
+}
+
+StatusRow StatusTable::next(const QString &reply)
+{
+    RowCutter cutter(reply, lineFeed + 1);
+    StatusRow row;
+    row.num = cutter.takeLeft();
+    row.score = cutter.takeLeft();
+    row.ping = cutter.takeLeft();
+    row.guid = cutter.takeLeft();
+    const qsizetype lineEnd = cutter.turn();
+    row.rate = cutter.takeRight();
+    row.qport = cutter.takeRight();
+    row.address = cutter.takeRight();
+    cutter.takeRight(); // the time since the last message is not shown
+    row.name = cutter.takeMiddle();
+    lineFeed = lineEnd;
+    anyRow = true;
+    return row;
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+/// One row of the server's "status" table, all fields as text. Those that stand at the end of their columns touch when
+/// a column is too full, and are then read as one.
+struct StatusRow {
+    QString num;
+    QString score;
+    QString ping;
+    QString guid;
+    QString name;
+    QString address;
+    QString qport;
+    QString rate;
+
+    bool operator==(const StatusRow &) const = default;
+};
+
+/// Reads the reply to "status" row by row while it is still growing: each call gets the reply as it stands by then.
+/// A run of blanks counts as one, also where two datagrams met in it.
+class StatusTable final {
+public:
+    /// Goes to the end of the three head lines; false when no row follows them.
+    [[nodiscard]] bool skipHeading(const QString &reply);
+    /// True when an empty line follows the row that was read last.
+    [[nodiscard]] bool ended(const QString &reply) const;
+    /// The next row. Throws InvalidCall when it is cut short and Overflow when it goes beyond position 32,767; it can
+    /// then be tried again, from its beginning.
+    [[nodiscard]] StatusRow next(const QString &reply);
+
+private:
+    qsizetype lineFeed = -1; ///< position of the one that ends the line before the next row
+    bool anyRow = false;
+};
