@@ -3,7 +3,11 @@
 #include "window_test.h"
 
 #include <QAbstractItemView>
+#include <QHelpEvent>
 #include <QLineEdit>
+#include <QStyleOptionButton>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
@@ -36,6 +40,41 @@ public:
     [[nodiscard]] bool isOpen() const { return box.view()->isVisible(); }
 
     ComboBox box;
+};
+
+/// A check box on the screen, wide enough for its caption.
+class Tick final {
+public:
+    Tick()
+    {
+        box.setText(u"Query Mode"_s);
+        box.show();
+        if (!QTest::qWaitForWindowExposed(&box))
+            qFatal("the window does not appear");
+    }
+
+    [[nodiscard]] QPoint onBox() const { return middleOf(QStyle::SE_CheckBoxIndicator); }
+    [[nodiscard]] QPoint onCaption() const { return middleOf(QStyle::SE_CheckBoxContents); }
+
+    /// What shows up when the mouse rests there.
+    [[nodiscard]] QString shownAt(QPoint place)
+    {
+        QToolTip::hideText();
+        QHelpEvent rest(QEvent::ToolTip, place, box.mapToGlobal(place));
+        QApplication::sendEvent(&box, &rest);
+        return QToolTip::text();
+    }
+
+    CheckBox box;
+
+private:
+    [[nodiscard]] QPoint middleOf(QStyle::SubElement part) const
+    {
+        QStyleOptionButton option;
+        option.initFrom(&box);
+        option.text = box.text();
+        return box.style()->subElementRect(part, &option, &box).center();
+    }
 };
 
 /// A clickable label on the screen, and how often it was clicked.
@@ -169,6 +208,44 @@ private slots:
         QTest::keyClick(&maps.box, Qt::Key_Enter);
         QCOMPARE(maps.box.entries(), QStringList({u"mp_toujane"_s, u"mp_carentan"_s, u"mp_villa"_s}));
         QCOMPARE(maps.box.currentText(), u"mp_harbor"_s);
+    }
+
+    void aCheckBoxHasOneToolTipForItsBoxAndOneForItsCaption()
+    {
+        Tick tick;
+        tick.box.setToolTip(u"of the box"_s);
+        tick.box.setProperty("captionToolTip", u"of the caption"_s);
+        QVERIFY(!tick.onBox().isNull() && tick.onBox() != tick.onCaption());
+        QCOMPARE(tick.box.toolTipAt(tick.onBox()), u"of the box"_s);
+        QCOMPARE(tick.box.toolTipAt(tick.onCaption()), u"of the caption"_s);
+        QVERIFY(tick.shownAt(tick.onBox()).contains(u"of the box"_s));
+        QVERIFY(tick.shownAt(tick.onCaption()).contains(u"of the caption"_s));
+    }
+
+    void aCaptionWithoutAToolTipHasThatOfTheBox()
+    {
+        Tick tick;
+        tick.box.setToolTip(u"of the box"_s);
+        QCOMPARE(tick.box.toolTipAt(tick.onBox()), u"of the box"_s);
+        QCOMPARE(tick.box.toolTipAt(tick.onCaption()), u"of the box"_s);
+    }
+
+    void aToolTipOfACheckBoxIsWrappedAndNotReadAsMarkup()
+    {
+        Tick tick;
+        const QString tip = u"Removes <b>^n</b> & all from names. If changed then call Populate again"_s;
+        tick.box.setToolTip(tip);
+        const QString shown = tick.shownAt(tick.onBox());
+        QVERIFY(Qt::mightBeRichText(shown)); // other text stands in one line, however long
+        QCOMPARE(QTextDocumentFragment::fromHtml(shown).toPlainText(), tip);
+    }
+
+    void aCheckBoxWithoutToolTipsShowsNone()
+    {
+        Tick tick;
+        QCOMPARE(tick.box.toolTipAt(tick.onCaption()), QString());
+        QCOMPARE(tick.shownAt(tick.onCaption()), QString());
+        QVERIFY(!QToolTip::isVisible());
     }
 
     void aLabelIsClickedWithTheLeftButton()

@@ -189,6 +189,63 @@ private slots:
         QFETCH(QString, text);
         QCOMPARE(faultOf([&] { return leadingNumber(text); }), 6);
     }
+
+    void aProductIsHeldTo16Bits_data()
+    {
+        QTest::addColumn<qint16>("one");
+        QTest::addColumn<qint16>("other");
+        QTest::addColumn<int>("product");
+        const auto row = [](qint16 one, qint16 other, int product) {
+            QTest::newRow(qPrintable(u"%1 by %2"_s.arg(one).arg(other))) << one << other << product;
+        };
+        row(0, 0, 0);
+        row(5, 1000, 5000);
+        row(32, 1000, 32000);
+        row(-32, 1000, -32000);
+        row(181, 181, 32761);
+        row(-181, -181, 32761);
+        row(1, 32767, 32767);
+        row(-1, 32767, -32767);
+        row(1, -32768, -32768);
+        row(-32, 1024, -32768);
+        row(0, -32768, 0);
+    }
+
+    void aProductIsHeldTo16Bits()
+    {
+        QFETCH(qint16, one);
+        QFETCH(qint16, other);
+        QFETCH(int, product);
+        QCOMPARE(static_cast<int>(product16(one, other)), product);
+        QCOMPARE(static_cast<int>(product16(other, one)), product);
+    }
+
+    void aProductOverflowsBeyond16Bits_data()
+    {
+        QTest::addColumn<qint16>("one");
+        QTest::addColumn<qint16>("other");
+        const auto row = [](qint16 one, qint16 other) {
+            QTest::newRow(qPrintable(u"%1 by %2"_s.arg(one).arg(other))) << one << other;
+        };
+        row(33, 1000);
+        row(40, 1000);
+        row(-33, 1000);
+        row(182, 181);
+        row(32, 1024);
+        row(-1, -32768);
+        row(2, 16384);
+        row(32767, 32767);
+        row(-32768, -32768);
+        row(-32768, 32767);
+    }
+
+    void aProductOverflowsBeyond16Bits()
+    {
+        QFETCH(qint16, one);
+        QFETCH(qint16, other);
+        QCOMPARE(faultOf([&] { return product16(one, other); }), 6);
+        QCOMPARE(faultOf([&] { return product16(other, one); }), 6);
+    }
 };
 
 QTEST_GUILESS_MAIN(NumbersTest)
