@@ -19,8 +19,7 @@ constexpr qint64 largestDatagram = 65535;
 PracticeServer::PracticeServer(const PracticeOptions &options_, QObject *parent)
     : QObject(parent), options(options_), gameServer(options_), random(options_.seed)
 {
-    // Queued: the socket says nothing new inside its own slot, and a slot of `requested` may wait for more requests.
-    connect(&socket, &QUdpSocket::readyRead, this, &PracticeServer::readRequests, Qt::QueuedConnection);
+    connect(&socket, &QUdpSocket::readyRead, this, &PracticeServer::readRequests);
 }
 
 PracticeServer::~PracticeServer() = default;
@@ -83,13 +82,17 @@ bool PracticeServer::sendRaw(const QByteArray &datagram)
 }
 
 // Reads until a read comes back empty: only that makes the socket listen again.
+// Reads at once, since a notification that waits can silence the socket, and takes each request from the event loop, so
+// that a client in the same process gets its answers also while it waits inside a slot of this server.
 void PracticeServer::readRequests()
 {
     while (true) {
         const QNetworkDatagram datagram = socket.receiveDatagram(largestDatagram);
         if (!datagram.isValid())
             return;
-        take(datagram.data(), {datagram.senderAddress(), static_cast<quint16>(datagram.senderPort())});
+        const Client client{datagram.senderAddress(), static_cast<quint16>(datagram.senderPort())};
+        QMetaObject::invokeMethod(
+            this, [this, bytes = datagram.data(), client] { take(bytes, client); }, Qt::QueuedConnection);
     }
 }
 

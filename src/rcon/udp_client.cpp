@@ -20,6 +20,7 @@ namespace {
 
 // A flood is read in turns of this many milliseconds, so that the window and the waits get theirs in between.
 constexpr qint64 turn = 20;
+constexpr qsizetype mostWaiting = 64; // datagrams
 
 QHostAddress preferred(const QList<QHostAddress> &addresses)
 {
@@ -33,8 +34,8 @@ QHostAddress preferred(const QList<QHostAddress> &addresses)
 UDPClient::UDPClient(QObject *parent) : QObject(parent)
 {
     setObjectName(u"UDPClient"_s);
-    readOn.setSingleShot(true); // a timer, because what is posted comes before the window's turn
-    connect(&readOn, &QTimer::timeout, this, &UDPClient::readDatagrams);
+    goOn.setSingleShot(true); // a timer, because what is posted comes before the window's turn
+    connect(&goOn, &QTimer::timeout, this, &UDPClient::announce);
 }
 
 UDPClient::~UDPClient() = default;
@@ -55,9 +56,10 @@ void UDPClient::Bind()
     const bool isIPv4 = remoteAddress.protocol() == QAbstractSocket::IPv4Protocol;
     if (!bound->bind(isIPv4 ? QHostAddress::AnyIPv4 : QHostAddress::AnyIPv6, 0))
         throw Fault(lastSocketError(), bound->errorString());
-    // Queued, because readyRead is not emitted again inside its own slot: a send that waits inside the arrival of a
-    // datagram must get its datagrams too.
-    connect(bound.get(), &QUdpSocket::readyRead, this, &UDPClient::readDatagrams, Qt::QueuedConnection);
+    connect(bound.get(), &QUdpSocket::readyRead, this, [this] {
+        collect();
+        QMetaObject::invokeMethod(this, &UDPClient::announce, Qt::QueuedConnection);
+    });
     socket = std::move(bound);
     ++bindings;
 }
@@ -109,27 +111,38 @@ void UDPClient::Close()
     // The socket may be closed from inside the arrival of its own datagram.
     if (socket)
         socket.release()->deleteLater();
+    waiting.clear();
 }
 
-// Reads until a read comes back empty. To ask hasPendingDatagrams() first would leave the socket deaf after a
-// notification without data: only a read re-arms it.
-void UDPClient::readDatagrams()
+// Reads at once and until a read comes back empty: while a notification waits to be acted on, Qt's socket can fall
+// silent for good, and only a read re-arms it. What has been read is announced from the event loop, because readyRead
+// is not emitted again inside its own slot: a send that waits inside an arrival must get its datagrams too.
+void UDPClient::collect()
 {
-    const QPointer<QUdpSocket> read = socket.get();
-    QElapsedTimer reading;
-    reading.start();
-    while (read && read == socket.get()) {
-        if (reading.hasExpired(turn)) {
-            readOn.start();
+    while (socket && waiting.size() < mostWaiting) {
+        // One byte more than the buffer shows that there was more.
+        const QNetworkDatagram datagram = socket->receiveDatagram(bufferSize + 1);
+        if (!datagram.isValid())
+            break;
+        if (datagram.senderPort() == remotePort && datagram.senderAddress().isEqual(remoteAddress))
+            waiting.append(datagram.data());
+    }
+}
+
+void UDPClient::announce()
+{
+    const int announced = link();
+    QElapsedTimer announcing;
+    announcing.start();
+    while (!waiting.isEmpty() && link() == announced) {
+        if (announcing.hasExpired(turn)) {
+            goOn.start();
             return;
         }
-        // One byte more than the buffer shows that there was more.
-        const QNetworkDatagram datagram = read->receiveDatagram(bufferSize + 1);
-        if (!datagram.isValid())
-            return;
-        if (datagram.senderPort() != remotePort || !datagram.senderAddress().isEqual(remoteAddress))
-            continue;
-        arrived = datagram.data();
+        arrived = waiting.takeFirst();
         emit DataArrival();
     }
+    collect(); // the system holds what there was no room for
+    if (!waiting.isEmpty())
+        goOn.start();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QHostAddress>
+#include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -49,15 +50,17 @@ signals:
 
 private:
     [[nodiscard]] QHostAddress lookUp();
-    void readDatagrams();
+    void collect();
+    void announce();
 
     QString remoteHost;
     qint32 remotePort = 0;
     QHostAddress remoteAddress;
     std::unique_ptr<QUdpSocket> socket;
+    QList<QByteArray> waiting; ///< datagrams that have come and are not announced yet
     QByteArray arrived;
     QPointer<QEventLoop> lookUpWait;
     int lookUps = 0;
     int bindings = 0;
-    QTimer readOn;
+    QTimer goOn;
 };
