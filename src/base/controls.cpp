@@ -1,14 +1,65 @@
 // SPDX-License-Identifier: MIT
 #include "controls.h"
 
+#include "fault.h"
+#include "numbers.h"
+
 #include <QGuiApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
-#include <QLineEdit>
+#include <QRegularExpression>
 #include <QStyleOptionButton>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
 #include <QToolTip>
+#include <QValidator>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Lets every text pass, but with a blank for each line break.
+class OneLine final : public QValidator {
+public:
+    using QValidator::QValidator;
+
+    State validate(QString &input, int &position) const override
+    {
+        static const QRegularExpression lineBreak(u"\r\n?|\n"_s);
+        const qsizetype behind = input.size() - position;
+        input.replace(lineBreak, u" "_s);
+        position = static_cast<int>(std::max<qsizetype>(input.size() - behind, 0));
+        return Acceptable;
+    }
+};
+
+} // namespace
+
+TextBox::TextBox(QWidget *parent) : QLineEdit(parent)
+{
+    setValidator(new OneLine(this));
+    connect(this, &QLineEdit::textChanged, this, [this] { dataChanged = true; });
+}
+
+CheckBox::CheckBox(QWidget *parent) : QCheckBox(parent)
+{
+    connect(this, &QCheckBox::toggled, this, [this] { dataChanged = true; });
+}
+
+QString CheckBox::value() const
+{
+    return isChecked() ? u"1"_s : u"0"_s;
+}
+
+void CheckBox::setValue(const QString &value)
+{
+    const qint16 state = toInteger16(value);
+    if (state != 0 && state != 1)
+        throw Fault(Fault::InvalidPropertyValue);
+    setChecked(state == 1);
+}
 
 QString CheckBox::toolTipAt(QPoint place) const
 {
@@ -23,8 +74,14 @@ bool CheckBox::event(QEvent *event)
     if (event->type() != QEvent::ToolTip)
         return QCheckBox::event(event);
     const auto *help = static_cast<QHelpEvent *>(event);
-    // Only rich text is wrapped.
-    QToolTip::showText(help->globalPos(), Qt::convertFromPlainText(toolTipAt(help->pos()), Qt::WhiteSpaceNormal), this);
+    const QString tip = toolTipAt(help->pos());
+    if (tip.isEmpty()) {
+        QToolTip::hideText();
+        event->ignore();
+    } else {
+        // Only rich text is wrapped.
+        QToolTip::showText(help->globalPos(), Qt::convertFromPlainText(tip, Qt::WhiteSpaceNormal), this);
+    }
     return true;
 }
 

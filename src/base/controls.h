@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 
 /// A push button that carries a text of its own for the program's use.
@@ -17,13 +18,47 @@ public:
     QString tag;
 };
 
-/// A check box whose caption may have a tool tip of its own. Long tool tips are wrapped.
-class CheckBox final : public QCheckBox {
+/// What is common to the controls that show a variable of the server.
+class BoundControl {
+public:
+    BoundControl() = default;
+    virtual ~BoundControl() = default;
+    Q_DISABLE_COPY_MOVE(BoundControl)
+
+    /// The text by which the value is sent: of a check box 0 or 1.
+    [[nodiscard]] virtual QString value() const = 0;
+    /// Shows `value`. Throws TypeMismatch, Overflow or InvalidPropertyValue when the control cannot take it.
+    virtual void setValue(const QString &value) = 0;
+
+    QString tag;              ///< the variable's name
+    bool dataChanged = false; ///< the value has changed since it was last read or sent, whoever changed it
+};
+
+/// A line of text. Line breaks that are pasted into it become blanks.
+class TextBox final : public QLineEdit, public BoundControl {
     Q_OBJECT
+    Q_PROPERTY(QString Tag MEMBER tag)
+    Q_PROPERTY(bool DataChanged MEMBER dataChanged)
+
+public:
+    explicit TextBox(QWidget *parent = nullptr);
+
+    [[nodiscard]] QString value() const override { return text(); }
+    void setValue(const QString &value) override { setText(value); }
+};
+
+/// A check box whose caption may have a tool tip of its own. Long tool tips are wrapped.
+class CheckBox final : public QCheckBox, public BoundControl {
+    Q_OBJECT
+    Q_PROPERTY(QString Tag MEMBER tag)
+    Q_PROPERTY(bool DataChanged MEMBER dataChanged)
     Q_PROPERTY(QString captionToolTip MEMBER captionToolTip)
 
 public:
-    using QCheckBox::QCheckBox;
+    explicit CheckBox(QWidget *parent = nullptr);
+
+    [[nodiscard]] QString value() const override;
+    void setValue(const QString &value) override;
 
     QString captionToolTip;
 

@@ -22,19 +22,29 @@ Integer held(double value)
     return static_cast<Integer>(whole);
 }
 
+double number(QStringView text)
+{
+    if (!isNumeric(text))
+        throw Fault(Fault::TypeMismatch);
+    return text.trimmed().toDouble();
+}
+
 } // namespace
 
 bool isNumeric(QStringView text)
 {
-    static const QRegularExpression number(uR"(\A *[+-]?([0-9]+\.?[0-9]*|\.[0-9]+)([eE][+-]?[0-9]+)? *\z)"_s);
-    return number.match(text).hasMatch();
+    static const QRegularExpression pattern(uR"(\A *[+-]?([0-9]+\.?[0-9]*|\.[0-9]+)([eE][+-]?[0-9]+)? *\z)"_s);
+    return pattern.match(text).hasMatch();
+}
+
+qint16 toInteger16(QStringView text)
+{
+    return held<qint16>(number(text));
 }
 
 qint32 toInteger32(QStringView text)
 {
-    if (!isNumeric(text))
-        throw Fault(Fault::TypeMismatch);
-    return held<qint32>(text.trimmed().toDouble());
+    return held<qint32>(number(text));
 }
 
 qint16 leadingNumber(QStringView text)

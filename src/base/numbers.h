@@ -6,8 +6,11 @@
 /// True for what a person calls a number: blanks around it, a sign, decimals and an exponent are allowed.
 [[nodiscard]] bool isNumeric(QStringView text);
 
-/// The number that `text` is, rounded half to even, then held to 32 bits.
+/// The number that `text` is, rounded half to even, then held to 16 bits.
 /// Throws TypeMismatch when it is no number, Overflow when it does not fit.
+[[nodiscard]] qint16 toInteger16(QStringView text);
+
+/// The same, held to 32 bits.
 [[nodiscard]] qint32 toInteger32(QStringView text);
 
 /// The digits at the start of `text`, blanks before them skipped, as a number from -32,768 to 32,767; 0 when there

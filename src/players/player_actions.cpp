@@ -14,6 +14,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 
@@ -67,9 +68,12 @@ void PlayersPage::cmdtempban_Click()
 
 void PlayersPage::dismiss(const Dismissal &dismissal)
 {
+    if (dismissing)
+        return; // one click too many, while the command is under way
+    const QScopedValueRollback busy(dismissing, true);
     const char *section = "Top";
     try {
-        const QPersistentModelIndex row = players.index(selectedRow(), Num);
+        const QPersistentModelIndex row = players.index(selectedRow(), PlayerColumn::Num);
         if (!row.isValid()) {
             services.prompts.inform(tr(dismissal.select), tr("No player"));
             return;
@@ -79,15 +83,14 @@ void PlayersPage::dismiss(const Dismissal &dismissal)
             return;
         }
 
-        const QString name = players.text(row.row(), Player);
-        services.exchange.sendinfo(QLatin1StringView(dismissal.command) + players.text(row.row(), Num));
+        const QString name = players.text(row.row(), PlayerColumn::Player);
+        services.exchange.sendinfo(QLatin1StringView(dismissal.command) + players.text(row.row(), PlayerColumn::Num));
         section = dismissal.noteSection;
         services.output.addmessage(tr(dismissal.noteBefore) + name + QLatin1StringView(dismissal.noteBehind));
         section = dismissal.removalSection;
         if (!row.isValid())
             throw Fault(Fault::OutOfRange); // the list was read anew while the command was under way
-        players.remove(row.row());
-        ui->msfplayers->clearSelection(); // a second click must not hit the next player
+        removeRow(row.row());
     } catch (const Fault &fault) {
         if (!dismissal.failure) {
             services.prompts.showFault(fault);
@@ -115,8 +118,8 @@ void PlayersPage::cmdplymessage_Click()
         return;
     }
     // Taken now: the list may be another one when the message has been typed.
-    const QString num = players.text(row, Num);
-    const QString name = shownName(players.text(row, Player));
+    const QString num = players.text(row, PlayerColumn::Num);
+    const QString name = shownName(players.text(row, PlayerColumn::Player));
 
     QString message =
         services.prompts.askText(tr("Enter message to send selected player\n( Note: Use %P% to auto full playername)"),
@@ -155,10 +158,10 @@ QString PlayersPage::csvRows() const
     const QString server = connectPanel.server() + u':' + connectPanel.port();
     QString rows;
     for (int row = 0; row < players.rowCount(); ++row) {
-        const QString &name = players.text(row, Player);
-        rows += ui->chkplyq->isChecked()
-                    ? csvLine({time, server, name})
-                    : csvLine({time, server, players.text(row, Address), players.text(row, Guid), name});
+        const QString &name = players.text(row, PlayerColumn::Player);
+        rows += ui->chkplyq->isChecked() ? csvLine({time, server, name})
+                                         : csvLine({time, server, players.text(row, PlayerColumn::Address),
+                                                    players.text(row, PlayerColumn::Guid), name});
     }
     return rows;
 }
@@ -167,4 +170,12 @@ int PlayersPage::selectedRow() const
 {
     const QModelIndexList rows = ui->msfplayers->selectionModel()->selectedRows();
     return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+void PlayersPage::removeRow(int row)
+{
+    const bool wasSelected = row == selectedRow();
+    players.remove(row);
+    if (wasSelected)
+        ui->msfplayers->clearSelection(); // the grid would select the next player, and the next click would hit him
 }

@@ -18,7 +18,7 @@ struct Column {
 const QVariant left = QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
 const QVariant right = QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
 
-const std::array<Column, PlayerColumns> columns{{
+const std::array<Column, PlayerColumn::Count> columns{{
     {u"  ", {}},
     {u"Num", {}},
     {u"Guid          ", right},
@@ -71,7 +71,7 @@ int PlayerTable::rowCount(const QModelIndex &parent) const
 
 int PlayerTable::columnCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : PlayerColumns;
+    return parent.isValid() ? 0 : PlayerColumn::Count;
 }
 
 QVariant PlayerTable::data(const QModelIndex &index, int role) const
@@ -79,13 +79,13 @@ QVariant PlayerTable::data(const QModelIndex &index, int role) const
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     if (role == Qt::DisplayRole)
-        return text(index.row(), static_cast<PlayerColumn>(index.column()));
+        return text(index.row(), static_cast<PlayerColumn::Column>(index.column()));
     return role == Qt::TextAlignmentRole ? columnAt(index.column()).alignment : QVariant();
 }
 
 QVariant PlayerTable::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || section < 0 || section >= PlayerColumns)
+    if (orientation != Qt::Horizontal || section < 0 || section >= PlayerColumn::Count)
         return {};
     if (role == Qt::DisplayRole)
         return columnAt(section).header.toString();
@@ -117,7 +117,7 @@ void PlayerTable::sort(int column, Qt::SortOrder order)
     emit layoutChanged({}, VerticalSortHint);
 }
 
-const QString &PlayerTable::text(int row, PlayerColumn column) const
+const QString &PlayerTable::text(int row, PlayerColumn::Column column) const
 {
     return players.at(row).at(static_cast<std::size_t>(column));
 }
@@ -125,7 +125,7 @@ const QString &PlayerTable::text(int row, PlayerColumn column) const
 int PlayerTable::rowOf(const QString &num) const
 {
     for (int row = 0; row < players.size(); ++row) {
-        if (text(row, Num) == num)
+        if (text(row, PlayerColumn::Num) == num)
             return row;
     }
     return -1;

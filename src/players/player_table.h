@@ -7,10 +7,12 @@
 #include <array>
 
 /// The columns of the player list. The last message is never filled in.
-enum PlayerColumn { Edge, Num, Guid, Player, Ping, Score, Address, Qport, Rate, LastMessage, PlayerColumns };
+namespace PlayerColumn {
+enum Column { Edge, Num, Guid, Player, Ping, Score, Address, Qport, Rate, LastMessage, Count };
+}
 
 /// The texts of one player's cells, by column.
-using PlayerCells = std::array<QString, PlayerColumns>;
+using PlayerCells = std::array<QString, PlayerColumn::Count>;
 
 /// The player list: what was on the server at the last populate.
 class PlayerTable final : public QAbstractTableModel {
@@ -27,7 +29,7 @@ public:
     /// the two from its greatest. Equal cells keep their order.
     void sort(int column, Qt::SortOrder order) override;
 
-    [[nodiscard]] const QString &text(int row, PlayerColumn column) const;
+    [[nodiscard]] const QString &text(int row, PlayerColumn::Column column) const;
     /// The first row with this slot number; -1 when there is none.
     [[nodiscard]] int rowOf(const QString &num) const;
     void clear();

@@ -28,7 +28,7 @@ void fitColumns(QTableView &grid)
 {
     const QFontMetrics metrics = grid.fontMetrics();
     const int margins = 2 * (grid.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &grid) + 1);
-    for (int column = 0; column < PlayerColumns; ++column) {
+    for (int column = 0; column < PlayerColumn::Count; ++column) {
         const QString header = grid.model()->headerData(column, Qt::Horizontal).toString();
         const int room = static_cast<int>(header.size()) * metrics.horizontalAdvance(u'x');
         grid.setColumnWidth(column, std::max(room, metrics.horizontalAdvance(header)) + margins);
@@ -83,7 +83,9 @@ void PlayersPage::cmdplypop_Click()
     }
 
     players.clear();
-    showNote(tr("Asking server for player list..."));
+    const bool isTold = isAskedByHand();
+    if (isTold)
+        services.output.showprogress(tr("Asking server for player list..."), Progress::Replace);
     if (services.session.options.autokick999)
         list999.unsee();
     try {
@@ -96,7 +98,8 @@ void PlayersPage::cmdplypop_Click()
     }
     complayersort_Click();
     ui->msfplayers->clearSelection();
-    showNote({});
+    if (isTold)
+        services.output.showprogress({}, Progress::Replace);
 }
 
 void PlayersPage::listByStatus()
@@ -191,7 +194,7 @@ void PlayersPage::complayersort_Click()
     if (players.rowCount() < 2)
         return;
     const int column = ui->complayersort->currentIndex() + 1;
-    players.sort(column, column == Score ? Qt::DescendingOrder : Qt::AscendingOrder);
+    players.sort(column, column == PlayerColumn::Score ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 void PlayersPage::startRefresh()
@@ -261,7 +264,7 @@ void PlayersPage::kickHanging()
         services.exchange.sendinfo(u"clientkick "_s + record.pnum);
         services.output.addmessage(tr("Player Auto Kicked for 999 ping [") + record.pname + u']');
         if (const int row = players.rowOf(record.pnum); row >= 0)
-            players.remove(row);
+            removeRow(row);
     }
 }
 
@@ -295,10 +298,4 @@ bool PlayersPage::isOnLink(int link) const
 {
     const Session &session = services.session;
     return session.connected && !session.closing && services.udpclient.link() == link;
-}
-
-void PlayersPage::showNote(const QString &text)
-{
-    if (isAskedByHand())
-        services.output.showprogress(text, Progress::Replace);
 }

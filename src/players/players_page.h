@@ -64,9 +64,9 @@ private:
 
     [[nodiscard]] QString shownName(const QString &name) const;
     [[nodiscard]] int selectedRow() const;
+    void removeRow(int row);
     [[nodiscard]] bool isAskedByHand() const;
     [[nodiscard]] bool isOnLink(int link) const;
-    void showNote(const QString &text);
 
     Services &services;
     const ConnectPanel &connectPanel;
@@ -75,5 +75,6 @@ private:
     List999 list999;
     QTimer tmrplayer;
     bool populating = false;
+    bool dismissing = false;
     bool refreshing = false;
 };

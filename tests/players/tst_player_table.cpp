@@ -13,7 +13,7 @@ namespace {
 PlayerCells cellsOf(const QString &who)
 {
     PlayerCells cells;
-    for (std::size_t column = Num; column < LastMessage; ++column)
+    for (std::size_t column = PlayerColumn::Num; column < PlayerColumn::LastMessage; ++column)
         cells.at(column) = u"%1 of %2"_s.arg(column).arg(who);
     return cells;
 }
@@ -21,7 +21,7 @@ PlayerCells cellsOf(const QString &who)
 /// A list of players of whom one column holds `texts`; all other cells keep the number of the row they were added as.
 class Column final {
 public:
-    Column(PlayerColumn column_, const QStringList &texts) : column(column_)
+    Column(PlayerColumn::Column column_, const QStringList &texts) : column(column_)
     {
         for (qsizetype row = 0; row < texts.size(); ++row) {
             PlayerCells cells = cellsOf(QString::number(row));
@@ -47,16 +47,16 @@ private:
         QHash<QString, QString> cells;
         for (int row = 0; row < table.rowCount(); ++row) {
             QStringList others;
-            for (int other = 0; other < PlayerColumns; ++other) {
+            for (int other = 0; other < PlayerColumn::Count; ++other) {
                 if (other != column)
-                    others.append(table.text(row, static_cast<PlayerColumn>(other)));
+                    others.append(table.text(row, static_cast<PlayerColumn::Column>(other)));
             }
             cells.insert(others.join(u'|'), table.text(row, column));
         }
         return cells;
     }
 
-    PlayerColumn column;
+    PlayerColumn::Column column;
     PlayerTable table;
     QAbstractItemModelTester tester{&table, QAbstractItemModelTester::FailureReportingMode::QtTest};
 };
@@ -140,22 +140,22 @@ void PlayerTableTest::aCellHoldsTheTextItWasGiven()
                u"25000"_s});
     const QStringList expected{QString(), u"007"_s,      u"0063281996"_s, u" ^1Big  Bob "_s, u"CNCT"_s,
                                u"-3"_s,   u"loopback"_s, u"08045"_s,      u"25000"_s,        QString()};
-    for (int column = 0; column < PlayerColumns; ++column) {
-        QCOMPARE(table.text(0, static_cast<PlayerColumn>(column)), expected.at(column));
+    for (int column = 0; column < PlayerColumn::Count; ++column) {
+        QCOMPARE(table.text(0, static_cast<PlayerColumn::Column>(column)), expected.at(column));
         QCOMPARE(table.index(0, column).data(), QVariant(expected.at(column)));
     }
-    QCOMPARE(table.index(0, Num).data(Qt::DecorationRole), QVariant());
+    QCOMPARE(table.index(0, PlayerColumn::Num).data(Qt::DecorationRole), QVariant());
 }
 
 void PlayerTableTest::aCellCannotBeEdited()
 {
     PlayerTable table;
     table.add(cellsOf(u"Bob"_s));
-    const QModelIndex cell = table.index(0, Player);
+    const QModelIndex cell = table.index(0, PlayerColumn::Player);
     QVERIFY(cell.flags().testFlag(Qt::ItemIsSelectable));
     QVERIFY(!cell.flags().testFlag(Qt::ItemIsEditable));
     QVERIFY(!table.setData(cell, u"Ann"_s));
-    QCOMPARE(table.text(0, Player), u"3 of Bob"_s);
+    QCOMPARE(table.text(0, PlayerColumn::Player), u"3 of Bob"_s);
 }
 
 void PlayerTableTest::rowsComeAndGo()
@@ -171,13 +171,13 @@ void PlayerTableTest::rowsComeAndGo()
     table.remove(1);
     table.remove(2);
     QCOMPARE(table.rowCount(), 2);
-    QCOMPARE(table.text(0, Player), u"3 of A"_s);
-    QCOMPARE(table.text(1, Player), u"3 of C"_s);
+    QCOMPARE(table.text(0, PlayerColumn::Player), u"3 of A"_s);
+    QCOMPARE(table.text(1, PlayerColumn::Player), u"3 of C"_s);
     table.clear();
     QCOMPARE(table.rowCount(), 0);
     QCOMPARE(table.columnCount(), 10);
     table.add(cellsOf(u"E"_s));
-    QCOMPARE(table.text(0, Num), u"1 of E"_s);
+    QCOMPARE(table.text(0, PlayerColumn::Num), u"1 of E"_s);
 }
 
 void PlayerTableTest::aPlayerIsFoundByTheTextOfTheSlot()
@@ -199,31 +199,32 @@ void PlayerTableTest::aColumnIsSorted_data()
     QTest::addColumn<QStringList>("texts");
     QTest::addColumn<QStringList>("ascending");
     QTest::addColumn<QStringList>("descending");
-    QTest::newRow("numbers by value") << int{Num} << QStringList{u"10"_s, u"9"_s, u"100"_s, u"0"_s}
+    QTest::newRow("numbers by value") << int{PlayerColumn::Num} << QStringList{u"10"_s, u"9"_s, u"100"_s, u"0"_s}
                                       << QStringList{u"0"_s, u"9"_s, u"10"_s, u"100"_s}
                                       << QStringList{u"100"_s, u"10"_s, u"9"_s, u"0"_s};
-    QTest::newRow("negative scores") << int{Score} << QStringList{u"-3"_s, u"12"_s, u"-10"_s, u"0"_s}
+    QTest::newRow("negative scores") << int{PlayerColumn::Score} << QStringList{u"-3"_s, u"12"_s, u"-10"_s, u"0"_s}
                                      << QStringList{u"-10"_s, u"-3"_s, u"0"_s, u"12"_s}
                                      << QStringList{u"12"_s, u"0"_s, u"-3"_s, u"-10"_s};
     QTest::newRow("words behind numbers")
-        << int{Ping} << QStringList{u"ZMBI"_s, u"999"_s, QString(), u"CNCT"_s, u"50"_s}
+        << int{PlayerColumn::Ping} << QStringList{u"ZMBI"_s, u"999"_s, QString(), u"CNCT"_s, u"50"_s}
         << QStringList{u"50"_s, u"999"_s, QString(), u"CNCT"_s, u"ZMBI"_s}
         << QStringList{u"999"_s, u"50"_s, u"ZMBI"_s, u"CNCT"_s, QString()};
     QTest::newRow("names without regard to case")
-        << int{Player} << QStringList{u"dora"_s, u"Cora"_s, u"bob"_s, u"100"_s, u"Ann"_s}
+        << int{PlayerColumn::Player} << QStringList{u"dora"_s, u"Cora"_s, u"bob"_s, u"100"_s, u"Ann"_s}
         << QStringList{u"100"_s, u"Ann"_s, u"bob"_s, u"Cora"_s, u"dora"_s}
         << QStringList{u"100"_s, u"dora"_s, u"Cora"_s, u"bob"_s, u"Ann"_s};
     QTest::newRow("equal texts keep their order")
-        << int{Player} << QStringList{u"BOB"_s, u"a"_s, u"bob"_s, u"Bob"_s}
+        << int{PlayerColumn::Player} << QStringList{u"BOB"_s, u"a"_s, u"bob"_s, u"Bob"_s}
         << QStringList{u"a"_s, u"BOB"_s, u"bob"_s, u"Bob"_s} << QStringList{u"BOB"_s, u"bob"_s, u"Bob"_s, u"a"_s};
     QTest::newRow("equal numbers keep their order")
-        << int{Guid} << QStringList{u"07"_s, u"8"_s, u"7"_s, u"007"_s} << QStringList{u"07"_s, u"7"_s, u"007"_s, u"8"_s}
-        << QStringList{u"8"_s, u"07"_s, u"7"_s, u"007"_s};
-    QTest::newRow("addresses are texts") << int{Address} << QStringList{u"9.0.0.1:5"_s, u"loopback"_s, u"10.0.0.1:5"_s}
+        << int{PlayerColumn::Guid} << QStringList{u"07"_s, u"8"_s, u"7"_s, u"007"_s}
+        << QStringList{u"07"_s, u"7"_s, u"007"_s, u"8"_s} << QStringList{u"8"_s, u"07"_s, u"7"_s, u"007"_s};
+    QTest::newRow("addresses are texts") << int{PlayerColumn::Address}
+                                         << QStringList{u"9.0.0.1:5"_s, u"loopback"_s, u"10.0.0.1:5"_s}
                                          << QStringList{u"10.0.0.1:5"_s, u"9.0.0.1:5"_s, u"loopback"_s}
                                          << QStringList{u"loopback"_s, u"9.0.0.1:5"_s, u"10.0.0.1:5"_s};
     QTest::newRow("all that looks like a number")
-        << int{Rate} << QStringList{u"1e2"_s, u" 5 "_s, u"2.5"_s, u"0x1"_s, u"+99"_s}
+        << int{PlayerColumn::Rate} << QStringList{u"1e2"_s, u" 5 "_s, u"2.5"_s, u"0x1"_s, u"+99"_s}
         << QStringList{u"2.5"_s, u" 5 "_s, u"+99"_s, u"1e2"_s, u"0x1"_s}
         << QStringList{u"1e2"_s, u"+99"_s, u" 5 "_s, u"2.5"_s, u"0x1"_s};
 }
@@ -232,22 +233,22 @@ void PlayerTableTest::aColumnIsSorted()
 {
     QFETCH(int, column);
     QFETCH(QStringList, texts);
-    Column first(static_cast<PlayerColumn>(column), texts);
+    Column first(static_cast<PlayerColumn::Column>(column), texts);
     QTEST(first.sorted(Qt::AscendingOrder), "ascending");
-    Column second(static_cast<PlayerColumn>(column), texts);
+    Column second(static_cast<PlayerColumn::Column>(column), texts);
     QTEST(second.sorted(Qt::DescendingOrder), "descending");
 }
 
 void PlayerTableTest::anEmptyColumnLeavesTheOrder()
 {
-    for (const int column : {int{Edge}, int{LastMessage}}) {
+    for (const int column : {int{PlayerColumn::Edge}, int{PlayerColumn::LastMessage}}) {
         PlayerTable table;
         for (const QString &who : {u"C"_s, u"A"_s, u"B"_s})
             table.add(cellsOf(who));
         table.sort(column, Qt::AscendingOrder);
-        QCOMPARE(table.text(0, Player), u"3 of C"_s);
-        QCOMPARE(table.text(1, Player), u"3 of A"_s);
-        QCOMPARE(table.text(2, Player), u"3 of B"_s);
+        QCOMPARE(table.text(0, PlayerColumn::Player), u"3 of C"_s);
+        QCOMPARE(table.text(1, PlayerColumn::Player), u"3 of A"_s);
+        QCOMPARE(table.text(2, PlayerColumn::Player), u"3 of B"_s);
     }
 }
 
@@ -269,19 +270,19 @@ void PlayerTableTest::anIndexFollowsItsCell()
     QList<QPersistentModelIndex> kept;
     for (int row = 0; row < pings.size(); ++row) {
         PlayerCells cells = cellsOf(QString::number(row));
-        cells.at(Ping) = pings.at(row);
+        cells.at(PlayerColumn::Ping) = pings.at(row);
         table.add(cells);
     }
     for (int row = 0; row < pings.size(); ++row) {
-        for (int column = 0; column < PlayerColumns; ++column)
+        for (int column = 0; column < PlayerColumn::Count; ++column)
             kept.append(table.index(row, column));
     }
-    table.sort(Ping, order);
+    table.sort(PlayerColumn::Ping, order);
     for (qsizetype at = 0; at < kept.size(); ++at) {
-        const qsizetype player = at / PlayerColumns;
+        const qsizetype player = at / PlayerColumn::Count;
         QCOMPARE(kept.at(at).row(), rows.at(player));
-        QCOMPARE(kept.at(at).column(), static_cast<int>(at % PlayerColumns));
-        if (kept.at(at).column() == Player)
+        QCOMPARE(kept.at(at).column(), static_cast<int>(at % PlayerColumn::Count));
+        if (kept.at(at).column() == PlayerColumn::Player)
             QCOMPARE(kept.at(at).data().toString(), u"3 of %1"_s.arg(player));
     }
 }
