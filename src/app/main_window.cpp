@@ -13,7 +13,12 @@
 #include "rcon/services.h"
 #include "rcon/session.h"
 #include "rcon/udp_client.h"
+#include "serverconfig/maps_page.h"
 #include "serverconfig/misc_page.h"
+#include "serverconfig/modes_page.h"
+#include "serverconfig/other_page.h"
+#include "serverconfig/quick_commands.h"
+#include "serverconfig/server_page.h"
 #include "settings/ini_file.h"
 #include "settings/saved_servers.h"
 #include "settings/saved_servers_panel.h"
@@ -28,6 +33,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -49,7 +55,8 @@ MainWindow::MainWindow(Services &services_, QWidget *parent)
       savedServers(new SavedServersPanel(services.prompts, services.session.servercount)),
       playersPage(new PlayersPage(services, *connectPanel)),
       messagesPage(new MessagesPage),
-      miscPage(new MiscPage(services))
+      miscPage(new MiscPage(services)),
+      otherPage(new OtherPage(services))
 {
     ui->setupUi(this);
     placePanels();
@@ -77,15 +84,15 @@ void MainWindow::placePanels()
 
 void MainWindow::addPages()
 {
-    ui->SSTab->addTab(new QWidget, tr("Server"));
-    ui->SSTab->addTab(new QWidget, tr("COD2 Modes"));
-    ui->SSTab->addTab(new QWidget, tr("Maps"));
+    ui->SSTab->addTab(new ServerPage(services), tr("Server"));
+    ui->SSTab->addTab(new ModesPage(services), tr("COD2 Modes"));
+    ui->SSTab->addTab(new MapsPage(services), tr("Maps"));
     ui->SSTab->addTab(new QWidget, tr("Weapons"));
     ui->SSTab->addTab(playersPage, tr("Players"));
     ui->SSTab->addTab(new QWidget, tr("Mods"));
     ui->SSTab->addTab(messagesPage, tr("Messages"));
     ui->SSTab->addTab(miscPage, tr("Misc"));
-    ui->SSTab->addTab(new QWidget, tr("COD2 other"));
+    ui->SSTab->addTab(otherPage, tr("COD2 other"));
 }
 
 void MainWindow::wireConnection()
@@ -119,10 +126,31 @@ void MainWindow::wireMenus()
             [this] { services.output.savercon_Click(services.session.autoaction); });
     connect(ui->clearrcon, &QAction::triggered, this, [this] { services.output.clearrcon_Click(); });
 
+    wireCommonTasks();
+
     connect(ui->Exit, &QAction::triggered, this, &MainWindow::cmdexit_Click);
     connect(ui->cmdexit, &QPushButton::clicked, this, &MainWindow::cmdexit_Click);
     connect(ui->mhelpsite, &QAction::triggered, this, [] { openurl(WebAddress::site); });
     connect(ui->mhelpforum, &QAction::triggered, this, [] { openurl(WebAddress::forum); });
+}
+
+void MainWindow::wireCommonTasks()
+{
+    connect(ui->commmap_restart, &QAction::triggered, this, [this] { restartMap(services); });
+    connect(ui->commmap_rotate, &QAction::triggered, this, [this] { rotateMap(services); });
+    const std::array friendlyFire{ui->commFFOFF, ui->COMMFFON, ui->commFFREFL, ui->commFFSHARE};
+    for (int mode = 0; mode < static_cast<int>(friendlyFire.size()); ++mode)
+        connect(friendlyFire.at(static_cast<std::size_t>(mode)), &QAction::triggered, this,
+                [this, mode] { setFriendlyFire(services, mode); });
+    // The last three do not switch to what their captions say: they count on from 3, and 5 is nothing.
+    for (const auto &[item, gameType] : std::initializer_list<std::pair<QAction *, int>>{
+             {ui->gmsd, 0}, {ui->gmtdm, 2}, {ui->gmctf, 3}, {ui->gmdm, 4}, {ui->gmhq, 5}})
+        connect(item, &QAction::triggered, this, [this, index = gameType] { switchGameType(services, index); });
+}
+
+void MainWindow::setclanbase()
+{
+    otherPage->setclanbase();
 }
 
 // The widgets were made in another order than that in which one reads the window.

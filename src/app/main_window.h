@@ -10,6 +10,7 @@ class ConsolePanel;
 class MessagePanel;
 class MessagesPage;
 class MiscPage;
+class OtherPage;
 class PlayersPage;
 class SavedServersPanel;
 struct Services;
@@ -30,6 +31,8 @@ public:
 public slots:
     /// Reads the settings and, if they say so, connects. Yields to the event loop meanwhile.
     void Form_Load();
+    /// Puts the server on the rules of the Clan Base league, for other windows.
+    void setclanbase();
 
 signals:
     /// The window has been closed; the program can end.
@@ -43,6 +46,7 @@ private:
     void addPages();
     void wireConnection();
     void wireMenus();
+    void wireCommonTasks();
     void orderTabs();
     void cmdexit_Click();
     void autoConnect();
@@ -61,5 +65,6 @@ private:
     PlayersPage *playersPage;
     MessagesPage *messagesPage;
     MiscPage *miscPage;
+    OtherPage *otherPage;
     bool otherWindowWasActive = true; ///< also before the first show
 };

@@ -4,10 +4,10 @@
 
 #include "base/focus.h"
 #include "base/prompts.h"
-#include "chat_prefix.h"
 #include "output/output.h"
 #include "rcon/exchange.h"
 #include "rcon/services.h"
+#include "serverconfig/chat_prefix.h"
 #include "settings/ini_file.h"
 
 #include <QListWidget>

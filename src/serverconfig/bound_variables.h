@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+class BoundControl;
+struct Services;
+
+/// How the value of a variable follows its name in a command.
+enum class ValueForm {
+    Plain, ///< behind a blank: name 1
+    Quoted ///< in double quotes, without a blank: name"1"
+};
+
+/// What the pages with bound controls have in common: each control shows the server variable that its `Tag` names, is
+/// filled from the reply to "dvarlist", and is sent back when it has changed. What differs is told by the pages.
+
+/// True when connected; else says that one has to connect first.
+[[nodiscard]] bool requireConnection(const Services &services);
+
+/// Asks for the variables that `pattern` describes and waits for the whole reply.
+void readGroup(const Services &services, const QString &pattern);
+
+/// Shows the value that the reply gives to `name`. Empty when it does not occur. Throws InvalidCall.
+[[nodiscard]] QString valueInReply(const Services &services, const QString &name);
+
+/// Fills `control` from the reply, also with nothing, and clears its mark. Throws what its conversion throws.
+void fill(const Services &services, BoundControl &control);
+
+/// The same, but a value that is empty or missing leaves the control and its mark as they are.
+void fillUnlessEmpty(const Services &services, BoundControl &control);
+
+/// Sends `control`'s value, changed or not, and confirms it in the message list. The mark is cleared first, so that an
+/// edit during the exchange sets it again.
+void send(const Services &services, BoundControl &control, ValueForm form, const QString &confirmation);
+
+/// The same, only when the control's mark is set.
+void sendIfChanged(const Services &services, BoundControl &control, ValueForm form, const QString &confirmation);

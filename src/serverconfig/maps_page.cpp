@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "maps_page.h"
+#include "ui_maps_page.h"
+
+#include "base/prompts.h"
+#include "map_listing.h"
+#include "output/output.h"
+#include "quick_commands.h"
+#include "rcon/exchange.h"
+#include "rcon/services.h"
+#include "rcon/session.h"
+
+#include <QScopedValueRollback>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QStringList stockMaps{u"mp_breakout"_s,  u"mp_brecourt"_s, u"mp_burgundy"_s, u"mp_carentan"_s,
+                            u"mp_dawnville"_s, u"mp_decoy"_s,    u"mp_downtown"_s, u"mp_farmhouse"_s,
+                            u"mp_leningrad"_s, u"mp_matmata"_s,  u"mp_toujane"_s,  u"mp_trainstation"_s};
+
+} // namespace
+
+MapsPage::MapsPage(Services &services_, QWidget *parent)
+    : QWidget(parent), services(services_), ui(std::make_unique<Ui::MapsPage>())
+{
+    ui->setupUi(this);
+    connect(ui->cmddefmaps, &QPushButton::clicked, this, &MapsPage::cmddefmaps_Click);
+    connect(ui->cmdpopmaps, &QPushButton::clicked, this, &MapsPage::cmdpopmaps_Click);
+    connect(ui->cmdmapload, &QPushButton::clicked, this, &MapsPage::cmdmapload_Click);
+    connect(ui->cmdrestartmap, &QPushButton::clicked, this, [this] { restartMap(services); });
+    connect(ui->cmdrotatemap, &QPushButton::clicked, this, [this] { rotateMap(services); });
+}
+
+MapsPage::~MapsPage() = default;
+
+void MapsPage::cmddefmaps_Click()
+{
+    ui->lstmaps->clear();
+    ui->lstmaps->addItems(stockMaps);
+}
+
+void MapsPage::cmdpopmaps_Click()
+{
+    if (reading)
+        return; // a second reading would empty the reply of the first
+    const QScopedValueRollback busy(reading, true);
+
+    Session &session = services.session;
+    ui->lstmaps->clear();
+    session.rconcollect = true;
+    services.output.showprogress(tr("Asking server for map list..."), Progress::Replace);
+    std::optional<QStringList> names;
+    for (int attempt = 0; attempt < 3 && !names; ++attempt) {
+        session.rconbusy = true;
+        services.exchange.sendinfo(u"dir maps/mp d3dbsp"_s);
+        services.exchange.waitseconds(1); // a long listing comes in many datagrams
+        if (!session.rconarrived)
+            names = QStringList(); // the silence has been told already
+        else
+            names = mapNames(session.rconreply);
+    }
+    if (names) {
+        ui->lstmaps->clear(); // the stock maps may have been loaded meanwhile
+        ui->lstmaps->addItems(*names);
+        session.rconbusy = false;
+    } else {
+        // The busy mark stays until the next reading or sending takes it away.
+        services.prompts.inform(tr("Asked server 3 times for list and none returned"), tr("No response"));
+    }
+    services.output.showprogress({}, Progress::Replace);
+    session.rconcollect = false;
+}
+
+void MapsPage::cmdmapload_Click()
+{
+    const QList<QListWidgetItem *> selected = ui->lstmaps->selectedItems();
+    if (selected.isEmpty()) {
+        services.prompts.inform(tr("Select a map in the table to load first"), tr("Select Map"));
+        return;
+    }
+    services.session.rconnowait = true; // a server that loads a map does not answer
+    services.exchange.sendinfo(u"map "_s + selected.first()->text(), true);
+}

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+#include <memory>
+
+struct Services;
+
+namespace Ui {
+class MapsPage;
+}
+
+/// The "Maps" tab: a list of maps, the game's own or the server's, from which one is loaded.
+class MapsPage final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit MapsPage(Services &services, QWidget *parent = nullptr);
+    ~MapsPage() override;
+
+private:
+    void cmddefmaps_Click();
+    void cmdpopmaps_Click();
+    void cmdmapload_Click();
+
+    Services &services;
+    std::unique_ptr<Ui::MapsPage> ui;
+    bool reading = false;
+};

@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: MIT
+#include "modes_page.h"
+#include "ui_modes_page.h"
+
+#include "base/fault.h"
+#include "base/numbers.h"
+#include "base/prompts.h"
+#include "output/output.h"
+#include "quick_commands.h"
+#include "rcon/exchange.h"
+#include "rcon/services.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int longestTime = 1440; // minutes: a day
+
+bool isTimeLimit(const QString &text)
+{
+    const qint16 minutes = toInteger16(text);
+    return minutes >= 0 && minutes <= longestTime;
+}
+
+} // namespace
+
+ModesPage::ModesPage(Services &services_, QWidget *parent)
+    : QWidget(parent), services(services_), ui(std::make_unique<Ui::ModesPage>())
+{
+    ui->setupUi(this);
+    connect(ui->cmdsetdm, &QPushButton::clicked, this, &ModesPage::cmdsetdm_Click);
+    connect(ui->cmdsettdm, &QPushButton::clicked, this, &ModesPage::cmdsettdm_Click);
+    connect(ui->cmdsethq, &QPushButton::clicked, this, &ModesPage::cmdsethq_Click);
+    connect(ui->cmdsetctf, &QPushButton::clicked, this, &ModesPage::cmdsetctf_Click);
+    connect(ui->cmdsetsd, &QPushButton::clicked, this, &ModesPage::cmdsetsd_Click);
+    connect(ui->cmddmdefault, &QPushButton::clicked, this, &ModesPage::cmddmdefault_Click);
+    connect(ui->cmdtdmdefault, &QPushButton::clicked, this, &ModesPage::cmdtdmdefault_Click);
+    connect(ui->cmdhqdefault, &QPushButton::clicked, this, &ModesPage::cmdhqdefault_Click);
+    connect(ui->cmdctfdefault, &QPushButton::clicked, this, &ModesPage::cmdctfdefault_Click);
+    connect(ui->cmdsddefaults, &QPushButton::clicked, this, &ModesPage::cmdsddefaults_Click);
+
+    const std::array cmdcod{ui->cmdcod_0, ui->cmdcod_1, ui->cmdcod_2, ui->cmdcod_3, ui->cmdcod_4};
+    for (int index = 0; index < static_cast<int>(cmdcod.size()); ++index)
+        connect(cmdcod.at(static_cast<std::size_t>(index)), &QPushButton::clicked, this,
+                [this, index] { switchGameType(services, index); });
+}
+
+ModesPage::~ModesPage() = default;
+
+void ModesPage::cmdsetdm_Click()
+{
+    setLimits(*ui->txtdmscorelim, *ui->txtdmtimelim, u"DM"_s);
+}
+
+void ModesPage::cmdsettdm_Click()
+{
+    setLimits(*ui->txttdmscorelim, *ui->txttdmtimelim, u"TDM"_s);
+}
+
+void ModesPage::cmdsethq_Click()
+{
+    setLimits(*ui->txthqscorelim, *ui->txthqtimelim, u"HQ"_s);
+}
+
+void ModesPage::cmdsetctf_Click()
+{
+    setLimits(*ui->txtctfscorelim, *ui->txtctftimelim, u"CTF"_s);
+}
+
+void ModesPage::setLimits(TextBox &score, TextBox &time, const QString &mode)
+{
+    try {
+        if (isInvalid(isNumeric(score.text()), score, tr("Score limit has to be a number")) ||
+            isInvalid(isNumeric(time.text()), time, tr("Time limit has to be a positive number of minutes")) ||
+            isInvalid(isTimeLimit(time.text()), time, tr("Time limit has to be a number of minutes (0 - 1440)")))
+            return;
+    } catch (const Fault &fault) {
+        services.prompts.showFault(fault);
+        return;
+    }
+    sendLimit(score, mode + tr(" score limit updated to ") + score.text());
+    services.exchange.waitseconds(1);
+    sendLimit(time, mode + tr(" time limit updated to ") + time.text());
+}
+
+void ModesPage::cmdsetsd_Click()
+{
+    try {
+        if (!isSearchAndDestroyValid())
+            return;
+    } catch (const Fault &fault) {
+        services.prompts.showFault(fault);
+        return;
+    }
+    const Answer answer = services.prompts.ask(
+        {tr("Set server"), tr("Set server with values in display?"), BoxIcon::Information, BoxButtons::OkCancel});
+    if (answer == Answer::Cancel)
+        return;
+
+    sendLimit(*ui->txtgrace, tr("S&D Grace period updated to ") + ui->txtgrace->text());
+    services.exchange.waitseconds(1);
+    // The line about the round length names the round limit.
+    sendLimit(*ui->txtroundlen, tr("S&D Round length updated to ") + ui->txtroundlim->text());
+    services.exchange.waitseconds(1);
+    sendLimit(*ui->txtroundlim, tr("S&D Round limit updated to ") + ui->txtroundlim->text());
+    services.exchange.waitseconds(1);
+    sendLimit(*ui->txtscorelim, tr("S&D Score limit updated to ") + ui->txtscorelim->text());
+    services.exchange.waitseconds(1);
+    sendLimit(*ui->txttimelim, tr("S&D Time limit updated to ") + ui->txttimelim->text());
+}
+
+bool ModesPage::isSearchAndDestroyValid()
+{
+    const QString time = ui->txttimelim->text();
+    return !isInvalid(isNumeric(ui->txtgrace->text()), *ui->txtgrace,
+                      tr("Grace period has to be a number of seconds")) &&
+           !isInvalid(isNumeric(ui->txtroundlen->text()), *ui->txtroundlen,
+                      tr("Round length has to be a positive number of minutes")) &&
+           !isInvalid(isNumeric(ui->txtroundlim->text()), *ui->txtroundlim,
+                      tr("Round limit has to be a number of round wins (0=unlimited)")) &&
+           !isInvalid(isNumeric(ui->txtscorelim->text()), *ui->txtscorelim,
+                      tr("Score limit has to be a number of round wins")) &&
+           !isInvalid(isNumeric(time) && isTimeLimit(time), *ui->txttimelim,
+                      tr("Time limit has to be a number of minutes (0 - 1440)"));
+}
+
+bool ModesPage::isInvalid(bool valid, TextBox &box, const QString &complaint)
+{
+    if (valid)
+        return false;
+    services.prompts.ask({tr("Invalid value"), complaint, BoxIcon::None, BoxButtons::Ok});
+    box.setFocus();
+    return true;
+}
+
+void ModesPage::sendLimit(const TextBox &box, const QString &confirmation)
+{
+    services.exchange.sendinfo(box.tag + u' ' + box.text());
+    services.output.addmessage(confirmation);
+}
+
+void ModesPage::cmddmdefault_Click()
+{
+    ui->txtdmscorelim->setText(u"50"_s);
+    ui->txtdmtimelim->setText(u"30"_s);
+}
+
+void ModesPage::cmdtdmdefault_Click()
+{
+    ui->txttdmscorelim->setText(u"100"_s);
+    ui->txttdmtimelim->setText(u"30"_s);
+}
+
+void ModesPage::cmdhqdefault_Click()
+{
+    ui->txthqscorelim->setText(u"450"_s);
+    ui->txthqtimelim->setText(u"30"_s);
+}
+
+void ModesPage::cmdctfdefault_Click()
+{
+    ui->txtctfscorelim->setText(u"5"_s);
+    ui->txtctftimelim->setText(u"30"_s);
+}
+
+void ModesPage::cmdsddefaults_Click()
+{
+    ui->txtgrace->setText(u"15"_s);
+    ui->txtroundlen->setText(u"4"_s);
+    ui->txtroundlim->setText(u"0"_s);
+    ui->txtscorelim->setText(u"10"_s);
+    ui->txttimelim->setText(u"0"_s);
+}

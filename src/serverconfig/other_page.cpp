@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "other_page.h"
+#include "ui_other_page.h"
+
+#include "base/fault.h"
+#include "base/prompts.h"
+#include "bound_variables.h"
+#include "chat_prefix.h"
+#include "output/output.h"
+#include "rcon/exchange.h"
+#include "rcon/services.h"
+#include "rcon/session.h"
+
+#include <QScopedValueRollback>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The fifth is sent as it stands, without a blank.
+constexpr std::array clanBaseRules{
+    "scr_sd_roundlimit 10"_L1,  "scr_sd_roundlength 4"_L1,
+    "scr_sd_graceperiod 15"_L1, "scr_sd_timelimit 0"_L1,
+    "setfriendlyfire 1"_L1,     "scr_allow_vote 0"_L1,
+    "scr_drawfriend 1"_L1,      "sv_minPing 0"_L1,
+    "sv_maxPing 0"_L1,          "sv_pure 1"_L1,
+    "sv_cheats 0"_L1,           "g_allowVote 0"_L1,
+    "scr_killcam 0"_L1,         "scr_spectateenemy 0"_L1,
+    "scr_freelook 0"_L1,        "logfile 1"_L1,
+};
+
+} // namespace
+
+OtherPage::OtherPage(Services &services_, QWidget *parent)
+    : QWidget(parent), services(services_), ui(std::make_unique<Ui::OtherPage>())
+{
+    ui->setupUi(this);
+    chkCodOther = {ui->chkCodOther_0, ui->chkCodOther_1};
+    // Their captions are for the message list; what they switch stands beside them.
+    for (CheckBox *box : chkCodOther)
+        box->setFixedWidth(style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, box) + 2);
+    connect(ui->cmdCodOther_0, &QPushButton::clicked, this, [this] { cmdCodOther_Click(0); });
+    connect(ui->cmdCodOther_1, &QPushButton::clicked, this, [this] { cmdCodOther_Click(1); });
+}
+
+OtherPage::~OtherPage() = default;
+
+void OtherPage::cmdCodOther_Click(int index)
+{
+    if (index == 0)
+        sendChanges();
+    else
+        populate();
+}
+
+void OtherPage::populate()
+{
+    if (reading)
+        return; // a second reading would empty the reply of the first
+    const QScopedValueRollback busy(reading, true);
+    if (!requireConnection(services))
+        return;
+
+    // Unlike other pages this one goes on collecting afterwards: replies stay silent until somebody else ends that.
+    services.session.rconcollect = true;
+    services.output.showprogress(u"\r\n"_s + tr("Reading variables from the server..."), Progress::Replace);
+    services.session.rconbusy = true;
+    try {
+        readGroup(services, u"scr_allow_*"_s);
+        for (CheckBox *box : chkCodOther) {
+            const QString value = valueInReply(services, box->tag);
+            box->setValue(value.isEmpty() ? u"0"_s : value);
+            box->dataChanged = false;
+        }
+    } catch (const Fault &) {
+        // A value that is cut off or no number ends the reading; what has been filled stays.
+    }
+    services.output.showprogress({}, Progress::Replace);
+    services.session.rconbusy = false;
+}
+
+void OtherPage::sendChanges()
+{
+    // Cancel sends all the same.
+    services.prompts.ask({tr("Send to Server?"),
+                          tr("Only changed values will be sent.\rSend other settings to server?"), BoxIcon::Information,
+                          BoxButtons::OkCancel});
+    services.session.rconbusy = true;
+    for (CheckBox *box : chkCodOther)
+        sendIfChanged(services, *box, ValueForm::Quoted, box->text() + tr(" updated."));
+    services.session.rconbusy = false;
+}
+
+void OtherPage::setclanbase()
+{
+    const Answer answer = services.prompts.ask({tr("Change settings?"),
+                                                tr("Are you sure you want to set as Clan Base rules\r"
+                                                   "Check popup rules to see what variables will change"),
+                                                BoxIcon::Information, BoxButtons::OkCancel});
+    if (answer == Answer::Cancel)
+        return;
+    services.output.addmessage(tr("Setting server to Clanbase rules....."));
+    for (const QLatin1StringView rule : clanBaseRules) {
+        services.exchange.sendinfo(rule, true);
+        services.exchange.yield();
+    }
+    services.exchange.sendinfo(u"say "_s + chatPrefix + u"Server Set for ^2Clan Base ^7Rules"_s, true);
+}

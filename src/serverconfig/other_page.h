@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+#include <array>
+#include <memory>
+
+class CheckBox;
+struct Services;
+
+namespace Ui {
+class OtherPage;
+}
+
+/// The "COD2 other" tab: the grenade switches; and the Clan Base preset, which no control of it offers.
+class OtherPage final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit OtherPage(Services &services, QWidget *parent = nullptr);
+    ~OtherPage() override;
+
+public slots:
+    /// Asks, then puts the server on the rules of the Clan Base league and announces it.
+    void setclanbase();
+
+private:
+    void cmdCodOther_Click(int index);
+    void populate();
+    void sendChanges();
+
+    Services &services;
+    std::unique_ptr<Ui::OtherPage> ui;
+    std::array<CheckBox *, 2> chkCodOther{};
+    bool reading = false;
+};

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+#include <array>
+#include <memory>
+
+class QRadioButton;
+struct Services;
+
+namespace Ui {
+class ServerPage;
+}
+
+/// The "Server" tab: the server's everyday variables, its join password and its friendly fire.
+class ServerPage final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit ServerPage(Services &services, QWidget *parent = nullptr);
+    ~ServerPage() override;
+
+private:
+    void cmdservpop_Click();
+    void readVariables();
+    void cmdservsetbasics_Click();
+    void sendVoting();
+    void cmdservsetpass_Click();
+    void cmdservrempass_Click();
+    void cmdff_Click();
+
+    Services &services;
+    std::unique_ptr<Ui::ServerPage> ui;
+    std::array<QRadioButton *, 4> optff{}; ///< by friendly-fire mode
+    bool reading = false;
+};
