@@ -5,6 +5,8 @@
 #include "base/prompts.h"
 #include "messages/message_panel.h"
 #include "messages/messages_page.h"
+#include "mods/hob_window.h"
+#include "mods/mods_page.h"
 #include "output/output.h"
 #include "output/rcon_pane.h"
 #include "players/players_page.h"
@@ -22,6 +24,7 @@
 #include "settings/ini_file.h"
 #include "settings/saved_servers.h"
 #include "settings/saved_servers_panel.h"
+#include "weapons/weapons_page.h"
 #include "web_links.h"
 
 #include <QCloseEvent>
@@ -54,7 +57,8 @@ MainWindow::MainWindow(Services &services_, QWidget *parent)
       messagePanel(new MessagePanel(services)),
       savedServers(new SavedServersPanel(services.prompts, services.session.servercount)),
       playersPage(new PlayersPage(services, *connectPanel)),
-      messagesPage(new MessagesPage),
+      serverPage(new ServerPage(services)),
+      messagesPage(new MessagesPage(services, *connectPanel, serverPage->placeholderVariables())),
       miscPage(new MiscPage(services)),
       otherPage(new OtherPage(services))
 {
@@ -84,12 +88,14 @@ void MainWindow::placePanels()
 
 void MainWindow::addPages()
 {
-    ui->SSTab->addTab(new ServerPage(services), tr("Server"));
+    auto *modsPage = new ModsPage;
+    connect(modsPage, &ModsPage::hobwanted, this, &MainWindow::showhob);
+    ui->SSTab->addTab(serverPage, tr("Server"));
     ui->SSTab->addTab(new ModesPage(services), tr("COD2 Modes"));
     ui->SSTab->addTab(new MapsPage(services), tr("Maps"));
-    ui->SSTab->addTab(new QWidget, tr("Weapons"));
+    ui->SSTab->addTab(new WeaponsPage(services), tr("Weapons"));
     ui->SSTab->addTab(playersPage, tr("Players"));
-    ui->SSTab->addTab(new QWidget, tr("Mods"));
+    ui->SSTab->addTab(modsPage, tr("Mods"));
     ui->SSTab->addTab(messagesPage, tr("Messages"));
     ui->SSTab->addTab(miscPage, tr("Misc"));
     ui->SSTab->addTab(otherPage, tr("COD2 other"));
@@ -99,6 +105,7 @@ void MainWindow::wireConnection()
 {
     connect(savedServers, &SavedServersPanel::serverchosen, connectPanel, &ConnectPanel::fill);
     connect(connectPanel, &ConnectPanel::passwordentered, consolePanel, &ConsolePanel::cmdsend_Click);
+    connect(messagesPage, &MessagesPage::entered, consolePanel, &ConsolePanel::cmdsend_Click);
     connect(connectPanel, &ConnectPanel::modsitewanted, this, [] { openurl(WebAddress::hobMod); });
 
     connect(connectPanel, &ConnectPanel::connected, miscPage, &MiscPage::awaitServer);
@@ -153,6 +160,16 @@ void MainWindow::setclanbase()
     otherPage->setclanbase();
 }
 
+void MainWindow::showhob()
+{
+    // Opened again it begins anew, unless the closed one is still at work.
+    if (!hobWindow || (!hobWindow->isVisible() && !hobWindow->isBusy()))
+        hobWindow = std::make_unique<HobWindow>(services);
+    hobWindow->show();
+    hobWindow->raise();
+    hobWindow->activateWindow();
+}
+
 // The widgets were made in another order than that in which one reads the window.
 void MainWindow::orderTabs()
 {
@@ -187,11 +204,14 @@ void MainWindow::Form_Load()
     const QScopedValueRollback loading(session.formloading, true);
     const IniText ini = services.ini.contents();
     savedServers->load(readSavedServers(ini));
+    messagesPage->load(ini);
     messagePanel->load(ini);
     session.options = loadPreferences(ini);
     playersPage->showPreferences();
     if (session.options.autoconnect)
         autoConnect();
+    if (session.options.automessage)
+        messagesPage->autoStart();
 }
 
 void MainWindow::autoConnect()
@@ -232,6 +252,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
     if (!event->isAccepted())
         return;
     services.prompts.close();
+    if (hobWindow)
+        hobWindow->hide();
     emit closed();
 }
 

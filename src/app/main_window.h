@@ -7,12 +7,14 @@
 
 class ConnectPanel;
 class ConsolePanel;
+class HobWindow;
 class MessagePanel;
 class MessagesPage;
 class MiscPage;
 class OtherPage;
 class PlayersPage;
 class SavedServersPanel;
+class ServerPage;
 struct Services;
 
 namespace Ui {
@@ -33,6 +35,8 @@ public slots:
     void Form_Load();
     /// Puts the server on the rules of the Clan Base league, for other windows.
     void setclanbase();
+    /// Opens the settings window of the Heat of Battle mod.
+    void showhob();
 
 signals:
     /// The window has been closed; the program can end.
@@ -63,8 +67,10 @@ private:
     MessagePanel *messagePanel;
     SavedServersPanel *savedServers;
     PlayersPage *playersPage;
+    ServerPage *serverPage;
     MessagesPage *messagesPage;
     MiscPage *miscPage;
     OtherPage *otherPage;
-    bool otherWindowWasActive = true; ///< also before the first show
+    std::unique_ptr<HobWindow> hobWindow; ///< no child, so that its controls are not taken for the main window's
+    bool otherWindowWasActive = true;     ///< also before the first show
 };

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -34,6 +35,14 @@ void onLostFocus(QWidget *control, const std::function<void()> &handler)
         if (held && now != control)
             handler();
     });
+}
+
+void pressTab(QWidget *receiver)
+{
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier, u"\t"_s);
+    QKeyEvent release(QEvent::KeyRelease, Qt::Key_Tab, Qt::NoModifier, u"\t"_s);
+    QApplication::sendEvent(receiver, &press);
+    QApplication::sendEvent(receiver, &release);
 }
 
 QWidget *programWindow()

@@ -22,13 +22,6 @@ Integer held(double value)
     return static_cast<Integer>(whole);
 }
 
-double number(QStringView text)
-{
-    if (!isNumeric(text))
-        throw Fault(Fault::TypeMismatch);
-    return text.trimmed().toDouble();
-}
-
 } // namespace
 
 bool isNumeric(QStringView text)
@@ -37,14 +30,21 @@ bool isNumeric(QStringView text)
     return pattern.match(text).hasMatch();
 }
 
+double toNumber(QStringView text)
+{
+    if (!isNumeric(text))
+        throw Fault(Fault::TypeMismatch);
+    return text.trimmed().toDouble();
+}
+
 qint16 toInteger16(QStringView text)
 {
-    return held<qint16>(number(text));
+    return held<qint16>(toNumber(text));
 }
 
 qint32 toInteger32(QStringView text)
 {
-    return held<qint32>(number(text));
+    return held<qint32>(toNumber(text));
 }
 
 qint16 leadingNumber(QStringView text)

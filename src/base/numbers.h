@@ -6,6 +6,9 @@
 /// True for what a person calls a number: blanks around it, a sign, decimals and an exponent are allowed.
 [[nodiscard]] bool isNumeric(QStringView text);
 
+/// The number that `text` is. Throws TypeMismatch when it is none.
+[[nodiscard]] double toNumber(QStringView text);
+
 /// The number that `text` is, rounded half to even, then held to 16 bits.
 /// Throws TypeMismatch when it is no number, Overflow when it does not fit.
 [[nodiscard]] qint16 toInteger16(QStringView text);

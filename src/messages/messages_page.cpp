@@ -2,29 +2,316 @@
 #include "messages_page.h"
 #include "ui_messages_page.h"
 
+#include "base/fault.h"
+#include "base/focus.h"
+#include "base/prompts.h"
+#include "output/output.h"
+#include "rcon/services.h"
+#include "rcon/session.h"
+#include "settings/ini_file.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
-MessagesPage::MessagesPage(QWidget *parent)
-    : QWidget(parent), ui(std::make_unique<Ui::MessagesPage>()), tmrmessage(this)
+// At global scope, where the resource's own function is; a static library's resources are not found without it.
+static void loadPictures()
 {
+    Q_INIT_RESOURCE(messages);
+}
+
+MessagesPage::MessagesPage(Services &services_, const ConnectPanel &connectPanel_, PlaceholderVariables variables_,
+                           QWidget *parent)
+    : QWidget(parent),
+      services(services_),
+      connectPanel(connectPanel_),
+      variables(std::move(variables_)),
+      ui(std::make_unique<Ui::MessagesPage>()),
+      tmrmessage(this)
+{
+    loadPictures();
     ui->setupUi(this);
+    lockLine(ui->txtfreesets, true);
+    showColourCodes();
+    wireEditor();
+
+    ui->txtinterval->dataChanged = false; // its initial text is nobody's edit
     tmrmessage.setObjectName(u"tmrmessage"_s);
-    for (QPushButton *button : {ui->cmdsetsave, ui->cmdmessstart, ui->cmdmessstop})
-        button->hide();
+    tmrmessage.setInterval(60'000);
+    onLostFocus(ui->txtinterval, [this] { txtinterval_LostFocus(); });
+    connect(ui->cmdmessstart, &QPushButton::clicked, this, &MessagesPage::cmdmessstart_Click);
+    connect(ui->cmdmessstop, &QPushButton::clicked, this, &MessagesPage::cmdmessstop_Click);
+    connect(&tmrmessage, &QTimer::timeout, this, &MessagesPage::tmrmessage_Timer);
 }
 
 MessagesPage::~MessagesPage() = default;
+
+void MessagesPage::wireEditor()
+{
+    const auto picture = [](const QString &name) { return QIcon(u":/messages/"_s + name + u".svg"_s); };
+    ui->imgup->setIcon(picture(u"up"_s));
+    ui->imgdown->setIcon(picture(u"down"_s));
+    ui->imgdel->setIcon(picture(u"delete"_s));
+    connect(ui->imgup, &QToolButton::clicked, this, [this] { move(-1); });
+    connect(ui->imgdown, &QToolButton::clicked, this, [this] { move(+1); });
+    connect(ui->imgdel, &QToolButton::clicked, this, &MessagesPage::imgdel_Click);
+    connect(ui->lstmess, &QListWidget::itemDoubleClicked, this, &MessagesPage::lstmess_DblClick);
+    connect(ui->cmdsetdel, &QPushButton::clicked, this, &MessagesPage::cmdsetdel_Click);
+    connect(ui->cmdsetsave, &QPushButton::clicked, this, &MessagesPage::cmdsetsave_Click);
+    connect(ui->cmdsetdis, &QPushButton::clicked, this, &MessagesPage::discardsets);
+    connect(ui->txtmess, &QLineEdit::returnPressed, this, &MessagesPage::entered);
+    connect(ui->commessset->lineEdit(), &QLineEdit::returnPressed, this, &MessagesPage::entered);
+    onLostFocus(ui->commessset, [this] { commessset_LostFocus(); });
+    onLostFocus(ui->txtmess, [this] { txtmess_LostFocus(); });
+}
+
+// Each code in the colour that the game gives it, on the one of two grounds on which it can be read.
+void MessagesPage::showColourCodes()
+{
+    const std::array colours{palette().color(QPalette::WindowText),
+                             QColor(255, 0, 0),
+                             QColor(0, 192, 0),
+                             QColor(255, 255, 0),
+                             QColor(0, 0, 255),
+                             QColor(0, 255, 255),
+                             QColor(255, 128, 255),
+                             QColor(255, 255, 255)};
+    const std::array labels{ui->lblcolour_0, ui->lblcolour_1, ui->lblcolour_2, ui->lblcolour_3,
+                            ui->lblcolour_4, ui->lblcolour_5, ui->lblcolour_6, ui->lblcolour_7};
+    for (std::size_t code = 0; code < colours.size(); ++code) {
+        const QColor colour = colours.at(code);
+        const bool isLight = qGray(colour.rgb()) > 90;
+        QPalette shown = labels.at(code)->palette();
+        shown.setColor(QPalette::WindowText, colour);
+        shown.setColor(QPalette::Window, isLight ? QColor(32, 32, 32) : QColor(240, 240, 240));
+        labels.at(code)->setPalette(shown);
+        labels.at(code)->setAutoFillBackground(true);
+    }
+}
+
+void MessagesPage::load(const IniText &ini)
+{
+    sets.load(ini);
+    for (int slot = 0; slot < sets.setcount(); ++slot)
+        ui->commessset->addItem(sets.name(slot));
+    showFreeSets(true);
+    if (ui->commessset->count() > 0) {
+        ui->commessset->setCurrentIndex(0);
+        commessset_LostFocus();
+    }
+}
 
 bool MessagesPage::hasUnsavedSets() const
 {
     return ui->cmdsetsave->isEnabled();
 }
 
-void MessagesPage::endCycle()
+void MessagesPage::commessset_LostFocus()
 {
-    if (ui->cmdmessstart->isEnabled())
+    const QString name = ui->commessset->currentText();
+    if (name.isEmpty())
         return;
-    tmrmessage.stop();
-    ui->cmdmessstop->setEnabled(false);
-    ui->cmdmessstart->setEnabled(true);
+    if (ui->commessset->entries().contains(name)) {
+        sets.select(name);
+        showMessages();
+    } else if (sets.hasFreeSlot()) {
+        createSet(name);
+    } else {
+        // A number is written with a place for its sign, so there are two blanks.
+        services.prompts.inform(
+            tr("No free sets left,  %1 in use\rTo add new you must remove an old one").arg(sets.setcount()),
+            tr("No Free Slots"));
+    }
+}
+
+void MessagesPage::createSet(const QString &name)
+{
+    const Answer answer = services.prompts.ask(
+        {tr("New Message Set"), tr("Add new Set to list"), BoxIcon::Question, BoxButtons::OkCancel});
+    if (answer == Answer::Cancel)
+        return;
+    ui->commessset->addItem(name);
+    ui->commessset->setCurrentIndex(ui->commessset->count() - 1);
+    sets.create(name);
+    showFreeSets(true);
+    ui->lstmess->clear();
+    setPending(true);
+}
+
+void MessagesPage::cmdsetdel_Click()
+{
+    int chosen = static_cast<int>(ui->commessset->entries().indexOf(ui->commessset->currentText()));
+    if (chosen < 0) {
+        chosen = ui->commessset->count() - 1;
+        ui->commessset->setCurrentIndex(chosen);
+    }
+    const QString name = ui->commessset->itemText(chosen);
+    if (name.isEmpty()) {
+        services.prompts.inform(tr("No message set selected in Message Set field"), tr("No set selected"));
+        return;
+    }
+    const Answer answer =
+        services.prompts.ask({tr("Confirm Delete"), tr("Are you sure you want to delete the set named:\r") + name,
+                              BoxIcon::Question, BoxButtons::OkCancel});
+    if (answer == Answer::Cancel)
+        return;
+
+    sets.removeSet(name);
+    ui->commessset->removeItem(chosen);
+    ui->commessset->setCurrentIndex(-1);
+    ui->commessset->clearEditText();
+    ui->lstmess->clear();
+    showFreeSets(false);
+    services.output.addmessage(tr("Set named ") + name + tr(" removed."));
+    ui->txtmess->clear();
+    setPending(true);
+    if (ui->commessset->count() == 0) {
+        sets.resetCurrent();
+        return;
+    }
+    ui->commessset->setCurrentIndex(std::max(chosen - 1, 0));
+    sets.select(ui->commessset->currentText());
+    ui->commessset->setFocus();
+    pressTab(ui->commessset); // leaving it shows the set
+}
+
+void MessagesPage::txtmess_LostFocus()
+{
+    if (ui->txtmess->text().isEmpty())
+        return;
+    const bool isNew = !std::exchange(editingmessage, false) || selectedRow() < 0; // what it replaced may be gone
+    if (ui->txtmess->dataChanged && isNew) {
+        addMessage();
+        return;
+    }
+    if (ui->txtmess->dataChanged)
+        editMessage();
+    ui->txtmess->clear();
+}
+
+// The focus goes back, so that several messages can be typed one after another.
+void MessagesPage::addMessage()
+{
+    const QString message = ui->txtmess->text();
+    ui->lstmess->addItem(message);
+    sets.add(message);
+    setPending(true);
+    ui->txtmess->clear();
+    ui->txtmess->setFocus();
+}
+
+void MessagesPage::editMessage()
+{
+    QListWidgetItem *entry = ui->lstmess->item(selectedRow());
+    if (!sets.edit(entry->text(), ui->txtmess->text()))
+        return;
+    entry->setText(ui->txtmess->text());
+    setPending(true);
+}
+
+void MessagesPage::lstmess_DblClick()
+{
+    const int row = selectedRow();
+    if (row < 0)
+        return;
+    ui->txtmess->setText(ui->lstmess->item(row)->text());
+    editingmessage = true;
+    ui->txtmess->dataChanged = false;
+    ui->txtmess->setFocus();
+}
+
+void MessagesPage::imgdel_Click()
+{
+    const int row = selectedRow();
+    if (row < 0)
+        return;
+    delete ui->lstmess->takeItem(row);
+    ui->lstmess->setCurrentRow(-1);
+    // The row counts as the position, also when earlier deletions have left the two apart.
+    sets.removeAt(row);
+    setPending(true);
+}
+
+void MessagesPage::move(int by)
+{
+    const int row = selectedRow();
+    const int target = row + by;
+    if (row < 0 || target < 0 || target >= ui->lstmess->count())
+        return;
+    ui->lstmess->insertItem(target, ui->lstmess->takeItem(row));
+    ui->lstmess->setCurrentRow(target);
+    sets.swap(row, target); // likewise
+    setPending(true);
+}
+
+void MessagesPage::cmdsetsave_Click()
+{
+    const Answer answer = services.prompts.ask(
+        {tr("Save Changes"), tr("Save message sets to INI"), BoxIcon::Question, BoxButtons::OkCancel});
+    if (answer == Answer::Cancel) {
+        discardsets();
+        return;
+    }
+    if (tmrmessage.isActive()) {
+        services.output.showprogress(tr("Stopping the active message Cycle to sync changes"), Progress::Replace);
+        setCycling(false);
+    }
+    services.output.showprogress(tr("Writing changes to INI file"), Progress::Add);
+    writeSets();
+    setPending(false);
+    services.output.showprogress({}, Progress::Replace);
+}
+
+void MessagesPage::writeSets()
+{
+    sets.beginSave();
+    if (services.ini.write(sets.entries())) {
+        services.prompts.refuse(tr("Failed to write to INI file, Please report bug and messages attempted"),
+                                tr("Failed to write INI"));
+        return;
+    }
+    sets.endSave();
+    showFreeSets(false);
+}
+
+void MessagesPage::discardsets()
+{
+    const Answer answer = services.prompts.ask(
+        {tr("Discard changes"), tr("Discard changes and reset to existing"), BoxIcon::Question, BoxButtons::YesNo});
+    if (answer == Answer::No)
+        return;
+    ui->lstmess->clear();
+    ui->commessset->clear();
+    ui->commessset->addItems(sets.discard());
+    ui->commessset->setCurrentIndex(-1);
+    ui->commessset->clearEditText();
+    services.prompts.inform(tr("Reverted back to existing messages"), tr("Discarded changes"));
+    setPending(false);
+}
+
+void MessagesPage::showMessages()
+{
+    ui->lstmess->clear();
+    ui->lstmess->addItems(sets.messages());
+}
+
+// Only some of the steps leave a place for the sign in front of the number.
+void MessagesPage::showFreeSets(bool withSign)
+{
+    const QString number = QString::number(MessageSets::slotCount - sets.setcount());
+    ui->txtfreesets->setText(withSign ? u' ' + number : number);
+}
+
+void MessagesPage::setPending(bool on)
+{
+    ui->cmdsetsave->setEnabled(on);
+    ui->cmdsetdis->setEnabled(on);
+}
+
+int MessagesPage::selectedRow() const
+{
+    const QList<QListWidgetItem *> selected = ui->lstmess->selectedItems();
+    return selected.isEmpty() ? -1 : ui->lstmess->row(selected.first());
 }

@@ -14,7 +14,7 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QScopedValueRollback>
+#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -68,9 +68,6 @@ void PlayersPage::cmdtempban_Click()
 
 void PlayersPage::dismiss(const Dismissal &dismissal)
 {
-    if (dismissing)
-        return; // one click too many, while the command is under way
-    const QScopedValueRollback busy(dismissing, true);
     const char *section = "Top";
     try {
         const QPersistentModelIndex row = players.index(selectedRow(), PlayerColumn::Num);
@@ -78,13 +75,19 @@ void PlayersPage::dismiss(const Dismissal &dismissal)
             services.prompts.inform(tr(dismissal.select), tr("No player"));
             return;
         }
-        if (ui->chkplyq->isChecked()) {
+        const QString num = players.text(row.row(), PlayerColumn::Num);
+        if (ui->chkplyq->isChecked() || num.isEmpty()) { // Query Mode also fills in rows without a number
             services.prompts.inform(tr(dismissal.refusal), tr("Need Rcon Access"));
             return;
         }
 
+        if (dismissed.contains(row))
+            return; // one click too many, while the command is under way
+        dismissed.append(row);
+        const auto done = qScopeGuard([this, row] { dismissed.removeOne(row); });
+
         const QString name = players.text(row.row(), PlayerColumn::Player);
-        services.exchange.sendinfo(QLatin1StringView(dismissal.command) + players.text(row.row(), PlayerColumn::Num));
+        services.exchange.sendinfo(QLatin1StringView(dismissal.command) + num);
         section = dismissal.noteSection;
         services.output.addmessage(tr(dismissal.noteBefore) + name + QLatin1StringView(dismissal.noteBehind));
         section = dismissal.removalSection;
@@ -106,13 +109,14 @@ void PlayersPage::dismiss(const Dismissal &dismissal)
 
 void PlayersPage::cmdplymessage_Click()
 {
-    if (ui->chkplyq->isChecked()) {
+    const int row = selectedRow();
+    const bool hasNumber = row < 0 || !players.text(row, PlayerColumn::Num).isEmpty();
+    if (ui->chkplyq->isChecked() || !hasNumber) {
         services.prompts.refuse(tr("Can only send message to an individual with the RCON access\n"
                                    "Populate players without Query Mode ticked"),
                                 tr("Need Player ID"));
         return;
     }
-    const int row = selectedRow();
     if (row < 0) {
         services.prompts.inform(tr("Select a player from the list to send private to"), tr("No player"));
         return;
@@ -174,8 +178,8 @@ int PlayersPage::selectedRow() const
 
 void PlayersPage::removeRow(int row)
 {
-    const bool wasSelected = row == selectedRow();
+    const int selected = selectedRow();
     players.remove(row);
-    if (wasSelected)
+    if (selected < 0 || selected == row)
         ui->msfplayers->clearSelection(); // the grid would select the next player, and the next click would hit him
 }

@@ -4,6 +4,7 @@
 
 #include "base/fault.h"
 #include "base/numbers.h"
+#include "base/once.h"
 #include "base/prompts.h"
 #include "colour_codes.h"
 #include "getstatus_reply.h"
@@ -15,7 +16,6 @@
 #include "status_table.h"
 
 #include <QScopeGuard>
-#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -74,9 +74,9 @@ void PlayersPage::showPreferences()
 
 void PlayersPage::cmdplypop_Click()
 {
-    if (populating)
-        return; // two at once would read each other's replies
-    const QScopedValueRollback busy(populating, true);
+    const Once once(populatingSince, services.clock);
+    if (!once)
+        return;
     if (!services.session.connected) {
         services.prompts.refuse(tr("You need to connect to a server first"), tr("Not Connected"));
         return;
@@ -92,7 +92,7 @@ void PlayersPage::cmdplypop_Click()
         if (ui->chkplyq->isChecked())
             listByQuery();
         else
-            listByStatus();
+            listByStatus(isTold);
     } catch (const Fault &fault) {
         services.prompts.showFault(fault);
     }
@@ -102,7 +102,7 @@ void PlayersPage::cmdplypop_Click()
         services.output.showprogress({}, Progress::Replace);
 }
 
-void PlayersPage::listByStatus()
+void PlayersPage::listByStatus(bool isTold)
 {
     Session &session = services.session;
     const int link = services.udpclient.link();
@@ -113,9 +113,10 @@ void PlayersPage::listByStatus()
     if (!isOnLink(link))
         return;
 
+    const int exchange = services.exchange.exchanges();
     StatusTable table;
     if (!table.skipHeading(session.rconreply)) {
-        if (isAskedByHand())
+        if (isTold)
             services.prompts.inform(tr("No players on server"), tr("No players"));
         return;
     }
@@ -124,16 +125,16 @@ void PlayersPage::listByStatus()
         try {
             add(table.next(session.rconreply));
         } catch (const Fault &) {
-            if (!awaitRest(tries) || !isOnLink(link))
-                return;
+            if (!awaitRest(isTold, tries) || !isOnLink(link) || services.exchange.exchanges() != exchange)
+                return; // also when another command has emptied the reply: its rest will not come
         }
     }
 }
 
-bool PlayersPage::awaitRest(int &tries)
+bool PlayersPage::awaitRest(bool isTold, int &tries)
 {
     constexpr int mostTries = 5;
-    if (isAskedByHand())
+    if (isTold)
         services.prompts.refuse(tr("The server is not responding quickly enough\rTry populate again"),
                                 tr("Slow Server Response"));
     else if (++tries > mostTries)
@@ -205,6 +206,7 @@ void PlayersPage::startRefresh()
 
 void PlayersPage::endRefresh()
 {
+    ui->msfplayers->clearSelection(); // the next connection may be to another server
     if (!tmrplayer.isActive())
         return;
     ui->chkautoupdate->setChecked(false);
@@ -245,17 +247,17 @@ void PlayersPage::startTimer()
 
 void PlayersPage::tmrplayer_Timer()
 {
-    if (services.session.rconbusy || populating || refreshing)
+    const Once once(refreshingSince, services.clock);
+    if (!once || services.session.rconbusy || populatingSince == services.clock.now().date())
         return;
-    const QScopedValueRollback busy(refreshing, true);
+    const int link = services.udpclient.link();
     cmdplypop_Click();
-    kickHanging();
+    kickHanging(link);
     list999.sweep();
 }
 
-void PlayersPage::kickHanging()
+void PlayersPage::kickHanging(int link)
 {
-    const int link = services.udpclient.link();
     const qint16 &enough = services.session.options.autokick999int;
     for (qsizetype index = 0; index < list999.records().size() && isOnLink(link); ++index) {
         const Rec999 record = list999.records().at(index);

@@ -4,6 +4,7 @@
 #include "list999.h"
 #include "player_table.h"
 
+#include <QDate>
 #include <QTimer>
 #include <QWidget>
 
@@ -41,11 +42,11 @@ private:
     struct Dismissal;
 
     void cmdplypop_Click();
-    void listByStatus();
+    void listByStatus(bool isTold);
     void listByQuery();
     void add(const StatusRow &row);
     void add(const GetstatusRow &row);
-    [[nodiscard]] bool awaitRest(int &tries);
+    [[nodiscard]] bool awaitRest(bool isTold, int &tries);
     void complayersort_Click();
 
     void cmdplykick_Click();
@@ -59,7 +60,7 @@ private:
     void chkautoupdate_Click();
     void startTimer();
     void tmrplayer_Timer();
-    void kickHanging();
+    void kickHanging(int link);
     void check999(const QString &name, const QString &ping, const QString &num);
 
     [[nodiscard]] QString shownName(const QString &name) const;
@@ -74,7 +75,7 @@ private:
     PlayerTable players;
     List999 list999;
     QTimer tmrplayer;
-    bool populating = false;
-    bool dismissing = false;
-    bool refreshing = false;
+    QDate populatingSince;
+    QDate refreshingSince;
+    QList<QPersistentModelIndex> dismissed; ///< players whose kick or ban is under way
 };

@@ -209,7 +209,11 @@ bool ConnectPanel::askGame(int number)
     Session &session = services.session;
     session.rconcollect = true;
     session.rconarrived = false;
-    services.exchange.sendquery(u"getstatus"_s);
+    try {
+        services.exchange.sendquery(u"getstatus"_s);
+    } catch (const Fault &) {
+        // Nothing will arrive, which is what the waits below find out.
+    }
     for (int waits = 0; !session.rconarrived && waits < queryWaits && isCurrent(number); ++waits) {
         services.exchange.waitseconds(1);
         services.exchange.yield();

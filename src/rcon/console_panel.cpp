@@ -2,6 +2,7 @@
 #include "console_panel.h"
 #include "ui_console_panel.h"
 
+#include "base/focus.h"
 #include "console_history.h"
 #include "exchange.h"
 #include "output/output.h"
@@ -9,7 +10,6 @@
 #include "session.h"
 
 #include <QApplication>
-#include <QKeyEvent>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -18,14 +18,6 @@ namespace {
 
 // In these boxes Return and the button's key mean "on to the next field", never "send the console line".
 const QStringList tabbedBoxes{u"txtmess"_s, u"commessset"_s, u"txtPWD"_s};
-
-void pressTab(QWidget *receiver)
-{
-    QKeyEvent press(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier, u"\t"_s);
-    QKeyEvent release(QEvent::KeyRelease, Qt::Key_Tab, Qt::NoModifier, u"\t"_s);
-    QApplication::sendEvent(receiver, &press);
-    QApplication::sendEvent(receiver, &release);
-}
 
 } // namespace
 

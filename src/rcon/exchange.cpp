@@ -34,6 +34,7 @@ Exchange::Exchange(Session &session_, UDPClient &udpclient_, Output &output_, Pr
 
 void Exchange::sendinfo(const QString &comm, bool quietmode)
 {
+    ++asked;
     session.rconarrived = false;
     session.rconreply.clear();
     session.rconnoroute = 0;
@@ -93,11 +94,8 @@ void Exchange::waitForReply()
 
 void Exchange::sendquery(const QString &query)
 {
-    try {
-        udpclient.SendData(session.rconheader + query);
-    } catch (const Fault &) {
-        return; // nothing will arrive, and that is what the caller waits for
-    }
+    ++asked;
+    udpclient.SendData(session.rconheader + query);
     yield();
 }
 

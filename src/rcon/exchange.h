@@ -27,11 +27,14 @@ public:
     /// text is then in the session's `rconreply`. Shows a box when the link is closed, has no route or stays silent.
     /// `quietmode` leaves out the echo of the command in the RCON pane.
     void sendinfo(const QString &comm, bool quietmode = false);
-    /// Sends `query` without the word rcon and the password, once, and yields once. Errors are ignored.
+    /// Sends `query` without the word rcon and the password, once, and yields once. Throws what SendData throws.
     void sendquery(const QString &query);
     /// Waits that many seconds by the time of day, from half a second less to half a second more, or until the main
     /// window closes.
     void waitseconds(qint16 seconds);
+    /// Tells one exchange from the next: how often something has been asked. A reply that is still being read has been
+    /// emptied by another exchange when this has changed.
+    [[nodiscard]] int exchanges() const { return asked; }
     /// Lets the event loop run once.
     void yield();
 
@@ -48,6 +51,7 @@ private:
     Prompts &prompts;
     const Clock &clock;
     std::function<QString()> readPassword = [] { return QString(); };
+    int asked = 0;
     bool yieldingInArrival = false;
     bool truncationTold = false;
 };

@@ -41,16 +41,17 @@ void fillUnlessEmpty(const Services &services, BoundControl &control)
         fill(services, control);
 }
 
-void send(const Services &services, BoundControl &control, ValueForm form, const QString &confirmation)
+void send(const Services &services, BoundControl &control, ValueForm form)
 {
     control.dataChanged = false;
     const QString value = control.value();
     services.exchange.sendinfo(control.tag + (form == ValueForm::Quoted ? u'"' + value + u'"' : u' ' + value));
-    services.output.addmessage(confirmation);
 }
 
 void sendIfChanged(const Services &services, BoundControl &control, ValueForm form, const QString &confirmation)
 {
-    if (control.dataChanged)
-        send(services, control, form, confirmation);
+    if (!control.dataChanged)
+        return;
+    send(services, control, form);
+    services.output.addmessage(confirmation);
 }

@@ -30,9 +30,9 @@ void fill(const Services &services, BoundControl &control);
 /// The same, but a value that is empty or missing leaves the control and its mark as they are.
 void fillUnlessEmpty(const Services &services, BoundControl &control);
 
-/// Sends `control`'s value, changed or not, and confirms it in the message list. The mark is cleared first, so that an
-/// edit during the exchange sets it again.
-void send(const Services &services, BoundControl &control, ValueForm form, const QString &confirmation);
+/// Sends `control`'s value, changed or not. The mark is cleared first, so that an edit during the exchange sets it
+/// again.
+void send(const Services &services, BoundControl &control, ValueForm form);
 
-/// The same, only when the control's mark is set.
+/// Sends the value and confirms it in the message list, when the control's mark is set.
 void sendIfChanged(const Services &services, BoundControl &control, ValueForm form, const QString &confirmation);

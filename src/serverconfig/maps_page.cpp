@@ -2,6 +2,7 @@
 #include "maps_page.h"
 #include "ui_maps_page.h"
 
+#include "base/once.h"
 #include "base/prompts.h"
 #include "map_listing.h"
 #include "output/output.h"
@@ -9,8 +10,6 @@
 #include "rcon/exchange.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
-
-#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 
@@ -43,9 +42,9 @@ void MapsPage::cmddefmaps_Click()
 
 void MapsPage::cmdpopmaps_Click()
 {
-    if (reading)
-        return; // a second reading would empty the reply of the first
-    const QScopedValueRollback busy(reading, true);
+    const Once once(readingSince, services.clock);
+    if (!once)
+        return;
 
     Session &session = services.session;
     ui->lstmaps->clear();

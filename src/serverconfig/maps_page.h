@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QDate>
 #include <QWidget>
 
 #include <memory>
@@ -26,5 +27,5 @@ private:
 
     Services &services;
     std::unique_ptr<Ui::MapsPage> ui;
-    bool reading = false;
+    QDate readingSince;
 };

@@ -3,6 +3,7 @@
 #include "ui_other_page.h"
 
 #include "base/fault.h"
+#include "base/once.h"
 #include "base/prompts.h"
 #include "bound_variables.h"
 #include "chat_prefix.h"
@@ -10,8 +11,6 @@
 #include "rcon/exchange.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
-
-#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 
@@ -55,9 +54,9 @@ void OtherPage::cmdCodOther_Click(int index)
 
 void OtherPage::populate()
 {
-    if (reading)
-        return; // a second reading would empty the reply of the first
-    const QScopedValueRollback busy(reading, true);
+    const Once once(readingSince, services.clock);
+    if (!once)
+        return;
     if (!requireConnection(services))
         return;
 

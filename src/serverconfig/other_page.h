@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QDate>
 #include <QWidget>
 
 #include <array>
@@ -33,5 +34,5 @@ private:
     Services &services;
     std::unique_ptr<Ui::OtherPage> ui;
     std::array<CheckBox *, 2> chkCodOther{};
-    bool reading = false;
+    QDate readingSince;
 };

@@ -4,6 +4,7 @@
 
 #include "base/fault.h"
 #include "base/numbers.h"
+#include "base/once.h"
 #include "base/prompts.h"
 #include "bound_variables.h"
 #include "output/output.h"
@@ -11,8 +12,6 @@
 #include "rcon/exchange.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
-
-#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 
@@ -31,11 +30,16 @@ ServerPage::ServerPage(Services &services_, QWidget *parent)
 
 ServerPage::~ServerPage() = default;
 
+PlaceholderVariables ServerPage::placeholderVariables() const
+{
+    return {ui->txtservername->tag, ui->cmdff->tag};
+}
+
 void ServerPage::cmdservpop_Click()
 {
-    if (reading)
-        return; // a second reading would empty the reply of the first
-    const QScopedValueRollback busy(reading, true);
+    const Once once(readingSince, services.clock);
+    if (!once)
+        return;
     if (!requireConnection(services))
         return;
 
@@ -103,7 +107,8 @@ void ServerPage::cmdservsetbasics_Click()
 void ServerPage::sendVoting()
 {
     const QString confirmation = tr("Voting updated");
-    send(services, *ui->chkvoting, ValueForm::Plain, confirmation);
+    send(services, *ui->chkvoting, ValueForm::Plain);
+    services.output.addmessage(confirmation);
     services.exchange.waitseconds(1);
     ui->chkvoting->dataChanged = false;
     services.exchange.sendinfo(u"g_allowvote "_s + ui->chkvoting->value());

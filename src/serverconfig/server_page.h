@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "placeholder_variables.h"
+
+#include <QDate>
 #include <QWidget>
 
 #include <array>
@@ -21,6 +24,8 @@ public:
     explicit ServerPage(Services &services, QWidget *parent = nullptr);
     ~ServerPage() override;
 
+    [[nodiscard]] PlaceholderVariables placeholderVariables() const;
+
 private:
     void cmdservpop_Click();
     void readVariables();
@@ -33,5 +38,5 @@ private:
     Services &services;
     std::unique_ptr<Ui::ServerPage> ui;
     std::array<QRadioButton *, 4> optff{}; ///< by friendly-fire mode
-    bool reading = false;
+    QDate readingSince;
 };

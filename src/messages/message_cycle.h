@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+/// Which message the cycler says when: counts the minutes and walks through a set's messages, over and over. Both go on
+/// where they were when the cycler is stopped and started again.
+class MessageCycle final {
+public:
+    /// The next minute sends.
+    void sendNext() { minutes = 0; }
+    /// Counts one minute. True when a message is due: at first, and then every `interval` minutes.
+    [[nodiscard]] bool minutePassed(double interval);
+    /// The message that is due, out of a set's positions: empty ones are passed over, and behind the last the walk
+    /// begins anew. Nothing when all are empty.
+    [[nodiscard]] std::optional<QString> next(const QStringList &positions);
+    /// The message has been said.
+    void advance() { ++cyclenext; }
+
+private:
+    qint16 minutes = 0;
+    qsizetype cyclenext = 0;
+};
+
+/// Whether `message` holds the placeholder, in any letter case.
+[[nodiscard]] bool hasPlaceholder(const QString &message, const QString &placeholder);
+
+/// `message` with its first `placeholder`, in any letter case, replaced by `value`; further ones stay.
+[[nodiscard]] QString fillPlaceholder(QString message, const QString &placeholder, const QString &value);
+
+/// The word for a friendly-fire mode as the server states it, "0" to "3"; `other` for anything else.
+[[nodiscard]] QString friendlyFireWord(const QString &mode, const QString &other);

@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: MIT
+#include "hob_window.h"
+#include "ui_hob_window.h"
+
+#include "base/fault.h"
+#include "base/focus.h"
+#include "base/numbers.h"
+#include "base/once.h"
+#include "base/prompts.h"
+#include "output/output.h"
+#include "rcon/exchange.h"
+#include "rcon/services.h"
+#include "rcon/session.h"
+#include "serverconfig/bound_variables.h"
+
+#include <QIcon>
+#include <QScopedValueRollback>
+#include <QSignalBlocker>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+// At global scope, where the resource's own function is; a static library's resources are not found without it.
+static void loadPictures()
+{
+    Q_INIT_RESOURCE(mods);
+}
+
+namespace {
+
+std::optional<int> percentage(const QString &text)
+{
+    try {
+        const int number = toInteger16(text);
+        return number >= 0 && number <= 100 ? std::optional(number) : std::nullopt;
+    } catch (const Fault &) {
+        return {};
+    }
+}
+
+void setBar(QScrollBar *bar, int number)
+{
+    const QSignalBlocker silent(bar); // the text that it came from stays as it was typed
+    bar->setValue(number);
+}
+
+} // namespace
+
+HobWindow::HobWindow(Services &services_, QWidget *parent)
+    : QWidget(parent), services(services_), ui(std::make_unique<Ui::HobWindow>())
+{
+    loadPictures();
+    ui->setupUi(this);
+    ui->pichob->setPixmap(QIcon(u":/mods/hob.svg"_s).pixmap(60, 40));
+    percentages = {{{ui->txtsniper, ui->vssniper, tr("Sniper allow "), tr("Sniper percentage changed.")},
+                    {ui->txtsmg, ui->vssmg, tr("SMG allow "), tr("Smg percentage changed.")},
+                    {ui->txtsup, ui->vssup, tr("Support allow "), tr("Support percentage changed.")},
+                    {ui->txtrifle, ui->vsrifle, tr("Rifle allow "), tr("Rifle percentage changed.")}}};
+    wirePercentages();
+    wireHints();
+    connect(ui->cmdhobpop, &QPushButton::clicked, this, &HobWindow::cmdhobpop_Click);
+    connect(ui->cmdhobset, &QPushButton::clicked, this, &HobWindow::cmdhobset_Click);
+    connect(ui->cmdsethob, &QPushButton::clicked, this, &HobWindow::cmdsethob_Click);
+    connect(ui->cmdexit, &QPushButton::clicked, this, &QWidget::close);
+    onLostFocus(ui->txtwave, [this] { txtwave_LostFocus(); });
+}
+
+HobWindow::~HobWindow() = default;
+
+void HobWindow::wirePercentages()
+{
+    for (const Percentage &each : percentages) {
+        each.box->dataChanged = false; // its initial text is nobody's edit
+        connect(each.bar, &QScrollBar::valueChanged, each.box,
+                [box = each.box](int number) { box->setText(QString::number(number)); });
+        // The sniper's box is checked when it is left, the others at every change.
+        if (each.box == ui->txtsniper)
+            onLostFocus(each.box, [this, &each] { check(each); });
+        else
+            connect(each.box, &QLineEdit::textChanged, this, [this, &each] { check(each); });
+    }
+}
+
+void HobWindow::wireHints()
+{
+    const auto onClick = [this](QCheckBox *box, const QString &hint) {
+        connect(box, &QCheckBox::clicked, this, [this, hint] { ui->txtmess->setText(hint); });
+    };
+    onClick(ui->chkspawn, tr("Spawn Zone protection (Requires HOB compliant maps)"));
+    onClick(ui->chkdb, tr("Bomb plant/Defuse limiting.(Based on # of people on server)"));
+    onClick(ui->chkdf, tr("Flag capping limiting.(Based on # of people on server)"));
+    onClick(ui->chkdw, tr("Weapon limiting (Based on # of people on server)"));
+    onClick(ui->chkshell, tr("Shell shock from nearly grenades."));
+    onClick(ui->chkdrop, tr("Drop the weapon when shot in arm."));
+    onClick(ui->chkshot, tr("Enable/Disable Foot/Leg tripping Code."));
+    onClick(ui->chkobi, tr("Show Obitory when people Die."));
+    onClick(ui->chkannouncespawn, tr("Announce spawn campers."));
+    for (QLineEdit *box : {ui->txtrifle, ui->txtsup, ui->txtsmg, ui->txtsniper, ui->txtwave})
+        box->installEventFilter(this);
+}
+
+bool HobWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn && !keepsHint) {
+        const std::array<std::pair<QObject *, QString>, 5> hints{
+            {{ui->txtrifle, tr("Rifle allowed percentage 0 to 100")},
+             {ui->txtsup, tr("Support allowed percentage 0 to 100")},
+             {ui->txtsmg, tr("SMG allowed percentage 0 to 100")},
+             {ui->txtsniper, tr("Sniper allowed percentage 0 to 100")},
+             {ui->txtwave, tr("Wave respawn time interval, 1 to 30 seconds")}}};
+        for (const auto &[box, hint] : hints) {
+            if (box == watched)
+                ui->txtmess->setText(hint);
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void HobWindow::cmdhobpop_Click()
+{
+    const Once once(readingSince, services.clock);
+    if (!once)
+        return;
+    const QScopedValueRollback reading(busy, true);
+    if (!requireConnection(services))
+        return;
+    // Collecting goes on afterwards: replies stay silent until somebody else ends that. The timers are not held off.
+    services.session.rconcollect = true;
+    services.output.showprogress(tr("Heat of Battle MOD...\nReading variables from the server..."), Progress::Replace);
+    try {
+        readVariables();
+    } catch (const Fault &) {
+        // A switch that the reply lacks ends the reading; what has been filled stays.
+    }
+    services.output.showprogress({}, Progress::Replace);
+}
+
+void HobWindow::readVariables()
+{
+    readGroup(services, u"scr_hob_*"_s);
+    fill(services, *ui->txtwave);
+    for (CheckBox *box : {ui->chkobi, ui->chkshot, ui->chkdrop, ui->chkshell, ui->chkdw, ui->chkdf, ui->chkdb,
+                          ui->chkspawn, ui->chkannouncespawn})
+        fill(services, *box);
+    for (const Percentage &each : percentages) {
+        const QString value = valueInReply(services, each.box->tag);
+        const std::optional<int> number = percentage(value);
+        const QSignalBlocker unchecked(each.box); // what the server holds is no mistake of the person's
+        each.box->setText(number ? value : u"0"_s);
+        each.box->dataChanged = false;
+        setBar(each.bar, number.value_or(0));
+    }
+}
+
+void HobWindow::cmdhobset_Click()
+{
+    // Cancel sends all the same.
+    services.prompts.ask({tr("Send to Server?"), tr("Only changed values will be sent.\rSend settings to server?"),
+                          BoxIcon::Information, BoxButtons::OkCancel});
+    if (!requireConnection(services))
+        return;
+    services.session.rconcollect = true; // and stays so
+    services.output.showprogress(tr("Heat of Battle MOD...\nSending variables to the server..."), Progress::Replace);
+    const QScopedValueRollback sending(busy, true);
+    sendChanges();
+    services.output.showprogress({}, Progress::Replace);
+}
+
+void HobWindow::sendChanges()
+{
+    const auto sendOne = [this](BoundControl &control, const QString &confirmation) {
+        sendIfChanged(services, control, ValueForm::Quoted, confirmation);
+        services.exchange.yield();
+    };
+    sendOne(*ui->chkobi, tr("Show Obituory changed."));
+    sendOne(*ui->chkshot, tr("Foot/Leg shot changed."));
+    sendOne(*ui->txtwave, tr("Wave respawn changed to [") + ui->txtwave->text() + u']');
+    sendOne(*ui->chkdrop, tr("Drop weapon on arm/leg shot changed."));
+    sendOne(*ui->chkshell, tr("Shell Shock changed."));
+    sendOne(*ui->chkdw, tr("Dynamic Weapons changed."));
+    sendOne(*ui->chkdf, tr("Dynamic flags changed."));
+    sendOne(*ui->chkdb, tr("Dynamic bombs changed."));
+    sendOne(*ui->chkspawn, tr("Spawn protection changed."));
+    sendOne(*ui->chkannouncespawn, tr("Annouce Spawn campers changed."));
+    for (const Percentage &each : percentages)
+        sendOne(*each.box, each.confirmation);
+}
+
+void HobWindow::cmdsethob_Click()
+{
+    const QScopedValueRollback sending(busy, true);
+    services.exchange.sendinfo(u"set g_gametype hob"_s, true);
+    services.exchange.waitseconds(1);
+    services.output.addmessage(tr("Mode changed to HOB"));
+    services.session.rconnowait = true; // a server that loads a map does not answer
+    services.exchange.sendinfo(u"map_restart"_s, true);
+}
+
+void HobWindow::check(const Percentage &each)
+{
+    if (const std::optional<int> number = percentage(each.box->text())) {
+        setBar(each.bar, *number);
+        return;
+    }
+    const QScopedValueRollback keeping(keepsHint, true);
+    setBar(each.bar, 0);
+    each.box->setText(u"0"_s);
+    ui->txtmess->setText(each.weapons + tr("Value should be a percentage between 0 and 100"));
+    each.box->setFocus();
+}
+
+void HobWindow::txtwave_LostFocus()
+{
+    if (!ui->txtwave->dataChanged)
+        return;
+    const QString text = ui->txtwave->text();
+    if (!isNumeric(text))
+        services.prompts.inform(tr("Numeric value between 1 and 30 please"), tr("Number Field"));
+    else if (toNumber(text) < 1 || toNumber(text) > 30)
+        services.prompts.inform(tr("Value between 1 and 30 please"), tr("Invalid Value"));
+    else
+        return;
+    ui->txtwave->setFocus();
+}

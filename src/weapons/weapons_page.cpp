@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+#include "weapons_page.h"
+#include "ui_weapons_page.h"
+
+#include "base/controls.h"
+#include "base/fault.h"
+#include "base/once.h"
+#include "base/prompts.h"
+#include "output/output.h"
+#include "rcon/services.h"
+#include "rcon/session.h"
+#include "serverconfig/bound_variables.h"
+#include "weapon_table.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+WeaponsPage::WeaponsPage(Services &services_, QWidget *parent)
+    : QWidget(parent), services(services_), ui(std::make_unique<Ui::WeaponsPage>())
+{
+    ui->setupUi(this);
+    // By WeaponGroup.
+    const std::array<QBoxLayout *, 5> groups{ui->british, ui->russian, ui->allies, ui->german, ui->others};
+    for (const Weapon &weapon : weapons())
+        addBox(weapon, groups.at(static_cast<std::size_t>(weapon.group)));
+    for (QBoxLayout *group : groups)
+        group->addStretch();
+
+    connect(ui->cmdpopwep, &QPushButton::clicked, this, &WeaponsPage::cmdpopwep_Click);
+    connect(ui->cmdwepsetserv, &QPushButton::clicked, this, &WeaponsPage::cmdwepsetserv_Click);
+    connect(ui->cmdwepselall, &QPushButton::clicked, this, [this] { setAll(true); });
+    connect(ui->cmdwepunselall, &QPushButton::clicked, this, [this] { setAll(false); });
+    connect(ui->cmdriflesonly, &QPushButton::clicked, this, &WeaponsPage::cmdriflesonly_Click);
+    connect(ui->cmdnosnipers, &QPushButton::clicked, this, &WeaponsPage::cmdnosnipers_Click);
+}
+
+WeaponsPage::~WeaponsPage() = default;
+
+void WeaponsPage::addBox(const Weapon &weapon, QBoxLayout *group)
+{
+    auto *added = new CheckBox(this);
+    added->setObjectName(weapon.box);
+    added->setText(weapon.caption);
+    added->setToolTip(weapon.toolTip);
+    added->tag = weapon.variable;
+    group->addWidget(added);
+    boxes.append(added);
+}
+
+CheckBox *WeaponsPage::box(const QString &name) const
+{
+    return *std::ranges::find(boxes, name, &QObject::objectName);
+}
+
+void WeaponsPage::cmdpopwep_Click()
+{
+    const Once once(readingSince, services.clock);
+    if (!once)
+        return;
+    if (!requireConnection(services))
+        return;
+
+    Session &session = services.session;
+    session.rconbusy = true;
+    session.rconcollect = true;
+    services.output.showprogress(tr("Reading variables from the server...\r\nAllies..."), Progress::Replace);
+    try {
+        readWeapons();
+    } catch (const Fault &) {
+        services.prompts.refuse(tr("The server is not responding quickly enough\r"
+                                   "or a server side mod has replaced the rcon variables\r"
+                                   "Try populate again"),
+                                tr("Slow Server Response"));
+    }
+    services.output.showprogress({}, Progress::Replace);
+    session.rconcollect = false;
+    session.rconbusy = false;
+}
+
+void WeaponsPage::readWeapons()
+{
+    // By WeaponGroup.
+    const std::array notes{tr("British..."), tr("Russians..."), tr("Allies..."), tr("German..."), tr("Others...")};
+    readGroup(services, u"scr_allow_*"_s);
+    WeaponGroup group = weapons().first().group;
+    for (qsizetype index = 0; index < boxes.size(); ++index) {
+        if (weapons().at(index).group != group) {
+            group = weapons().at(index).group;
+            services.output.showprogress(notes.at(static_cast<std::size_t>(group)), Progress::Add);
+        }
+        fill(services, *boxes.at(index));
+    }
+}
+
+void WeaponsPage::cmdwepsetserv_Click()
+{
+    const Answer answer = services.prompts.ask(
+        {tr("Send to Server?"), tr("Send weapon settings to server?\rOnly changed values will be sent."),
+         BoxIcon::Information, BoxButtons::OkCancel});
+    if (answer == Answer::Cancel)
+        return;
+    services.session.rconbusy = true;
+    for (qsizetype index = 0; index < boxes.size(); ++index)
+        sendIfChanged(services, *boxes.at(index), ValueForm::Quoted, weapons().at(index).confirmation);
+    services.session.rconbusy = false;
+}
+
+void WeaponsPage::setAll(bool allowed)
+{
+    for (CheckBox *each : std::as_const(boxes))
+        each->setChecked(allowed);
+}
+
+void WeaponsPage::cmdriflesonly_Click()
+{
+    const Answer answer = services.prompts.ask({tr("Rifles only?"),
+                                                tr("Set weapons to rifles only on server?\r"
+                                                   "Screen will reflect changes"),
+                                                BoxIcon::Information, BoxButtons::OkCancel});
+    if (answer == Answer::Cancel)
+        return;
+    // All are sent, changed or not: the server may have other values than the boxes show.
+    for (const WeaponSetting &setting : riflesOnly()) {
+        CheckBox &weapon = *box(setting.box);
+        weapon.setChecked(setting.allowed);
+        send(services, weapon, ValueForm::Quoted);
+    }
+    services.output.addmessage(tr("Server set to rifles only"));
+}
+
+void WeaponsPage::cmdnosnipers_Click()
+{
+    const Answer answer = services.prompts.ask(
+        {tr("No Snipers"), tr("Disable snipers on server"), BoxIcon::Question, BoxButtons::OkCancel});
+    if (answer == Answer::Cancel)
+        return;
+    const std::array scoped{box(u"chkspringfield"_s), box(u"chknagantsniper"_s), box(u"chkkar98ksniper"_s),
+                            box(u"chkenfieldsniper"_s)};
+    for (CheckBox *weapon : scoped)
+        weapon->setChecked(false);
+    // Only those that changed are sent: the other weapons' boxes keep their marks for the next sending.
+    for (CheckBox *weapon : scoped) {
+        if (weapon->dataChanged)
+            send(services, *weapon, ValueForm::Quoted);
+    }
+    services.output.addmessage(tr("No snipers set on server."));
+}
