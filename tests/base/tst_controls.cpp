@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "base/controls.h"
+#include "base/fault.h"
 #include "window_test.h"
 
 #include <QAbstractItemView>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QStyleOptionButton>
@@ -109,6 +112,138 @@ private slots:
         QCOMPARE(button.tag, u"YES"_s);
         button.tag = u"NO"_s;
         QCOMPARE(button.property("Tag").toString(), u"NO"_s);
+    }
+
+    void aBoundControlIsDescribedInItsForm()
+    {
+        TextBox line;
+        QVERIFY(line.setProperty("Tag", u"sv_hostname"_s));
+        QCOMPARE(line.tag, u"sv_hostname"_s);
+        QVERIFY(!line.property("DataChanged").toBool());
+        QVERIFY(line.setProperty("DataChanged", true) && line.dataChanged);
+
+        CheckBox box;
+        QVERIFY(box.setProperty("Tag", u"scr_killcam"_s));
+        QCOMPARE(box.tag, u"scr_killcam"_s);
+        QVERIFY(!box.property("DataChanged").toBool());
+        QVERIFY(box.setProperty("DataChanged", true) && box.dataChanged);
+    }
+
+    void aPastedLineBreakBecomesABlank_data()
+    {
+        QTest::addColumn<QString>("pasted");
+        QTest::addColumn<QString>("taken");
+        QTest::newRow("line feed") << u"one\ntwo"_s << u"[one two]"_s;
+        QTest::newRow("carriage return and line feed") << u"one\r\ntwo"_s << u"[one two]"_s;
+        QTest::newRow("carriage return") << u"one\rtwo"_s << u"[one two]"_s;
+        QTest::newRow("at both ends") << u"\none\r\n"_s << u"[ one ]"_s;
+        QTest::newRow("two in a row") << u"one\n\ntwo\r\n\r\nthree"_s << u"[one  two  three]"_s;
+        QTest::newRow("none") << u"one  two"_s << u"[one  two]"_s;
+    }
+
+    void aPastedLineBreakBecomesABlank()
+    {
+        QFETCH(QString, pasted);
+        QFETCH(QString, taken);
+        TextBox line;
+        line.setText(u"[]"_s);
+        line.setCursorPosition(1);
+        line.dataChanged = false;
+        QGuiApplication::clipboard()->setText(pasted);
+        line.paste();
+        QCOMPARE(line.text(), taken);
+        QCOMPARE(line.value(), taken);
+        QVERIFY(line.dataChanged);
+        QTest::keyClicks(&line, u"x"_s);
+        QVERIFY2(line.text().endsWith(u"x]"), "typing goes on behind what was pasted");
+    }
+
+    void everyChangeOfATextMarksIt()
+    {
+        TextBox line;
+        const auto marks = [&](const auto &change) {
+            line.dataChanged = false;
+            change();
+            return line.dataChanged;
+        };
+        QVERIFY(marks([&] { QTest::keyClicks(&line, u"a"_s); }));
+        QVERIFY(marks([&] { QTest::keyClick(&line, Qt::Key_Backspace); }));
+        QVERIFY(marks([&] { line.setText(u"by the program"_s); }));
+        QVERIFY(marks([&] { line.setValue(u"read"_s); }));
+        QCOMPARE(line.value(), u"read"_s);
+        QVERIFY(!marks([&] { QTest::keyClick(&line, Qt::Key_Home); }));
+    }
+
+    void everyChangeOfACheckBoxMarksIt()
+    {
+        CheckBox box;
+        const auto marks = [&](const auto &change) {
+            box.dataChanged = false;
+            change();
+            return box.dataChanged;
+        };
+        QCOMPARE(box.value(), u"0"_s);
+        QVERIFY(marks([&] { box.click(); }));
+        QCOMPARE(box.value(), u"1"_s);
+        QVERIFY(marks([&] { QTest::keyClick(&box, Qt::Key_Space); }));
+        QCOMPARE(box.value(), u"0"_s);
+        QVERIFY(marks([&] { box.setChecked(true); }));
+        QVERIFY(marks([&] { box.setValue(u"0"_s); }));
+        QVERIFY(marks([&] { box.click(); }));
+    }
+
+    void aCheckBoxTakesAWholeNumber_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("state");
+        for (const QString &value : {u"0"_s, u"00"_s, u"0.5"_s, u"-0.5"_s, u"0.4"_s, u"-0"_s})
+            QTest::newRow(qPrintable(value)) << value << u"0"_s;
+        for (const QString &value : {u"1"_s, u" 1 "_s, u"+1"_s, u"0.6"_s, u"1.4"_s, u"1e0"_s})
+            QTest::newRow(qPrintable(value)) << value << u"1"_s;
+    }
+
+    void aCheckBoxTakesAWholeNumber()
+    {
+        QFETCH(QString, value);
+        QFETCH(QString, state);
+        for (const bool before : {false, true}) {
+            CheckBox box;
+            box.setChecked(before);
+            box.setValue(value);
+            QCOMPARE(box.value(), state);
+            QCOMPARE(box.isChecked(), state == u"1");
+        }
+    }
+
+    void aCheckBoxRefusesAnythingElse_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<int>("fault");
+        QTest::newRow("2") << u"2"_s << 380;
+        QTest::newRow("1.5") << u"1.5"_s << 380;
+        QTest::newRow("-1") << u"-1"_s << 380;
+        QTest::newRow("32767") << u"32767"_s << 380;
+        QTest::newRow("abc") << u"abc"_s << 13;
+        QTest::newRow("nothing") << u""_s << 13;
+        QTest::newRow("true") << u"true"_s << 13;
+        QTest::newRow("32768") << u"32768"_s << 6;
+    }
+
+    void aCheckBoxRefusesAnythingElse()
+    {
+        QFETCH(QString, value);
+        QFETCH(int, fault);
+        CheckBox box;
+        box.setChecked(true);
+        box.dataChanged = false;
+        try {
+            box.setValue(value);
+            QFAIL("no fault");
+        } catch (const Fault &thrown) {
+            QCOMPARE(thrown.number(), fault);
+        }
+        QVERIFY(box.isChecked());
+        QVERIFY(!box.dataChanged);
     }
 
     void aLockedLineTakesNoTypingAndLooksLikeTheWindow()

@@ -64,6 +64,7 @@ private slots:
         QFETCH(QString, text);
         QVERIFY(!isNumeric(text));
         QCOMPARE(faultOf([&] { return toInteger32(text); }), 13);
+        QCOMPARE(faultOf([&] { return toInteger16(text); }), 13);
     }
 
     void aHalfIsRoundedToTheEvenNeighbour_data()
@@ -139,6 +140,50 @@ private slots:
     {
         QCOMPARE(toInteger32(u"2147483647.4"), 2147483647);
         QCOMPARE(toInteger32(u"-2147483648.5"), std::numeric_limits<int>::min());
+    }
+
+    void sixteenBitsAreFilledAfterRounding_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("number");
+        const auto row = [](const char *text, int number) {
+            QTest::newRow(text) << QString::fromLatin1(text) << number;
+        };
+        row("0", 0);
+        row("-0.5", 0);
+        row("0.5", 0);
+        row("1.5", 2);
+        row("12.5", 12);
+        row("13.5", 14);
+        row("1440.5", 1440);
+        row("1440.6", 1441);
+        row("1441.5", 1442);
+        row(" 1.44e3 ", 1440);
+        row("32767", 32767);
+        row("32767.4999", 32767);
+        row("32766.5", 32766);
+        row("-32768", -32768);
+        row("-32768.5", -32768);
+    }
+
+    void sixteenBitsAreFilledAfterRounding()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, number);
+        QCOMPARE(static_cast<int>(toInteger16(text)), number);
+    }
+
+    void aNumberBeyond16BitsOverflows_data()
+    {
+        QTest::addColumn<QString>("text");
+        for (const QString &text : {u"32767.5"_s, u"32768"_s, u"-32768.5001"_s, u"-32769"_s, u"65536"_s, u"1e400"_s})
+            QTest::newRow(qPrintable(text)) << text;
+    }
+
+    void aNumberBeyond16BitsOverflows()
+    {
+        QFETCH(QString, text);
+        QCOMPARE(faultOf([&] { return toInteger16(text); }), 6);
     }
 
     void leadingNumberReadsTheDigitsAtTheStart_data()

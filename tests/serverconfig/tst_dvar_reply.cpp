@@ -2,11 +2,43 @@
 #include "serverconfig/dvar_reply.h"
 
 #include "base/fault.h"
+#include "base/wire_text.h"
 
+#include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QtTest>
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The rule word for word: both texts in capitals, then three searches. Nothing stands for the fault.
+std::optional<QString> valueByTheRule(const QString &reply, const QString &name)
+{
+    const qsizetype found = reply.toUpper().indexOf(name.toUpper());
+    if (found < 0)
+        return u""_s;
+    const qsizetype open = reply.indexOf(u'"', found);
+    if (open < 0)
+        return std::nullopt;
+    const qsizetype close = reply.indexOf(u'"', open + 1);
+    if (close < 0)
+        return std::nullopt;
+    return reply.mid(open + 1, close - open - 1);
+}
+
+std::optional<QString> valueOrFault(const QString &reply, const QString &name)
+{
+    try {
+        return getdvar(reply, name);
+    } catch (const Fault &) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
 
 class DvarReplyTest final : public QObject {
     Q_OBJECT
@@ -76,6 +108,53 @@ private slots:
             QCOMPARE(fault.number(), 5);
             QCOMPARE(fault.description(), u"Invalid procedure call or argument"_s);
         }
+    }
+
+    void theBlanksOfAGatheredReplyAreSingle()
+    {
+        const QString reply = squeezeBlanks(u"S   R   sv_hostname   \"My    server\"\n"_s);
+        QCOMPARE(getdvar(reply, u"SV_HOSTNAME"), u"My server"_s);
+    }
+
+    // Blanks are squeezed in each datagram by itself: wherever a reply is cut, its values are the same.
+    void aReplyInSeveralDatagramsIsReadAsOne()
+    {
+        const QString reply = u"S A     sv_hostname \"Our ^2server\"\n  A     sv_kickBanTime \"300\"\n"
+                              "S A  L  sv_maxclients \"32\"\nS A     sv_maxPing \"\"\n\n4 total dvars\n"_s;
+        for (qsizetype first = 0; first <= reply.size(); ++first) {
+            for (qsizetype second = first; second <= reply.size(); ++second) {
+                const QString gathered = squeezeBlanks(reply.first(first)) +
+                                         squeezeBlanks(reply.sliced(first, second - first)) +
+                                         squeezeBlanks(reply.sliced(second));
+                QCOMPARE(getdvar(gathered, u"sv_hostname"), u"Our ^2server"_s);
+                QCOMPARE(getdvar(gathered, u"sv_kickbantime"), u"300"_s);
+                QCOMPARE(getdvar(gathered, u"sv_maxclients"), u"32"_s);
+                QCOMPARE(getdvar(gathered, u"sv_maxping"), u""_s);
+            }
+        }
+    }
+
+    void anyReplyIsReadByTheRule()
+    {
+        QRandomGenerator random(4);
+        const QString letters = u"aAbB_ \"\"\n"_s;
+        const auto text = [&](int longest) {
+            QString made;
+            for (int rest = random.bounded(longest + 1); rest > 0; --rest)
+                made += letters.at(random.bounded(static_cast<int>(letters.size())));
+            return made;
+        };
+        int faults = 0;
+        int values = 0;
+        for (int round = 0; round < 20'000; ++round) {
+            const QString reply = text(24);
+            const QString name = u"a"_s + text(1);
+            const std::optional<QString> wanted = valueByTheRule(reply, name);
+            QVERIFY2(valueOrFault(reply, name) == wanted, qPrintable(name + u" in "_s + reply));
+            faults += wanted ? 0 : 1;
+            values += wanted && !wanted->isEmpty() ? 1 : 0;
+        }
+        QVERIFY2(faults > 1000 && values > 1000, "the texts were too tame to tell anything");
     }
 };
 
