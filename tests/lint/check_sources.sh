@@ -16,23 +16,25 @@ none() {
 
 none "A fixed sleep in a test" 'qWait\(|qSleep|sleep_for|QThread::(m|u)?sleep' tests
 none "Only src/base may ask which system it runs on" 'Q_OS_|_WIN32|__linux__' \
-    src/settings src/output src/rcon src/serverconfig src/players src/messages src/app
+    $(find src -mindepth 1 -maxdepth 1 -type d ! -name base)
 none "Only the UDP client includes sockets" '#include <(QUdpSocket|QAbstractSocket|QNetworkDatagram)>' \
     $(find src -name '*.cpp' ! -name udp_client.cpp) $(find src -name '*.h')
-none "No module prefix in an include" '#include <Qt(Core|Gui|Widgets|Network)/' src practice demo
+none "No module prefix in an include" '#include <Qt(Core|Gui|Widgets|Network)/' src practice demo bench
 
 # Includes run downwards only: each room with what it must not reach.
-none "base reaches up" '#include "(settings|output|rcon|serverconfig|players|messages|app)/' src/base
-none "settings or output reaches up" '#include "(rcon|serverconfig|players|messages|app)/' src/settings src/output
+pages='weapons|players|messages|mods'
+none "base reaches up" "#include \"(settings|output|rcon|serverconfig|$pages|app)/" src/base
+none "settings or output reaches up" "#include \"(rcon|serverconfig|$pages|app)/" src/settings src/output
 none "settings and output are apart" '#include "output/' src/settings
 none "output and settings are apart" '#include "settings/' src/output
-none "rcon reaches up" '#include "(serverconfig|players|messages|app)/' src/rcon
-none "serverconfig reaches up" '#include "(players|messages|app)/' src/serverconfig
-none "players or messages reaches up" '#include "app/' src/players src/messages
-none "players and messages are apart" '#include "messages/' src/players
-none "messages and players are apart" '#include "players/' src/messages
+none "rcon reaches up" "#include \"(serverconfig|$pages|app)/" src/rcon
+none "serverconfig reaches up" "#include \"($pages|app)/" src/serverconfig
+for room in ${pages//|/ }; do
+    others=$(tr '|' '\n' <<<"$pages" | grep -vx "$room" | paste -sd'|')
+    none "$room reaches up or sideways" "#include \"($others|app)/" "src/$room"
+done
 
-for file in $(find src practice demo tests -name '*.cpp' -o -name '*.h'); do
+for file in $(find src practice demo bench tests -name '*.cpp' -o -name '*.h'); do
     [ "$(head -n 1 "$file")" = '// SPDX-License-Identifier: MIT' ] || { echo "No licence line: $file"; status=1; }
 done
 exit $status
