@@ -3,6 +3,7 @@
 
 #include "app/main_window.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QDeadlineTimer>
@@ -14,6 +15,7 @@
 #include <QTableView>
 #include <QTextStream>
 
+#include <algorithm>
 #include <functional>
 
 using namespace Qt::StringLiterals;
@@ -40,7 +42,7 @@ bool failed(const QString &step)
 
 bool Tour::walk()
 {
-    if (!waitUntilConnected() || !askServer() || !listPlayers() || !visitTabs())
+    if (!waitUntilConnected() || !askServer() || !listPlayers() || !visitTabs() || !visitWindows())
         return false;
     printWhatIsShown();
     return true;
@@ -83,17 +85,32 @@ bool Tour::visitTabs()
     for (int tab = 0; tab < tabs->count(); ++tab) {
         tabs->setCurrentIndex(tab);
         const QString caption = tabs->tabText(tab).toLower().replace(u' ', u'-');
-        if (!takePicture(u"%1-%2.png"_s.arg(tab).arg(caption)))
+        if (!takePicture(window, u"%1-%2.png"_s.arg(tab).arg(caption)))
             return false;
     }
     return true;
 }
 
-bool Tour::takePicture(const QString &name)
+bool Tour::visitWindows()
+{
+    window.findChild<QAction *>(u"mpref"_s)->trigger();
+    window.findChild<QAction *>(u"helpabout"_s)->trigger();
+    window.findChild<QPushButton *>(u"cmdhob"_s)->click();
+    for (const QString &name : {u"frmpref"_s, u"frmAbout"_s, u"frmhob"_s}) {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        const auto found = std::ranges::find(windows, name, &QObject::objectName);
+        if (found == windows.end() || !takePicture(**found, name + u".png"_s))
+            return failed(u"no window "_s + name);
+        (*found)->close();
+    }
+    return true;
+}
+
+bool Tour::takePicture(QWidget &shown, const QString &name)
 {
     QApplication::processEvents();
     const QString file = QDir(folder).filePath(name);
-    return window.grab().save(file) || failed(u"no picture could be written to "_s + file);
+    return shown.grab().save(file) || failed(u"no picture could be written to "_s + file);
 }
 
 void Tour::printWhatIsShown() const

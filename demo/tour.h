@@ -6,6 +6,7 @@
 #include <utility>
 
 class MainWindow;
+class QWidget;
 
 /// A walk through the main window as a person would take it, with one picture per tab.
 class Tour final {
@@ -22,7 +23,8 @@ private:
     [[nodiscard]] bool askServer();
     [[nodiscard]] bool listPlayers();
     [[nodiscard]] bool visitTabs();
-    [[nodiscard]] bool takePicture(const QString &name);
+    [[nodiscard]] bool visitWindows();
+    [[nodiscard]] bool takePicture(QWidget &shown, const QString &name);
     void printWhatIsShown() const;
 
     MainWindow &window;

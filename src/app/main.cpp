@@ -3,19 +3,54 @@
 #include "base/clock.h"
 #include "base/dialog_prompts.h"
 #include "composition.h"
+#include "program_icon.h"
 
 #include <QDir>
+#include <QTextStream>
 #include <QTimer>
 
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// Text that a person asked for instead of the window; it needs no display.
+QString notice(const QStringList &arguments)
+{
+    QString text;
+    QTextStream out(&text);
+    if (arguments.contains(u"--version"_s) || arguments.contains(u"-v"_s))
+        out << "molvark " MOLVARK_VERSION "\n";
+    else if (arguments.contains(u"--help"_s) || arguments.contains(u"-h"_s))
+        out << "Usage: molvark [options]\n"
+               "Administers a Call of Duty 2 game server over its remote console. Settings and logs are kept in the\n"
+               "folder in which it is started.\n\n"
+               "  -h, --help     Show this help and exit\n"
+               "  -v, --version  Show the version and exit\n";
+    return text;
+}
+
+} // namespace
+
 int main(int argc, char *argv[])
 {
+    QStringList asked;
+    for (int argument = 1; argument < argc; ++argument)
+        asked.append(QString::fromLocal8Bit(argv[argument]));
+    const QString text = notice(asked);
+    if (!text.isEmpty()) {
+        QTextStream(stdout) << text;
+        return EXIT_SUCCESS;
+    }
     Application application(argc, argv);
+    if (const QStringList arguments = QApplication::arguments(); arguments.size() > 1) {
+        QTextStream(stderr) << "molvark: unknown option " << arguments.at(1) << "; --help shows the options\n";
+        return EXIT_FAILURE;
+    }
     QApplication::setApplicationName(u"Molvark"_s);
     QApplication::setApplicationVersion(QStringLiteral(MOLVARK_VERSION));
+    QApplication::setWindowIcon(programIcon());
     QApplication::setQuitOnLastWindowClosed(false); // closing the main window is what ends the run
 
     DialogPrompts prompts;

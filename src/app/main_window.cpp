@@ -2,6 +2,7 @@
 #include "main_window.h"
 #include "ui_main_window.h"
 
+#include "about_window.h"
 #include "base/prompts.h"
 #include "messages/message_panel.h"
 #include "messages/messages_page.h"
@@ -10,6 +11,7 @@
 #include "output/output.h"
 #include "output/rcon_pane.h"
 #include "players/players_page.h"
+#include "preferences_window.h"
 #include "rcon/connect_panel.h"
 #include "rcon/console_panel.h"
 #include "rcon/services.h"
@@ -45,6 +47,13 @@ namespace {
 
 // The windows that one leaves for the main window; boxes and the progress window are not left, they go away.
 const QStringList otherWindows{u"frmpref"_s, u"frmAbout"_s, u"frmhob"_s};
+
+void bringUp(QWidget &window)
+{
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
 
 } // namespace
 
@@ -137,6 +146,8 @@ void MainWindow::wireMenus()
 
     connect(ui->Exit, &QAction::triggered, this, &MainWindow::cmdexit_Click);
     connect(ui->cmdexit, &QPushButton::clicked, this, &MainWindow::cmdexit_Click);
+    connect(ui->mpref, &QAction::triggered, this, &MainWindow::mpref_Click);
+    connect(ui->helpabout, &QAction::triggered, this, &MainWindow::helpabout_Click);
     connect(ui->mhelpsite, &QAction::triggered, this, [] { openurl(WebAddress::site); });
     connect(ui->mhelpforum, &QAction::triggered, this, [] { openurl(WebAddress::forum); });
 }
@@ -165,9 +176,21 @@ void MainWindow::showhob()
     // Opened again it begins anew, unless the closed one is still at work.
     if (!hobWindow || (!hobWindow->isVisible() && !hobWindow->isBusy()))
         hobWindow = std::make_unique<HobWindow>(services);
-    hobWindow->show();
-    hobWindow->raise();
-    hobWindow->activateWindow();
+    bringUp(*hobWindow);
+}
+
+void MainWindow::mpref_Click()
+{
+    if (!preferencesWindow || !preferencesWindow->isVisible())
+        preferencesWindow = std::make_unique<PreferencesWindow>(services);
+    bringUp(*preferencesWindow);
+}
+
+void MainWindow::helpabout_Click()
+{
+    if (!aboutWindow)
+        aboutWindow = std::make_unique<AboutWindow>(services.prompts);
+    bringUp(*aboutWindow);
 }
 
 // The widgets were made in another order than that in which one reads the window.
@@ -252,8 +275,11 @@ void MainWindow::closeEvent(QCloseEvent *event)
     if (!event->isAccepted())
         return;
     services.prompts.close();
-    if (hobWindow)
-        hobWindow->hide();
+    for (QWidget *window :
+         std::initializer_list<QWidget *>{hobWindow.get(), preferencesWindow.get(), aboutWindow.get()}) {
+        if (window)
+            window->hide();
+    }
     emit closed();
 }
 

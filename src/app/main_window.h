@@ -7,12 +7,14 @@
 
 class ConnectPanel;
 class ConsolePanel;
+class AboutWindow;
 class HobWindow;
 class MessagePanel;
 class MessagesPage;
 class MiscPage;
 class OtherPage;
 class PlayersPage;
+class PreferencesWindow;
 class SavedServersPanel;
 class ServerPage;
 struct Services;
@@ -51,6 +53,8 @@ private:
     void wireConnection();
     void wireMenus();
     void wireCommonTasks();
+    void mpref_Click();
+    void helpabout_Click();
     void orderTabs();
     void cmdexit_Click();
     void autoConnect();
@@ -71,6 +75,9 @@ private:
     MessagesPage *messagesPage;
     MiscPage *miscPage;
     OtherPage *otherPage;
-    std::unique_ptr<HobWindow> hobWindow; ///< no child, so that its controls are not taken for the main window's
-    bool otherWindowWasActive = true;     ///< also before the first show
+    // No children, so that their controls are not taken for the main window's.
+    std::unique_ptr<HobWindow> hobWindow;
+    std::unique_ptr<PreferencesWindow> preferencesWindow;
+    std::unique_ptr<AboutWindow> aboutWindow;
+    bool otherWindowWasActive = true; ///< also before the first show
 };

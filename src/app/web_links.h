@@ -10,5 +10,11 @@ inline constexpr QStringView forum = u"https://forum.molvark.example/";
 inline constexpr QStringView hobMod = u"https://hob.molvark.example/";
 } // namespace WebAddress
 
+/// The mail addresses that the About window names, likewise.
+namespace ContactAddress {
+inline constexpr QStringView authors = u"support@molvark.example";
+inline constexpr QStringView donations = u"donations@molvark.example";
+} // namespace ContactAddress
+
 /// Opens the address with the system's default action. A page that cannot be opened is ignored.
 void openurl(QStringView address);

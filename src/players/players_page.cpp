@@ -16,6 +16,7 @@
 #include "status_table.h"
 
 #include <QScopeGuard>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -23,16 +24,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Each column has room for as many characters as its header text has, blanks included.
-void fitColumns(QTableView &grid)
+// Room for as many characters as the header text has, blanks included.
+int columnWidth(const QTableView &grid, int column)
 {
     const QFontMetrics metrics = grid.fontMetrics();
     const int margins = 2 * (grid.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &grid) + 1);
-    for (int column = 0; column < PlayerColumn::Count; ++column) {
-        const QString header = grid.model()->headerData(column, Qt::Horizontal).toString();
-        const int room = static_cast<int>(header.size()) * metrics.horizontalAdvance(u'x');
-        grid.setColumnWidth(column, std::max(room, metrics.horizontalAdvance(header)) + margins);
-    }
+    const QString header = grid.model()->headerData(column, Qt::Horizontal).toString();
+    const int room = static_cast<int>(header.size()) * metrics.horizontalAdvance(u'x');
+    return std::max(room, metrics.horizontalAdvance(header)) + margins;
 }
 
 } // namespace
@@ -48,7 +47,8 @@ PlayersPage::PlayersPage(Services &services_, const ConnectPanel &connectPanel_,
     ui->setupUi(this);
     ui->msfplayers->setModel(&players);
     ui->msfplayers->verticalHeader()->setDefaultSectionSize(ui->msfplayers->fontMetrics().height() + 4);
-    fitColumns(*ui->msfplayers);
+    for (int column = 0; column < PlayerColumn::Count; ++column)
+        ui->msfplayers->setColumnWidth(column, columnWidth(*ui->msfplayers, column));
     ui->complayersort->setCurrentIndex(-1); // the server's own order
     tmrplayer.setObjectName(u"tmrplayer"_s);
 
@@ -64,6 +64,16 @@ PlayersPage::PlayersPage(Services &services_, const ConnectPanel &connectPanel_,
 }
 
 PlayersPage::~PlayersPage() = default;
+
+// The names take what room there is beyond the columns.
+void PlayersPage::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    QTableView &grid = *ui->msfplayers;
+    const int others = grid.horizontalHeader()->length() - grid.columnWidth(PlayerColumn::Player);
+    const int spare = grid.maximumViewportSize().width() - others - grid.verticalScrollBar()->sizeHint().width();
+    grid.setColumnWidth(PlayerColumn::Player, std::max(spare, columnWidth(grid, PlayerColumn::Player)));
+}
 
 void PlayersPage::showPreferences()
 {

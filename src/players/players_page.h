@@ -38,6 +38,9 @@ public slots:
     /// Ends a running refresh, for the rest of the run.
     void endRefresh();
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     struct Dismissal;
 

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "about_window.h"
+#include "ui_about_window.h"
+
+#include "base/prompts.h"
+#include "base/system_information.h"
+#include "program_icon.h"
+#include "web_links.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString title = u"Molvark"_s;
+
+} // namespace
+
+AboutWindow::AboutWindow(Prompts &prompts_, QWidget *parent)
+    : QWidget(parent), prompts(prompts_), ui(std::make_unique<Ui::AboutWindow>())
+{
+    ui->setupUi(this);
+    setWindowTitle(tr("About ") + title);
+    ui->picIcon->setPixmap(programIcon().pixmap(64, 64));
+    ui->lblTitle->setText(title);
+    ui->Label2->setText(tr("The forum: see \"Visit forum\" in the Help menu. By mail: ") +
+                        ContactAddress::authors.toString());
+    ui->Label3->setText(tr("If the program is of use to you, please think of a donation to ") +
+                        ContactAddress::donations.toString());
+    connect(ui->cmdOK, &QPushButton::clicked, this, &QWidget::close);
+    connect(ui->cmdSysInfo, &QPushButton::clicked, this, &AboutWindow::cmdSysInfo_Click);
+}
+
+AboutWindow::~AboutWindow() = default;
+
+void AboutWindow::cmdSysInfo_Click()
+{
+    if (!startSystemInformation())
+        prompts.ask({title, tr("System Information Is Unavailable At This Time"), BoxIcon::None, BoxButtons::Ok});
+}

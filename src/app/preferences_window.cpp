@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: MIT
+#include "preferences_window.h"
+#include "ui_preferences_window.h"
+
+#include "base/fault.h"
+#include "base/numbers.h"
+#include "base/prompts.h"
+#include "rcon/services.h"
+#include "rcon/session.h"
+#include "settings/ini_file.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString textOf(bool value)
+{
+    return value ? u"1"_s : u"0"_s;
+}
+
+QString textOf(qint16 value)
+{
+    return QString::number(value);
+}
+
+QString textOf(const QString &value)
+{
+    return value;
+}
+
+void set(bool &field, const QString &text)
+{
+    field = text == u"1";
+}
+
+void set(qint16 &field, const QString &text)
+{
+    field = toInteger16(text);
+}
+
+void set(QString &field, const QString &text)
+{
+    field = text;
+}
+
+} // namespace
+
+PreferencesWindow::PreferencesWindow(Services &services_, QWidget *parent)
+    : QWidget(parent), services(services_), ui(std::make_unique<Ui::PreferencesWindow>())
+{
+    ui->setupUi(this);
+    fields = {{{ui->moptsr, nullptr},
+               {ui->moptsm, nullptr},
+               {ui->chkclearRnews, nullptr},
+               {ui->chkclearMnews, nullptr},
+               {ui->moptrc, nullptr},
+               {ui->moptqp, nullptr},
+               {ui->chkautoplayer, nullptr},
+               {ui->chkautoplayer, ui->sldautoplayer},
+               {ui->chkauto999, nullptr},
+               {ui->chkauto999, ui->sldauto999},
+               {ui->chkautoconnect, nullptr},
+               {ui->txtserv, nullptr},
+               {ui->txtport, nullptr},
+               {ui->txtpass, nullptr},
+               {ui->chkautomessages, nullptr},
+               {ui->txtmesset, nullptr},
+               {ui->txtmessint, nullptr}}};
+    connect(ui->sldautoplayer, &QSlider::valueChanged, ui->lblautoplayer, qOverload<int>(&QLabel::setNum));
+    connect(ui->sldauto999, &QSlider::valueChanged, ui->lblauto999, qOverload<int>(&QLabel::setNum));
+    connect(ui->chkautoplayer, &QCheckBox::toggled, this, &PreferencesWindow::chkautoplayer_Click);
+    connect(ui->chkauto999, &QCheckBox::toggled, this, &PreferencesWindow::chkauto999_Click);
+    connect(ui->chkautoconnect, &QCheckBox::toggled, this, &PreferencesWindow::chkautoconnect_Click);
+    connect(ui->chkautomessages, &QCheckBox::toggled, this, &PreferencesWindow::chkautomessages_Click);
+    connect(ui->cmdsave, &QPushButton::clicked, this, &PreferencesWindow::cmdsave_Click);
+    connect(ui->cmdexit, &QPushButton::clicked, this, &PreferencesWindow::cmdexit_Click);
+    Form_Load();
+}
+
+PreferencesWindow::~PreferencesWindow() = default;
+
+void PreferencesWindow::Form_Load()
+{
+    for (std::size_t index = 0; index < fields.size(); ++index) {
+        const Field &field = fields.at(index);
+        const QString text = std::visit([this](auto member) { return textOf(services.session.options.*member); },
+                                        preferenceKeys.at(index).member);
+        if (field.slider)
+            field.slider->setValue(text.toInt()); // a number below the slider's least becomes that
+        else
+            field.box->setValue(text);
+    }
+    for (const Field &field : fields)
+        field.box->dataChanged = false;
+    chkautoplayer_Click();
+    chkauto999_Click();
+    chkautoconnect_Click();
+    chkautomessages_Click();
+}
+
+void PreferencesWindow::chkautoplayer_Click()
+{
+    ui->sldautoplayer->setEnabled(ui->chkautoplayer->isChecked());
+}
+
+void PreferencesWindow::chkauto999_Click()
+{
+    ui->sldauto999->setEnabled(ui->chkauto999->isChecked());
+}
+
+void PreferencesWindow::chkautoconnect_Click()
+{
+    for (TextBox *box : {ui->txtserv, ui->txtport, ui->txtpass})
+        box->setEnabled(ui->chkautoconnect->isChecked());
+}
+
+void PreferencesWindow::chkautomessages_Click()
+{
+    for (TextBox *box : {ui->txtmesset, ui->txtmessint})
+        box->setEnabled(ui->chkautomessages->isChecked());
+}
+
+void PreferencesWindow::cmdsave_Click()
+{
+    const Answer answer = services.prompts.ask(
+        {tr("Save Changes"), tr("Save any changes made"), BoxIcon::Question, BoxButtons::OkCancel});
+    if (answer == Answer::Cancel)
+        return;
+    try {
+        if (save())
+            services.prompts.inform(tr("Preferences saved."), tr("Saved"));
+        close();
+    } catch (const Fault &fault) {
+        services.prompts.showFault(fault); // a message number that is none; what came before it is saved
+    }
+}
+
+bool PreferencesWindow::save()
+{
+    for (std::size_t index = 0; index < fields.size(); ++index) {
+        const Field &field = fields.at(index);
+        if (!field.box->dataChanged)
+            continue;
+        const QString text = field.slider ? QString::number(field.slider->value()) : field.box->value();
+        const PreferenceKey &preference = preferenceKeys.at(index);
+        std::visit([&](auto member) { set(services.session.options.*member, text); }, preference.member);
+        const std::optional<Fault> fault =
+            services.ini.write({{preferenceSection.toString(), preference.key.toString(), text}});
+        if (fault && index == 0) { // the others are written without looking
+            services.prompts.showWriteFailure(tr("save rcon to INI file"), *fault);
+            return false;
+        }
+    }
+    return true;
+}
+
+void PreferencesWindow::cmdexit_Click()
+{
+    const Answer answer = services.prompts.ask({tr("Have you Saved?"),
+                                                tr("Exit preferences?\r\rThis will cancel any changes made\r\r"
+                                                   "Please select Save first if any changes"),
+                                                BoxIcon::Information, BoxButtons::OkCancel});
+    if (answer == Answer::Ok)
+        close();
+}
