@@ -8,6 +8,7 @@
 #include "base/once.h"
 #include "base/prompts.h"
 #include "output/output.h"
+#include "rcon/conversation.h"
 #include "rcon/exchange.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
@@ -138,13 +139,14 @@ void HobWindow::cmdhobpop_Click()
 
 void HobWindow::readVariables()
 {
-    readGroup(services, u"scr_hob_*"_s);
-    fill(services, *ui->txtwave);
+    const Conversation talk(services);
+    readGroup(talk, u"scr_hob_*"_s);
+    fill(talk, *ui->txtwave);
     for (CheckBox *box : {ui->chkobi, ui->chkshot, ui->chkdrop, ui->chkshell, ui->chkdw, ui->chkdf, ui->chkdb,
                           ui->chkspawn, ui->chkannouncespawn})
-        fill(services, *box);
+        fill(talk, *box);
     for (const Percentage &each : percentages) {
-        const QString value = valueInReply(services, each.box->tag);
+        const QString value = valueInReply(talk, each.box->tag);
         const std::optional<int> number = percentage(value);
         const QSignalBlocker unchecked(each.box); // what the server holds is no mistake of the person's
         each.box->setText(number ? value : u"0"_s);
@@ -169,9 +171,10 @@ void HobWindow::cmdhobset_Click()
 
 void HobWindow::sendChanges()
 {
-    const auto sendOne = [this](BoundControl &control, const QString &confirmation) {
-        sendIfChanged(services, control, ValueForm::Quoted, confirmation);
-        services.exchange.yield();
+    const Conversation talk(services);
+    const auto sendOne = [&talk](BoundControl &control, const QString &confirmation) {
+        sendIfChanged(talk, control, ValueForm::Quoted, confirmation);
+        talk.services.exchange.yield();
     };
     sendOne(*ui->chkobi, tr("Show Obituory changed."));
     sendOne(*ui->chkshot, tr("Foot/Leg shot changed."));
@@ -190,11 +193,11 @@ void HobWindow::sendChanges()
 void HobWindow::cmdsethob_Click()
 {
     const QScopedValueRollback sending(busy, true);
-    services.exchange.sendinfo(u"set g_gametype hob"_s, true);
-    services.exchange.waitseconds(1);
-    services.output.addmessage(tr("Mode changed to HOB"));
-    services.session.rconnowait = true; // a server that loads a map does not answer
-    services.exchange.sendinfo(u"map_restart"_s, true);
+    const Conversation talk(services);
+    talk.sendinfo(u"set g_gametype hob"_s, true);
+    talk.waitseconds(1);
+    talk.addmessage(tr("Mode changed to HOB"));
+    talk.sendWithoutWaiting(u"map_restart"_s);
 }
 
 void HobWindow::check(const Percentage &each)

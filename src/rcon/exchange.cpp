@@ -44,11 +44,10 @@ void Exchange::sendinfo(const QString &comm, bool quietmode)
     for (int copy = 1; copy <= copies && !session.rconarrived; ++copy) {
         if (!send(comm))
             return;
+        const bool isAwaited = !std::exchange(session.rconnowait, false); // taken first: another handler may run now
         yield();
-        if (session.rconnowait) {
-            session.rconnowait = false;
+        if (!isAwaited)
             return;
-        }
         waitForReply();
         if (session.closing || udpclient.link() != link)
             return; // what was meant for one server is not sent to the next

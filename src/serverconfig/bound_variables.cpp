@@ -2,10 +2,10 @@
 #include "bound_variables.h"
 
 #include "base/controls.h"
+#include "base/fault.h"
 #include "base/prompts.h"
 #include "dvar_reply.h"
-#include "output/output.h"
-#include "rcon/exchange.h"
+#include "rcon/conversation.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
 
@@ -18,40 +18,42 @@ bool requireConnection(const Services &services)
     return services.session.connected;
 }
 
-void readGroup(const Services &services, const QString &pattern)
+void readGroup(const Conversation &talk, const QString &pattern)
 {
-    services.exchange.sendinfo(u"dvarlist "_s + pattern, true);
-    services.exchange.waitseconds(1); // a long listing comes in many datagrams
+    talk.sendinfo(u"dvarlist "_s + pattern, true);
+    talk.waitseconds(1); // a long listing comes in many datagrams
+    if (!talk.lasts())
+        throw Fault(Fault::NotConnected); // what the reply holds now is another server's
 }
 
-QString valueInReply(const Services &services, const QString &name)
+QString valueInReply(const Conversation &talk, const QString &name)
 {
-    return getdvar(services.session.rconreply, name);
+    return getdvar(talk.services.session.rconreply, name);
 }
 
-void fill(const Services &services, BoundControl &control)
+void fill(const Conversation &talk, BoundControl &control)
 {
-    control.setValue(valueInReply(services, control.tag));
+    control.setValue(valueInReply(talk, control.tag));
     control.dataChanged = false;
 }
 
-void fillUnlessEmpty(const Services &services, BoundControl &control)
+void fillUnlessEmpty(const Conversation &talk, BoundControl &control)
 {
-    if (!valueInReply(services, control.tag).isEmpty())
-        fill(services, control);
+    if (!valueInReply(talk, control.tag).isEmpty())
+        fill(talk, control);
 }
 
-void send(const Services &services, BoundControl &control, ValueForm form)
+void send(const Conversation &talk, BoundControl &control, ValueForm form)
 {
     control.dataChanged = false;
     const QString value = control.value();
-    services.exchange.sendinfo(control.tag + (form == ValueForm::Quoted ? u'"' + value + u'"' : u' ' + value));
+    talk.sendinfo(control.tag + (form == ValueForm::Quoted ? u'"' + value + u'"' : u' ' + value));
 }
 
-void sendIfChanged(const Services &services, BoundControl &control, ValueForm form, const QString &confirmation)
+void sendIfChanged(const Conversation &talk, BoundControl &control, ValueForm form, const QString &confirmation)
 {
     if (!control.dataChanged)
         return;
-    send(services, control, form);
-    services.output.addmessage(confirmation);
+    send(talk, control, form);
+    talk.addmessage(confirmation);
 }

@@ -4,6 +4,7 @@
 #include <QString>
 
 class BoundControl;
+class Conversation;
 struct Services;
 
 /// How the value of a variable follows its name in a command.
@@ -18,21 +19,22 @@ enum class ValueForm {
 /// True when connected; else says that one has to connect first.
 [[nodiscard]] bool requireConnection(const Services &services);
 
-/// Asks for the variables that `pattern` describes and waits for the whole reply.
-void readGroup(const Services &services, const QString &pattern);
+/// Asks for the variables that `pattern` describes and waits for the whole reply. Throws NotConnected when the server
+/// has been left for another meanwhile.
+void readGroup(const Conversation &talk, const QString &pattern);
 
 /// Shows the value that the reply gives to `name`. Empty when it does not occur. Throws InvalidCall.
-[[nodiscard]] QString valueInReply(const Services &services, const QString &name);
+[[nodiscard]] QString valueInReply(const Conversation &talk, const QString &name);
 
 /// Fills `control` from the reply, also with nothing, and clears its mark. Throws what its conversion throws.
-void fill(const Services &services, BoundControl &control);
+void fill(const Conversation &talk, BoundControl &control);
 
 /// The same, but a value that is empty or missing leaves the control and its mark as they are.
-void fillUnlessEmpty(const Services &services, BoundControl &control);
+void fillUnlessEmpty(const Conversation &talk, BoundControl &control);
 
 /// Sends `control`'s value, changed or not. The mark is cleared first, so that an edit during the exchange sets it
 /// again.
-void send(const Services &services, BoundControl &control, ValueForm form);
+void send(const Conversation &talk, BoundControl &control, ValueForm form);
 
 /// Sends the value and confirms it in the message list, when the control's mark is set.
-void sendIfChanged(const Services &services, BoundControl &control, ValueForm form, const QString &confirmation);
+void sendIfChanged(const Conversation &talk, BoundControl &control, ValueForm form, const QString &confirmation);

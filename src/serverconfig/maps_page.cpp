@@ -61,7 +61,8 @@ void MapsPage::cmdpopmaps_Click()
             names = mapNames(session.rconreply);
     }
     if (names) {
-        ui->lstmaps->clear(); // the stock maps may have been loaded meanwhile
+        if (!names->isEmpty())
+            ui->lstmaps->clear(); // the stock maps may have been loaded meanwhile
         ui->lstmaps->addItems(*names);
         session.rconbusy = false;
     } else {

@@ -5,9 +5,8 @@
 #include "base/fault.h"
 #include "base/numbers.h"
 #include "base/prompts.h"
-#include "output/output.h"
 #include "quick_commands.h"
-#include "rcon/exchange.h"
+#include "rcon/conversation.h"
 #include "rcon/services.h"
 
 using namespace Qt::StringLiterals;
@@ -69,24 +68,42 @@ void ModesPage::cmdsetctf_Click()
 
 void ModesPage::setLimits(TextBox &score, TextBox &time, const QString &mode)
 {
+    const QString scoreText = score.text();
+    const QString timeText = time.text();
     try {
-        if (isInvalid(isNumeric(score.text()), score, tr("Score limit has to be a number")) ||
-            isInvalid(isNumeric(time.text()), time, tr("Time limit has to be a positive number of minutes")) ||
-            isInvalid(isTimeLimit(time.text()), time, tr("Time limit has to be a number of minutes (0 - 1440)")))
+        if (isInvalid(isNumeric(scoreText), score, tr("Score limit has to be a number")) ||
+            isInvalid(isNumeric(timeText), time, tr("Time limit has to be a positive number of minutes")) ||
+            isInvalid(isTimeLimit(timeText), time, tr("Time limit has to be a number of minutes (0 - 1440)")))
             return;
     } catch (const Fault &fault) {
         services.prompts.showFault(fault);
         return;
     }
-    sendLimit(score, mode + tr(" score limit updated to ") + score.text());
-    services.exchange.waitseconds(1);
-    sendLimit(time, mode + tr(" time limit updated to ") + time.text());
+    // What was checked is sent, also when it is edited meanwhile.
+    const Conversation talk(services);
+    talk.sendinfo(score.tag + u' ' + scoreText);
+    talk.addmessage(mode + tr(" score limit updated to ") + scoreText);
+    talk.waitseconds(1);
+    talk.sendinfo(time.tag + u' ' + timeText);
+    talk.addmessage(mode + tr(" time limit updated to ") + timeText);
 }
 
 void ModesPage::cmdsetsd_Click()
 {
+    const QString grace = ui->txtgrace->text();
+    const QString roundLength = ui->txtroundlen->text();
+    const QString roundLimit = ui->txtroundlim->text();
+    const QString score = ui->txtscorelim->text();
+    const QString time = ui->txttimelim->text();
     try {
-        if (!isSearchAndDestroyValid())
+        if (isInvalid(isNumeric(grace), *ui->txtgrace, tr("Grace period has to be a number of seconds")) ||
+            isInvalid(isNumeric(roundLength), *ui->txtroundlen,
+                      tr("Round length has to be a positive number of minutes")) ||
+            isInvalid(isNumeric(roundLimit), *ui->txtroundlim,
+                      tr("Round limit has to be a number of round wins (0=unlimited)")) ||
+            isInvalid(isNumeric(score), *ui->txtscorelim, tr("Score limit has to be a number of round wins")) ||
+            isInvalid(isNumeric(time) && isTimeLimit(time), *ui->txttimelim,
+                      tr("Time limit has to be a number of minutes (0 - 1440)")))
             return;
     } catch (const Fault &fault) {
         services.prompts.showFault(fault);
@@ -97,31 +114,21 @@ void ModesPage::cmdsetsd_Click()
     if (answer == Answer::Cancel)
         return;
 
-    sendLimit(*ui->txtgrace, tr("S&D Grace period updated to ") + ui->txtgrace->text());
-    services.exchange.waitseconds(1);
+    const Conversation talk(services);
+    const auto send = [&talk](const TextBox *box, const QString &text, const QString &confirmation) {
+        talk.sendinfo(box->tag + u' ' + text);
+        talk.addmessage(confirmation);
+    };
+    send(ui->txtgrace, grace, tr("S&D Grace period updated to ") + grace);
+    talk.waitseconds(1);
     // The line about the round length names the round limit.
-    sendLimit(*ui->txtroundlen, tr("S&D Round length updated to ") + ui->txtroundlim->text());
-    services.exchange.waitseconds(1);
-    sendLimit(*ui->txtroundlim, tr("S&D Round limit updated to ") + ui->txtroundlim->text());
-    services.exchange.waitseconds(1);
-    sendLimit(*ui->txtscorelim, tr("S&D Score limit updated to ") + ui->txtscorelim->text());
-    services.exchange.waitseconds(1);
-    sendLimit(*ui->txttimelim, tr("S&D Time limit updated to ") + ui->txttimelim->text());
-}
-
-bool ModesPage::isSearchAndDestroyValid()
-{
-    const QString time = ui->txttimelim->text();
-    return !isInvalid(isNumeric(ui->txtgrace->text()), *ui->txtgrace,
-                      tr("Grace period has to be a number of seconds")) &&
-           !isInvalid(isNumeric(ui->txtroundlen->text()), *ui->txtroundlen,
-                      tr("Round length has to be a positive number of minutes")) &&
-           !isInvalid(isNumeric(ui->txtroundlim->text()), *ui->txtroundlim,
-                      tr("Round limit has to be a number of round wins (0=unlimited)")) &&
-           !isInvalid(isNumeric(ui->txtscorelim->text()), *ui->txtscorelim,
-                      tr("Score limit has to be a number of round wins")) &&
-           !isInvalid(isNumeric(time) && isTimeLimit(time), *ui->txttimelim,
-                      tr("Time limit has to be a number of minutes (0 - 1440)"));
+    send(ui->txtroundlen, roundLength, tr("S&D Round length updated to ") + roundLimit);
+    talk.waitseconds(1);
+    send(ui->txtroundlim, roundLimit, tr("S&D Round limit updated to ") + roundLimit);
+    talk.waitseconds(1);
+    send(ui->txtscorelim, score, tr("S&D Score limit updated to ") + score);
+    talk.waitseconds(1);
+    send(ui->txttimelim, time, tr("S&D Time limit updated to ") + time);
 }
 
 bool ModesPage::isInvalid(bool valid, TextBox &box, const QString &complaint)
@@ -131,12 +138,6 @@ bool ModesPage::isInvalid(bool valid, TextBox &box, const QString &complaint)
     services.prompts.ask({tr("Invalid value"), complaint, BoxIcon::None, BoxButtons::Ok});
     box.setFocus();
     return true;
-}
-
-void ModesPage::sendLimit(const TextBox &box, const QString &confirmation)
-{
-    services.exchange.sendinfo(box.tag + u' ' + box.text());
-    services.output.addmessage(confirmation);
 }
 
 void ModesPage::cmddmdefault_Click()

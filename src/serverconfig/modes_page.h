@@ -34,9 +34,7 @@ private:
     void cmdsddefaults_Click();
 
     void setLimits(TextBox &score, TextBox &time, const QString &mode);
-    [[nodiscard]] bool isSearchAndDestroyValid();
     [[nodiscard]] bool isInvalid(bool valid, TextBox &box, const QString &complaint);
-    void sendLimit(const TextBox &box, const QString &confirmation);
 
     Services &services;
     std::unique_ptr<Ui::ModesPage> ui;

@@ -8,6 +8,7 @@
 #include "bound_variables.h"
 #include "chat_prefix.h"
 #include "output/output.h"
+#include "rcon/conversation.h"
 #include "rcon/exchange.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
@@ -65,9 +66,10 @@ void OtherPage::populate()
     services.output.showprogress(u"\r\n"_s + tr("Reading variables from the server..."), Progress::Replace);
     services.session.rconbusy = true;
     try {
-        readGroup(services, u"scr_allow_*"_s);
+        const Conversation talk(services);
+        readGroup(talk, u"scr_allow_*"_s);
         for (CheckBox *box : chkCodOther) {
-            const QString value = valueInReply(services, box->tag);
+            const QString value = valueInReply(talk, box->tag);
             box->setValue(value.isEmpty() ? u"0"_s : value);
             box->dataChanged = false;
         }
@@ -84,9 +86,10 @@ void OtherPage::sendChanges()
     services.prompts.ask({tr("Send to Server?"),
                           tr("Only changed values will be sent.\rSend other settings to server?"), BoxIcon::Information,
                           BoxButtons::OkCancel});
+    const Conversation talk(services);
     services.session.rconbusy = true;
     for (CheckBox *box : chkCodOther)
-        sendIfChanged(services, *box, ValueForm::Quoted, box->text() + tr(" updated."));
+        sendIfChanged(talk, *box, ValueForm::Quoted, box->text() + tr(" updated."));
     services.session.rconbusy = false;
 }
 
@@ -98,10 +101,11 @@ void OtherPage::setclanbase()
                                                 BoxIcon::Information, BoxButtons::OkCancel});
     if (answer == Answer::Cancel)
         return;
-    services.output.addmessage(tr("Setting server to Clanbase rules....."));
+    const Conversation talk(services);
+    talk.addmessage(tr("Setting server to Clanbase rules....."));
     for (const QLatin1StringView rule : clanBaseRules) {
-        services.exchange.sendinfo(rule, true);
+        talk.sendinfo(rule, true);
         services.exchange.yield();
     }
-    services.exchange.sendinfo(u"say "_s + chatPrefix + u"Server Set for ^2Clan Base ^7Rules"_s, true);
+    talk.sendinfo(u"say "_s + chatPrefix + u"Server Set for ^2Clan Base ^7Rules"_s, true);
 }

@@ -2,10 +2,11 @@
 #include "quick_commands.h"
 
 #include "chat_prefix.h"
-#include "output/output.h"
-#include "rcon/exchange.h"
+#include "rcon/conversation.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
+
+#include <QObject>
 
 #include <array>
 
@@ -39,12 +40,6 @@ constexpr std::array<FriendlyFire, 4> friendlyFireModes{{
     {"Friendly Fire now ^2Shared"_L1, QT_TRANSLATE_NOOP("QObject", "Friendly Fire Shared")},
 }};
 
-void sendWithoutWaiting(const Services &services, const QString &command)
-{
-    services.session.rconnowait = true; // a server that loads a map does not answer
-    services.exchange.sendinfo(command, true);
-}
-
 } // namespace
 
 void switchGameType(const Services &services, int index)
@@ -55,38 +50,42 @@ void switchGameType(const Services &services, int index)
     const QString command = u"set g_gametype "_s + type.prefix;
     const QString restart = u"map_restart"_s;
 
+    const Conversation talk(services);
     // Team deathmatch does not wait for its type instead of for the restart.
     if (index == teamDeathmatch)
-        sendWithoutWaiting(services, command);
+        talk.sendWithoutWaiting(command);
     else
-        services.exchange.sendinfo(command, true);
+        talk.sendinfo(command, true);
     if (services.session.rconnotconnected)
         return;
-    services.exchange.waitseconds(1);
-    services.output.addmessage(QObject::tr(type.confirmation));
+    talk.waitseconds(1);
+    talk.addmessage(QObject::tr(type.confirmation));
     if (index == teamDeathmatch)
-        services.exchange.sendinfo(restart, true);
+        talk.sendinfo(restart, true);
     else
-        sendWithoutWaiting(services, restart);
+        talk.sendWithoutWaiting(restart);
 }
 
 void setFriendlyFire(const Services &services, int mode)
 {
     const FriendlyFire &how = friendlyFireModes.at(static_cast<std::size_t>(mode));
-    services.exchange.sendinfo(u"scr_friendlyfire "_s + QString::number(mode), true);
-    services.exchange.waitseconds(1);
-    services.exchange.sendinfo(u"say "_s + chatPrefix + how.announcement, true);
-    services.output.addmessage(QObject::tr(how.confirmation));
+    const Conversation talk(services);
+    talk.sendinfo(u"scr_friendlyfire "_s + QString::number(mode), true);
+    talk.waitseconds(1);
+    talk.sendinfo(u"say "_s + chatPrefix + how.announcement, true);
+    talk.addmessage(QObject::tr(how.confirmation));
 }
 
 void restartMap(const Services &services)
 {
-    sendWithoutWaiting(services, u"map_restart"_s);
-    services.output.addmessage(QObject::tr("Map Restart"));
+    const Conversation talk(services);
+    talk.sendWithoutWaiting(u"map_restart"_s);
+    talk.addmessage(QObject::tr("Map Restart"));
 }
 
 void rotateMap(const Services &services)
 {
-    sendWithoutWaiting(services, u"map_rotate"_s);
-    services.output.addmessage(QObject::tr("Map Rotate"));
+    const Conversation talk(services);
+    talk.sendWithoutWaiting(u"map_rotate"_s);
+    talk.addmessage(QObject::tr("Map Rotate"));
 }

@@ -9,7 +9,7 @@
 #include "bound_variables.h"
 #include "output/output.h"
 #include "quick_commands.h"
-#include "rcon/exchange.h"
+#include "rcon/conversation.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
 
@@ -59,26 +59,27 @@ void ServerPage::cmdservpop_Click()
 
 void ServerPage::readVariables()
 {
-    readGroup(services, u"sv_*"_s);
+    const Conversation talk(services);
+    readGroup(talk, u"sv_*"_s);
     for (TextBox *box : {ui->txtservername, ui->txtmaxclients, ui->txtmaxping, ui->txtmaxrate, ui->txtbantime})
-        fill(services, *box);
+        fill(talk, *box);
 
-    readGroup(services, u"scr_*"_s);
-    fill(services, *ui->txtservermotd);
-    fillUnlessEmpty(services, *ui->chkkillcam);
-    fillUnlessEmpty(services, *ui->chkteamicons);
-    if (const QString mode = valueInReply(services, ui->cmdff->tag); !mode.isEmpty()) {
+    readGroup(talk, u"scr_*"_s);
+    fill(talk, *ui->txtservermotd);
+    fillUnlessEmpty(talk, *ui->chkkillcam);
+    fillUnlessEmpty(talk, *ui->chkteamicons);
+    if (const QString mode = valueInReply(talk, ui->cmdff->tag); !mode.isEmpty()) {
         const auto index = static_cast<std::size_t>(toInteger16(mode));
         if (index >= optff.size())
             throw Fault(Fault::OutOfRange);
         optff.at(index)->setChecked(true);
     }
-    fillUnlessEmpty(services, *ui->chkteambal);
-    fillUnlessEmpty(services, *ui->chkspecenemy);
-    fillUnlessEmpty(services, *ui->chkvoting);
+    fillUnlessEmpty(talk, *ui->chkteambal);
+    fillUnlessEmpty(talk, *ui->chkspecenemy);
+    fillUnlessEmpty(talk, *ui->chkvoting);
 
-    readGroup(services, u"cl_free*"_s);
-    fillUnlessEmpty(services, *ui->chkfreelook);
+    readGroup(talk, u"cl_free*"_s);
+    fillUnlessEmpty(talk, *ui->chkfreelook);
 }
 
 void ServerPage::cmdservsetbasics_Click()
@@ -86,33 +87,34 @@ void ServerPage::cmdservsetbasics_Click()
     // Cancel sends all the same.
     services.prompts.ask({tr("Send to Server?"), tr("Only changed values will be sent.\rSend settings to server?"),
                           BoxIcon::Information, BoxButtons::OkCancel});
+    const Conversation talk(services);
     services.session.rconbusy = true;
-    sendIfChanged(services, *ui->txtservername, ValueForm::Quoted, tr("Server name updated."));
-    sendIfChanged(services, *ui->txtservermotd, ValueForm::Quoted, tr("Server MOTD updated."));
-    sendIfChanged(services, *ui->chkkillcam, ValueForm::Plain, tr("Kill cam updated"));
-    sendIfChanged(services, *ui->chkteamicons, ValueForm::Plain, tr("Team Icons updated"));
+    sendIfChanged(talk, *ui->txtservername, ValueForm::Quoted, tr("Server name updated."));
+    sendIfChanged(talk, *ui->txtservermotd, ValueForm::Quoted, tr("Server MOTD updated."));
+    sendIfChanged(talk, *ui->chkkillcam, ValueForm::Plain, tr("Kill cam updated"));
+    sendIfChanged(talk, *ui->chkteamicons, ValueForm::Plain, tr("Team Icons updated"));
     if (ui->chkvoting->dataChanged)
-        sendVoting();
-    sendIfChanged(services, *ui->txtmaxclients, ValueForm::Plain, tr("Maximum clients updated"));
-    sendIfChanged(services, *ui->txtmaxping, ValueForm::Plain, tr("Maximum client Ping updated"));
-    sendIfChanged(services, *ui->txtmaxrate, ValueForm::Plain, tr("Maximum client Rate updated"));
-    sendIfChanged(services, *ui->chkfreelook, ValueForm::Plain, tr("Free Look updated"));
-    sendIfChanged(services, *ui->chkteambal, ValueForm::Plain, tr("Team Balance updated"));
-    sendIfChanged(services, *ui->chkspecenemy, ValueForm::Plain, tr("Spectate Enemy updated"));
-    sendIfChanged(services, *ui->txtbantime, ValueForm::Plain, tr("Temporary ban time updated"));
+        sendVoting(talk);
+    sendIfChanged(talk, *ui->txtmaxclients, ValueForm::Plain, tr("Maximum clients updated"));
+    sendIfChanged(talk, *ui->txtmaxping, ValueForm::Plain, tr("Maximum client Ping updated"));
+    sendIfChanged(talk, *ui->txtmaxrate, ValueForm::Plain, tr("Maximum client Rate updated"));
+    sendIfChanged(talk, *ui->chkfreelook, ValueForm::Plain, tr("Free Look updated"));
+    sendIfChanged(talk, *ui->chkteambal, ValueForm::Plain, tr("Team Balance updated"));
+    sendIfChanged(talk, *ui->chkspecenemy, ValueForm::Plain, tr("Spectate Enemy updated"));
+    sendIfChanged(talk, *ui->txtbantime, ValueForm::Plain, tr("Temporary ban time updated"));
     services.session.rconbusy = false;
 }
 
 // The game has the switch twice; the second one takes what the box shows a second later.
-void ServerPage::sendVoting()
+void ServerPage::sendVoting(const Conversation &talk)
 {
     const QString confirmation = tr("Voting updated");
-    send(services, *ui->chkvoting, ValueForm::Plain);
-    services.output.addmessage(confirmation);
-    services.exchange.waitseconds(1);
+    send(talk, *ui->chkvoting, ValueForm::Plain);
+    talk.addmessage(confirmation);
+    talk.waitseconds(1);
     ui->chkvoting->dataChanged = false;
-    services.exchange.sendinfo(u"g_allowvote "_s + ui->chkvoting->value());
-    services.output.addmessage(confirmation);
+    talk.sendinfo(u"g_allowvote "_s + ui->chkvoting->value());
+    talk.addmessage(confirmation);
 }
 
 void ServerPage::cmdservsetpass_Click()
@@ -121,17 +123,18 @@ void ServerPage::cmdservsetpass_Click()
         services.prompts.inform(tr("Use the Remove button to clear the server password"), tr("No password given"));
         return;
     }
-    services.exchange.sendinfo(ui->txtservpass->tag + u" \""_s + ui->txtservpass->text() + u'"', true);
-    services.exchange.waitseconds(3);
-    services.output.addmessage(tr("Server password added"));
-    services.session.rconnowait = true; // a server that loads a map does not answer
-    services.exchange.sendinfo(u"map_restart"_s, true);
+    const Conversation talk(services);
+    talk.sendinfo(ui->txtservpass->tag + u" \""_s + ui->txtservpass->text() + u'"', true);
+    talk.waitseconds(3);
+    talk.addmessage(tr("Server password added"));
+    talk.sendWithoutWaiting(u"map_restart"_s);
 }
 
 void ServerPage::cmdservrempass_Click()
 {
-    services.exchange.sendinfo(ui->txtservpass->tag + u" \"\""_s, true);
-    services.output.addmessage(tr("Server password Removed"));
+    const Conversation talk(services);
+    talk.sendinfo(ui->txtservpass->tag + u" \"\""_s, true);
+    talk.addmessage(tr("Server password Removed"));
 }
 
 void ServerPage::cmdff_Click()

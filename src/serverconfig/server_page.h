@@ -9,6 +9,7 @@
 #include <array>
 #include <memory>
 
+class Conversation;
 class QRadioButton;
 struct Services;
 
@@ -30,7 +31,7 @@ private:
     void cmdservpop_Click();
     void readVariables();
     void cmdservsetbasics_Click();
-    void sendVoting();
+    void sendVoting(const Conversation &talk);
     void cmdservsetpass_Click();
     void cmdservrempass_Click();
     void cmdff_Click();

@@ -7,6 +7,7 @@
 #include "base/once.h"
 #include "base/prompts.h"
 #include "output/output.h"
+#include "rcon/conversation.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
 #include "serverconfig/bound_variables.h"
@@ -82,14 +83,15 @@ void WeaponsPage::readWeapons()
 {
     // By WeaponGroup.
     const std::array notes{tr("British..."), tr("Russians..."), tr("Allies..."), tr("German..."), tr("Others...")};
-    readGroup(services, u"scr_allow_*"_s);
+    const Conversation talk(services);
+    readGroup(talk, u"scr_allow_*"_s);
     WeaponGroup group = weapons().first().group;
     for (qsizetype index = 0; index < boxes.size(); ++index) {
         if (weapons().at(index).group != group) {
             group = weapons().at(index).group;
             services.output.showprogress(notes.at(static_cast<std::size_t>(group)), Progress::Add);
         }
-        fill(services, *boxes.at(index));
+        fill(talk, *boxes.at(index));
     }
 }
 
@@ -100,9 +102,10 @@ void WeaponsPage::cmdwepsetserv_Click()
          BoxIcon::Information, BoxButtons::OkCancel});
     if (answer == Answer::Cancel)
         return;
+    const Conversation talk(services);
     services.session.rconbusy = true;
     for (qsizetype index = 0; index < boxes.size(); ++index)
-        sendIfChanged(services, *boxes.at(index), ValueForm::Quoted, weapons().at(index).confirmation);
+        sendIfChanged(talk, *boxes.at(index), ValueForm::Quoted, weapons().at(index).confirmation);
     services.session.rconbusy = false;
 }
 
@@ -120,13 +123,14 @@ void WeaponsPage::cmdriflesonly_Click()
                                                 BoxIcon::Information, BoxButtons::OkCancel});
     if (answer == Answer::Cancel)
         return;
+    const Conversation talk(services);
     // All are sent, changed or not: the server may have other values than the boxes show.
     for (const WeaponSetting &setting : riflesOnly()) {
         CheckBox &weapon = *box(setting.box);
         weapon.setChecked(setting.allowed);
-        send(services, weapon, ValueForm::Quoted);
+        send(talk, weapon, ValueForm::Quoted);
     }
-    services.output.addmessage(tr("Server set to rifles only"));
+    talk.addmessage(tr("Server set to rifles only"));
 }
 
 void WeaponsPage::cmdnosnipers_Click()
@@ -135,6 +139,7 @@ void WeaponsPage::cmdnosnipers_Click()
         {tr("No Snipers"), tr("Disable snipers on server"), BoxIcon::Question, BoxButtons::OkCancel});
     if (answer == Answer::Cancel)
         return;
+    const Conversation talk(services);
     const std::array scoped{box(u"chkspringfield"_s), box(u"chknagantsniper"_s), box(u"chkkar98ksniper"_s),
                             box(u"chkenfieldsniper"_s)};
     for (CheckBox *weapon : scoped)
@@ -142,7 +147,7 @@ void WeaponsPage::cmdnosnipers_Click()
     // Only those that changed are sent: the other weapons' boxes keep their marks for the next sending.
     for (CheckBox *weapon : scoped) {
         if (weapon->dataChanged)
-            send(services, *weapon, ValueForm::Quoted);
+            send(talk, *weapon, ValueForm::Quoted);
     }
-    services.output.addmessage(tr("No snipers set on server."));
+    talk.addmessage(tr("No snipers set on server."));
 }
