@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -42,7 +43,7 @@ bool failed(const QString &step)
 
 bool Tour::walk()
 {
-    if (!waitUntilConnected() || !askServer() || !listPlayers() || !visitTabs() || !visitWindows())
+    if (!waitUntilConnected() || !askServer() || !populateTabs() || !visitTabs() || !visitWindows())
         return false;
     printWhatIsShown();
     return true;
@@ -70,13 +71,18 @@ bool Tour::askServer()
     return answered || failed(u"the console commands got no answer"_s);
 }
 
-bool Tour::listPlayers()
+bool Tour::populateTabs()
 {
-    window.findChild<QPushButton *>(u"cmdplypop"_s)->click();
+    // Each click returns when its page has been read.
+    for (const QString &button : {u"cmdservpop"_s, u"cmdpopmaps"_s, u"cmdpopwep"_s, u"cmdplypop"_s, u"cmdCodOther_1"_s})
+        window.findChild<QPushButton *>(button)->click();
     auto *grid = window.findChild<QTableView *>(u"msfplayers"_s);
-    const bool listed = waitFor([&] { return grid->model()->rowCount() > 0; });
     grid->selectRow(2);
-    return listed || failed(u"no players were listed"_s);
+    auto *maps = window.findChild<QListWidget *>(u"lstmaps"_s);
+    maps->setCurrentRow(0);
+    const bool read = !window.findChild<QLineEdit *>(u"txtservername"_s)->text().isEmpty() && maps->count() > 0 &&
+                      grid->model()->rowCount() > 0;
+    return read || failed(u"the tabs could not be read from the server"_s);
 }
 
 bool Tour::visitTabs()

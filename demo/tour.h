@@ -21,7 +21,7 @@ public:
 private:
     [[nodiscard]] bool waitUntilConnected();
     [[nodiscard]] bool askServer();
-    [[nodiscard]] bool listPlayers();
+    [[nodiscard]] bool populateTabs();
     [[nodiscard]] bool visitTabs();
     [[nodiscard]] bool visitWindows();
     [[nodiscard]] bool takePicture(QWidget &shown, const QString &name);

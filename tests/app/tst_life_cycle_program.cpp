@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "practice/practice_server.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -34,6 +35,42 @@ private slots:
         QCOMPARE(program.state(), QProcess::Running);
         program.terminate();
         QVERIFY(program.waitForFinished());
+    }
+
+    void helpAndVersionNeedNoDisplay_data()
+    {
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<QByteArray>("said");
+        QTest::newRow("--version") << u"--version"_s << QByteArray("molvark 1.");
+        QTest::newRow("-v") << u"-v"_s << QByteArray("molvark 1.");
+        QTest::newRow("--help") << u"--help"_s << QByteArray("Usage: molvark");
+        QTest::newRow("-h") << u"-h"_s << QByteArray("Usage: molvark");
+    }
+
+    void helpAndVersionNeedNoDisplay()
+    {
+        QFETCH(QString, option);
+        QFETCH(QByteArray, said);
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"no such platform"_s);
+        program.setProcessEnvironment(environment);
+        program.start(QStringLiteral(MOLVARK_PROGRAM), {option});
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.exitCode(), 0);
+        QVERIFY(program.readAllStandardOutput().startsWith(said));
+    }
+
+    void anUnknownOptionIsAnError()
+    {
+        const QTemporaryDir folder;
+        QProcess program;
+        program.setWorkingDirectory(folder.path());
+        program.start(QStringLiteral(MOLVARK_PROGRAM), {u"--port"_s});
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.exitCode(), 1);
+        QVERIFY(program.readAllStandardError().contains("unknown option --port"));
+        QVERIFY(QDir(folder.path()).isEmpty());
     }
 };
 
