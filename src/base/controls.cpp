@@ -27,15 +27,20 @@ public:
 
     State validate(QString &input, int &position) const override
     {
-        static const QRegularExpression lineBreak(u"\r\n?|\n"_s);
         const qsizetype behind = input.size() - position;
-        input.replace(lineBreak, u" "_s);
+        input = oneLine(input);
         position = static_cast<int>(std::max<qsizetype>(input.size() - behind, 0));
         return Acceptable;
     }
 };
 
 } // namespace
+
+QString oneLine(QString text)
+{
+    static const QRegularExpression lineBreak(u"\r\n?|\n"_s);
+    return text.replace(lineBreak, u" "_s);
+}
 
 TextBox::TextBox(QWidget *parent) : QLineEdit(parent)
 {

@@ -34,6 +34,9 @@ public:
     bool dataChanged = false; ///< the value has changed since it was last read or sent, whoever changed it
 };
 
+/// `text` with a blank for each line break.
+[[nodiscard]] QString oneLine(QString text);
+
 /// A line of text. Line breaks that are pasted into it become blanks.
 class TextBox final : public QLineEdit, public BoundControl {
     Q_OBJECT

@@ -127,14 +127,17 @@ void MessagesPage::sayNext()
         message = fillPlaceholder(message, u"%SN%"_s, value);
         hasAsked = true;
     }
+    const auto isLeft = [this, link] { return !services.session.connected || services.udpclient.link() != link; };
+    if (isLeft())
+        return; // the message was meant for the server that has been left
     if (hasPlaceholder(message, u"%FF%"_s)) {
         // A mode without a word leaves the server's name in its place, if that has been asked for.
         value = friendlyFireWord(askVariable(variables.friendlyfire), value);
         message = fillPlaceholder(message, u"%FF%"_s, value);
         hasAsked = true;
     }
-    if (!services.session.connected || services.udpclient.link() != link)
-        return; // the message was meant for the server that has been left
+    if (isLeft())
+        return;
     services.exchange.sendinfo(u"say "_s + chatPrefix + message, hasAsked);
     cycle.advance();
 }

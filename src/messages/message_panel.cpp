@@ -38,14 +38,16 @@ void MessagePanel::load(const IniText &ini)
 {
     const QString name = ini.value(section, key, nameBuffer);
     ui->txtprefix->setText(name.isEmpty() ? u"RemoteUser"_s : name);
+    ui->txtprefix->dataChanged = false;
 }
 
 void MessagePanel::cmdmessage_Click()
 {
-    const QString answer = services.prompts.askText(tr("Type message to send to server"), tr("Server Message"),
-                                                    tr("Welcome to our server, enjoy your stay"));
-    if (answer.isEmpty())
+    const QString typed = services.prompts.askText(tr("Type message to send to server"), tr("Server Message"),
+                                                   tr("Welcome to our server, enjoy your stay"));
+    if (typed.isEmpty())
         return;
+    const QString answer = oneLine(typed); // the server reads no further than a line break
     const QString message = ui->txtprefix->text() + u' ' + answer;
     services.exchange.sendinfo(u"say "_s + chatPrefix + message);
     services.output.addmessage(tr("Message to server>> ") + message);
@@ -53,10 +55,10 @@ void MessagePanel::cmdmessage_Click()
 
 void MessagePanel::txtprefix_LostFocus()
 {
-    if (!ui->txtprefix->isModified())
+    if (!ui->txtprefix->dataChanged)
         return;
     const std::optional<Fault> fault = services.ini.write({{section, key, ui->txtprefix->text()}});
-    ui->txtprefix->setModified(fault.has_value()); // what was not written is tried again
+    ui->txtprefix->dataChanged = fault.has_value(); // what was not written is tried again
     if (fault)
         services.prompts.showWriteFailure(tr("user prefix to INI file"), *fault);
 }

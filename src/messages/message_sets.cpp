@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "message_sets.h"
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -105,11 +106,14 @@ bool MessageSets::edit(const QString &old, const QString &message_)
 
 void MessageSets::removeAt(qsizetype position)
 {
-    message(position).clear();
+    if (position < setmessages.size())
+        message(position).clear();
 }
 
 void MessageSets::swap(qsizetype one, qsizetype other)
 {
+    while (setmessages.size() <= std::max(one, other))
+        setmessages.append(Position());
     std::swap(message(one), message(other));
 }
 

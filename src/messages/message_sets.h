@@ -37,7 +37,7 @@ public:
     void add(const QString &message);
     /// Replaces the first message of the current set that is `old`. False when there is none or nothing changes.
     bool edit(const QString &old, const QString &message);
-    /// Empties a position of the current set; the positions behind it stay where they are.
+    /// Empties a position of the current set, if there is one; the positions behind it stay where they are.
     void removeAt(qsizetype position);
     void swap(qsizetype one, qsizetype other);
     /// Frees the slot of that name, if there is one. The current set stays the same slot.

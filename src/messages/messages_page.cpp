@@ -173,8 +173,9 @@ void MessagesPage::cmdsetdel_Click()
     }
     ui->commessset->setCurrentIndex(std::max(chosen - 1, 0));
     sets.select(ui->commessset->currentText());
+    showMessages(); // also while no window is active, just after a box, when leaving the combo box goes unnoticed
     ui->commessset->setFocus();
-    pressTab(ui->commessset); // leaving it shows the set
+    pressTab(ui->commessset);
 }
 
 void MessagesPage::txtmess_LostFocus()

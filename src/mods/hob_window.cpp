@@ -202,6 +202,8 @@ void HobWindow::cmdsethob_Click()
 
 void HobWindow::check(const Percentage &each)
 {
+    if (!isVisible())
+        return; // the window was closed, and that is what the box lost the focus to
     if (const std::optional<int> number = percentage(each.box->text())) {
         setBar(each.bar, *number);
         return;
@@ -215,7 +217,7 @@ void HobWindow::check(const Percentage &each)
 
 void HobWindow::txtwave_LostFocus()
 {
-    if (!ui->txtwave->dataChanged)
+    if (!isVisible() || !ui->txtwave->dataChanged)
         return;
     const QString text = ui->txtwave->text();
     if (!isNumeric(text))

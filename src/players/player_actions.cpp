@@ -130,6 +130,7 @@ void PlayersPage::cmdplymessage_Click()
                                  tr("Enter Message"), tr("You are on a last warning %P%"));
     if (message.isEmpty())
         return;
+    message = oneLine(message); // the server reads no further than a line break
     static const QString placeholder = u"%P%"_s;
     if (const qsizetype at = message.indexOf(placeholder, 0, Qt::CaseInsensitive); at >= 0)
         message.replace(at, placeholder.size(), name);

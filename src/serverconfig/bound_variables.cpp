@@ -45,6 +45,8 @@ void fillUnlessEmpty(const Conversation &talk, BoundControl &control)
 
 void send(const Conversation &talk, BoundControl &control, ValueForm form)
 {
+    if (!talk.lasts())
+        return; // nothing is sent, so the mark stays
     control.dataChanged = false;
     const QString value = control.value();
     talk.sendinfo(control.tag + (form == ValueForm::Quoted ? u'"' + value + u'"' : u' ' + value));

@@ -126,6 +126,8 @@ void WeaponsPage::cmdriflesonly_Click()
     const Conversation talk(services);
     // All are sent, changed or not: the server may have other values than the boxes show.
     for (const WeaponSetting &setting : riflesOnly()) {
+        if (!talk.lasts())
+            return;
         CheckBox &weapon = *box(setting.box);
         weapon.setChecked(setting.allowed);
         send(talk, weapon, ValueForm::Quoted);

@@ -134,6 +134,20 @@ private slots:
         sets.swap(2, 1);
         QCOMPARE(sets.messages(), (QStringList{u"b"_s, u"c"_s, u"a"_s}));
     }
+
+    // After a save the current set is the first slot, while the list may still show another, longer one.
+    void aRowBeyondTheStoreIsNoPosition()
+    {
+        MessageSets sets;
+        sets.create(u"A"_s);
+        sets.add(u"one"_s);
+        sets.removeAt(7);
+        QCOMPARE(sets.messages(), QStringList{u"one"_s});
+        sets.swap(0, 2);
+        QCOMPARE(sets.messages(), QStringList{u"one"_s});
+        sets.add(u"two"_s);
+        QCOMPARE(sets.messages(), QStringList({u"two"_s, u"one"_s}));
+    }
 };
 
 QTEST_GUILESS_MAIN(MessageSetsTest)
