@@ -27,6 +27,7 @@ AboutWindow::AboutWindow(Prompts &prompts_, QWidget *parent)
     ui->Label3->setText(tr("If the program is of use to you, please think of a donation to ") +
                         ContactAddress::donations.toString());
     connect(ui->cmdOK, &QPushButton::clicked, this, &QWidget::close);
+    ui->cmdOK->setShortcut(Qt::Key_Escape);
     connect(ui->cmdSysInfo, &QPushButton::clicked, this, &AboutWindow::cmdSysInfo_Click);
 }
 

@@ -9,6 +9,7 @@
 #include <QTextStream>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;
@@ -31,6 +32,12 @@ QString notice(const QStringList &arguments)
     return text;
 }
 
+int refuse(const QString &option)
+{
+    QTextStream(stderr) << "molvark: unknown option " << option << "; --help shows the options\n";
+    return EXIT_FAILURE;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -38,16 +45,18 @@ int main(int argc, char *argv[])
     QStringList asked;
     for (int argument = 1; argument < argc; ++argument)
         asked.append(QString::fromLocal8Bit(argv[argument]));
-    const QString text = notice(asked);
+    const QString text = asked.size() == 1 ? notice(asked) : QString();
     if (!text.isEmpty()) {
         QTextStream(stdout) << text;
         return EXIT_SUCCESS;
     }
+    // Options of Qt's own begin with one dash and are taken out by the application object.
+    const auto isForeign = [](const QString &argument) { return argument.startsWith(u"--"); };
+    if (const auto foreign = std::ranges::find_if(asked, isForeign); foreign != asked.end())
+        return refuse(*foreign);
     Application application(argc, argv);
-    if (const QStringList arguments = QApplication::arguments(); arguments.size() > 1) {
-        QTextStream(stderr) << "molvark: unknown option " << arguments.at(1) << "; --help shows the options\n";
-        return EXIT_FAILURE;
-    }
+    if (const QStringList arguments = QApplication::arguments(); arguments.size() > 1)
+        return refuse(arguments.at(1));
     QApplication::setApplicationName(u"Molvark"_s);
     QApplication::setApplicationVersion(QStringLiteral(MOLVARK_VERSION));
     QApplication::setWindowIcon(programIcon());

@@ -50,6 +50,7 @@ const QStringList otherWindows{u"frmpref"_s, u"frmAbout"_s, u"frmhob"_s};
 
 void bringUp(QWidget &window)
 {
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     window.show();
     window.raise();
     window.activateWindow();
@@ -233,7 +234,7 @@ void MainWindow::Form_Load()
     playersPage->showPreferences();
     if (session.options.autoconnect)
         autoConnect();
-    if (session.options.automessage)
+    if (session.options.automessage && !session.closing)
         messagesPage->autoStart();
 }
 

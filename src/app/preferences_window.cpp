@@ -74,6 +74,7 @@ PreferencesWindow::PreferencesWindow(Services &services_, QWidget *parent)
     connect(ui->chkautomessages, &QCheckBox::toggled, this, &PreferencesWindow::chkautomessages_Click);
     connect(ui->cmdsave, &QPushButton::clicked, this, &PreferencesWindow::cmdsave_Click);
     connect(ui->cmdexit, &QPushButton::clicked, this, &PreferencesWindow::cmdexit_Click);
+    ui->cmdexit->setShortcut(Qt::Key_Escape);
     Form_Load();
 }
 
@@ -101,11 +102,13 @@ void PreferencesWindow::Form_Load()
 void PreferencesWindow::chkautoplayer_Click()
 {
     ui->sldautoplayer->setEnabled(ui->chkautoplayer->isChecked());
+    ui->lblautoplayer->setEnabled(ui->chkautoplayer->isChecked());
 }
 
 void PreferencesWindow::chkauto999_Click()
 {
     ui->sldauto999->setEnabled(ui->chkauto999->isChecked());
+    ui->lblauto999->setEnabled(ui->chkauto999->isChecked());
 }
 
 void PreferencesWindow::chkautoconnect_Click()

@@ -74,6 +74,8 @@ QString mnemonic(const QWidget *widget)
 bool fits(const QWidget *widget)
 {
     const auto *label = qobject_cast<const QLabel *>(widget);
+    if (qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QComboBox *>(widget))
+        return widget->height() >= widget->minimumSizeHint().height();
     if (!label && !qobject_cast<const QAbstractButton *>(widget))
         return true;
     if (croppedOnPurpose.contains(widget->objectName()))
@@ -88,8 +90,11 @@ void checkWindow(const QWidget *window)
 {
     QHash<QString, QString> keys;
     if (const auto *bar = window->findChild<QMenuBar *>()) {
-        for (const QAction *menu : bar->actions())
-            keys.insert(QKeySequence::mnemonic(menu->text()).toString(), menu->text());
+        for (const QAction *menu : bar->actions()) {
+            const QString key = QKeySequence::mnemonic(menu->text()).toString();
+            QVERIFY2(key.isEmpty() || !keys.contains(key), qPrintable(menu->text()));
+            keys.insert(key, menu->text());
+        }
     }
     keys.remove(QString());
     for (QWidget *widget : shownWidgets(window)) {

@@ -61,6 +61,18 @@ private slots:
         QVERIFY(program.readAllStandardOutput().startsWith(said));
     }
 
+    void anUnknownOptionIsAnErrorAlsoWithoutADisplay()
+    {
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"no such platform"_s);
+        program.setProcessEnvironment(environment);
+        program.start(QStringLiteral(MOLVARK_PROGRAM), {u"--bogus"_s, u"--help"_s});
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.exitCode(), 1);
+        QVERIFY(program.readAllStandardError().contains("unknown option --bogus"));
+    }
+
     void anUnknownOptionIsAnError()
     {
         const QTemporaryDir folder;

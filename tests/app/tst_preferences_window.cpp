@@ -258,12 +258,17 @@ private slots:
         Preferring preferring;
         QVERIFY(QFile::remove(u"molvark.ini"_s) && QDir().mkdir(u"molvark.ini"_s));
         preferring.tick(box, false);
+        preferring.tick(u"moptsm"_s, false);
         preferring.click(u"cmdsave"_s);
         const QList<Box> boxes = preferring.program.prompts.takeBoxes();
         QCOMPARE(boxes.size(), 2);
         if (isTold) {
             QCOMPARE(boxes[1].title, u"INI Write Fail"_s);
-            QVERIFY(boxes[1].text.startsWith(u"Failed to write new save rcon to INI file\rError code "_s));
+            static const QRegularExpression text(
+                uR"(\AFailed to write new save rcon to INI file\rError code [0-9]+ Descr: .+\z)"_s);
+            QVERIFY2(text.match(boxes[1].text).hasMatch(), qPrintable(boxes[1].text));
+            QCOMPARE(boxes[1].icon, BoxIcon::Exclamation);
+            QVERIFY2(preferring.program.session.options.savemessages, "what follows is not saved");
         } else {
             QCOMPARE(boxes[1], savedBox);
         }
