@@ -10,5 +10,5 @@ static void loadPictures()
 QIcon programIcon()
 {
     loadPictures();
-    return QIcon(QStringLiteral(":/app/molvark.svg"));
+    return QIcon(QStringLiteral(":/app/molvark.png"));
 }

@@ -50,7 +50,7 @@ MessagesPage::~MessagesPage() = default;
 
 void MessagesPage::wireEditor()
 {
-    const auto picture = [](const QString &name) { return QIcon(u":/messages/"_s + name + u".svg"_s); };
+    const auto picture = [](const QString &name) { return QIcon(u":/messages/"_s + name + u".png"_s); };
     ui->imgup->setIcon(picture(u"up"_s));
     ui->imgdown->setIcon(picture(u"down"_s));
     ui->imgdel->setIcon(picture(u"delete"_s));
@@ -82,10 +82,10 @@ void MessagesPage::showColourCodes()
                             ui->lblcolour_4, ui->lblcolour_5, ui->lblcolour_6, ui->lblcolour_7};
     for (std::size_t code = 0; code < colours.size(); ++code) {
         const QColor colour = colours.at(code);
-        const bool isLight = qGray(colour.rgb()) > 90;
+        const bool isLight = qGray(colour.rgb()) > 80;
         QPalette shown = labels.at(code)->palette();
         shown.setColor(QPalette::WindowText, colour);
-        shown.setColor(QPalette::Window, isLight ? QColor(32, 32, 32) : QColor(240, 240, 240));
+        shown.setColor(QPalette::Window, isLight ? QColor(16, 16, 16) : QColor(240, 240, 240));
         labels.at(code)->setPalette(shown);
         labels.at(code)->setAutoFillBackground(true);
     }

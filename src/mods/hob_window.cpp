@@ -53,7 +53,7 @@ HobWindow::HobWindow(Services &services_, QWidget *parent)
 {
     loadPictures();
     ui->setupUi(this);
-    ui->pichob->setPixmap(QIcon(u":/mods/hob.svg"_s).pixmap(60, 40));
+    ui->pichob->setPixmap(QIcon(u":/mods/hob.png"_s).pixmap(60, 40));
     percentages = {{{ui->txtsniper, ui->vssniper, tr("Sniper allow "), tr("Sniper percentage changed.")},
                     {ui->txtsmg, ui->vssmg, tr("SMG allow "), tr("Smg percentage changed.")},
                     {ui->txtsup, ui->vssup, tr("Support allow "), tr("Support percentage changed.")},

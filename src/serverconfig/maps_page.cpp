@@ -7,6 +7,7 @@
 #include "map_listing.h"
 #include "output/output.h"
 #include "quick_commands.h"
+#include "rcon/conversation.h"
 #include "rcon/exchange.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
@@ -80,6 +81,5 @@ void MapsPage::cmdmapload_Click()
         services.prompts.inform(tr("Select a map in the table to load first"), tr("Select Map"));
         return;
     }
-    services.session.rconnowait = true; // a server that loads a map does not answer
-    services.exchange.sendinfo(u"map "_s + selected.first()->text(), true);
+    Conversation(services).sendWithoutWaiting(u"map "_s + selected.first()->text());
 }

@@ -11,9 +11,13 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTabWidget>
+
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -86,18 +90,92 @@ bool fits(const QWidget *widget)
            widget->height() >= widget->minimumSizeHint().height();
 }
 
+double luminance(const QColor &colour)
+{
+    const auto linear = [](float part) {
+        return part <= 0.03928F ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
+/// From 1 to 21, as the Web Content Accessibility Guidelines 2.1 define it.
+double contrast(const QColor &one, const QColor &other)
+{
+    const auto [dark, light] = std::minmax(luminance(one), luminance(other));
+    return (light + 0.05) / (dark + 0.05);
+}
+
+/// Of the text on its ground. Grounds are opaque colours of the palette in all of the program's controls.
+double contrast(const QWidget *widget)
+{
+    const QPalette palette = widget->palette();
+    const auto of = [&palette](QPalette::ColorRole text, QPalette::ColorRole ground) {
+        return contrast(palette.color(QPalette::Active, text), palette.color(QPalette::Active, ground));
+    };
+    if (qobject_cast<const QPushButton *>(widget))
+        return of(QPalette::ButtonText, QPalette::Button);
+    if (qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QAbstractItemView *>(widget) ||
+        qobject_cast<const QPlainTextEdit *>(widget) || qobject_cast<const QComboBox *>(widget))
+        return of(QPalette::Text, QPalette::Base);
+    return of(QPalette::WindowText, QPalette::Window);
+}
+
+QPalette darkPalette()
+{
+    QPalette dark;
+    for (const auto role : {QPalette::Window, QPalette::Button})
+        dark.setColor(role, QColor(53, 53, 53));
+    for (const auto role : {QPalette::Base, QPalette::ToolTipBase})
+        dark.setColor(role, QColor(35, 35, 35));
+    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text, QPalette::ToolTipText})
+        dark.setColor(role, Qt::white);
+    dark.setColor(QPalette::AlternateBase, QColor(45, 45, 45));
+    return dark;
+}
+
+/// The keys of `actions`, which are unique among themselves. Every item has a name.
+void checkMenu(const QString &menu, const QList<QAction *> &actions, QHash<QString, QString> *keys)
+{
+    for (const QAction *action : actions) {
+        if (action->isSeparator())
+            continue;
+        const QString who = menu + u" > "_s + action->text();
+        const QString name = action->menu() ? action->menu()->objectName() : action->objectName();
+        QVERIFY2(!name.isEmpty(), qPrintable(who + u": no name"_s));
+        const QString key = QKeySequence::mnemonic(action->text()).toString();
+        QVERIFY2(key.isEmpty() || !keys->contains(key), qPrintable(who + u": key of "_s + keys->value(key)));
+        if (!key.isEmpty())
+            keys->insert(key, who);
+        QHash<QString, QString> keysInside;
+        if (action->menu())
+            checkMenu(who, action->menu()->actions(), &keysInside);
+    }
+}
+
+void checkTitles(const QWidget *window)
+{
+    QVERIFY2(!window->windowTitle().isEmpty(), qPrintable(window->objectName()));
+    for (const QTabBar *bar : window->findChildren<QTabBar *>()) {
+        for (int tab = 0; tab < bar->count(); ++tab)
+            QVERIFY2(bar->tabRect(tab).width() > bar->fontMetrics().horizontalAdvance(bar->tabText(tab)),
+                     qPrintable(bar->tabText(tab)));
+    }
+    for (const QGroupBox *group : window->findChildren<QGroupBox *>()) {
+        if (group->isVisible())
+            QVERIFY2(group->width() > group->fontMetrics().horizontalAdvance(group->title()),
+                     qPrintable(group->title()));
+    }
+}
+
 void checkWindow(const QWidget *window)
 {
     QHash<QString, QString> keys;
-    if (const auto *bar = window->findChild<QMenuBar *>()) {
-        for (const QAction *menu : bar->actions()) {
-            const QString key = QKeySequence::mnemonic(menu->text()).toString();
-            QVERIFY2(key.isEmpty() || !keys.contains(key), qPrintable(menu->text()));
-            keys.insert(key, menu->text());
-        }
-    }
-    keys.remove(QString());
+    if (const auto *bar = window->findChild<QMenuBar *>())
+        checkMenu(window->objectName(), bar->actions(), &keys);
+    checkTitles(window);
     for (QWidget *widget : shownWidgets(window)) {
+        if (QTest::currentTestFailed())
+            return;
         const QString who = described(widget) + u" in "_s + window->objectName();
         QVERIFY2(!widget->objectName().isEmpty(), qPrintable(who + u": no name"_s));
         if (isControl(widget))
@@ -106,6 +184,7 @@ void checkWindow(const QWidget *window)
                                                     .arg(widget->height())
                                                     .arg(widget->minimumSizeHint().width())
                                                     .arg(widget->minimumSizeHint().height())));
+        QVERIFY2(contrast(widget) >= 4.5, qPrintable(who + u": contrast %1"_s.arg(contrast(widget))));
         const QString key = mnemonic(widget);
         QVERIFY2(key.isEmpty() || !keys.contains(key), qPrintable(who + u": key of "_s + keys.value(key)));
         if (!key.isEmpty())
@@ -121,17 +200,22 @@ class EveryWidgetTest final : public QObject {
 
 private slots:
     void init() { failOnWarnings(); }
+    void cleanup() { QApplication::setPalette(QPalette()); }
 
     void everyTabOfTheMainWindow_data()
     {
         QTest::addColumn<QSize>("size");
-        QTest::newRow("1024 x 700") << QSize(1024, 700);
-        QTest::newRow("1440 x 900") << QSize(1440, 900);
+        QTest::addColumn<QPalette>("palette");
+        QTest::newRow("1024 x 700, light") << QSize(1024, 700) << QPalette();
+        QTest::newRow("1024 x 700, dark") << QSize(1024, 700) << darkPalette();
+        QTest::newRow("1440 x 900, light") << QSize(1440, 900) << QPalette();
     }
 
     void everyTabOfTheMainWindow()
     {
         QFETCH(QSize, size);
+        QFETCH(QPalette, palette);
+        QApplication::setPalette(palette);
         Program program;
         program.start();
         program.window.resize(size);
@@ -147,8 +231,17 @@ private slots:
         QVERIFY2(tabs->tabBar()->width() <= tabs->width(), "all tabs can be seen");
     }
 
+    void everyOtherWindow_data()
+    {
+        QTest::addColumn<QPalette>("palette");
+        QTest::newRow("light") << QPalette();
+        QTest::newRow("dark") << darkPalette();
+    }
+
     void everyOtherWindow()
     {
+        QFETCH(QPalette, palette);
+        QApplication::setPalette(palette);
         Program program;
         program.start();
         program.trigger(u"mpref"_s);
@@ -160,6 +253,8 @@ private slots:
             QVERIFY2(window, qPrintable(name));
             QApplication::processEvents();
             checkWindow(window);
+            if (QTest::currentTestFailed())
+                break;
         }
         program.output.showprogress({}, Progress::Replace);
     }

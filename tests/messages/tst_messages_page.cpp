@@ -127,7 +127,7 @@ private slots:
         QVERIFY(found);
         QCOMPARE(found->palette().color(found->foregroundRole()), colour);
         QVERIFY(found->autoFillBackground());
-        QVERIFY2(contrast(colour, found->palette().color(found->backgroundRole())) > 3, "it can be read");
+        QVERIFY2(contrast(colour, found->palette().color(found->backgroundRole())) >= 4.5, "it can be read");
     }
 
     void thePicturesAreThere()

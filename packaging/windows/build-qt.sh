@@ -1,0 +1,60 @@
+#!/usr/bin/env bash
+# Builds Debian's own Qt statically for Windows into a cache folder, once. Takes about half an hour with two processors.
+# Environment: MOLVARK_QT_WINDOWS, the folder; JOBS, how many compilers run at once.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+. scripts/lib/packages.sh
+. packaging/windows/qt.sh
+
+if windows_qt_is_there; then
+    echo "Qt for Windows is in $qt_windows"
+    exit 0
+fi
+install_packages "${windows_packages[@]}"
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+toolchain=$PWD/packaging/windows/toolchain.cmake
+
+# The machine's own package sources, with Debian's source packages added, for these calls only.
+mkdir -p "$work/apt/sources.list.d" "$work/apt/lists/partial"
+for list in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
+    [ -f "$list" ] && sed -n -e p -e 's/^deb /deb-src /p' "$list" >"$work/apt/sources.list.d/$(basename "$list" .list).list"
+done
+for list in /etc/apt/sources.list.d/*.sources; do
+    [ -f "$list" ] && sed 's/^Types:.*/Types: deb deb-src/' "$list" >"$work/apt/sources.list.d/$(basename "$list")"
+done
+apt_sources=(-o "Dir::Etc::SourceList=/dev/null" -o "Dir::Etc::SourceParts=$work/apt/sources.list.d"
+    -o "Dir::State::Lists=$work/apt/lists" -o "APT::Sandbox::User=root")
+
+off() {
+    local feature
+    for feature in "$@"; do echo "-DFEATURE_$feature=OFF"; done
+}
+
+mkdir "$work/source"
+if ! { apt-get "${apt_sources[@]}" update && cd "$work/source" && apt-get "${apt_sources[@]}" source qt6-base; } \
+    >"$work/apt.log" 2>&1; then
+    tail -n 5 "$work/apt.log" >&2
+    echo "The source package qt6-base could not be had with apt-get." >&2
+    exit 1
+fi
+
+# The prefix compiled into the libraries is "/qt" on every machine, and no source path is kept either, so that programs do
+# not tell where they were built. With direct2d off the libraries lack the DirectWrite font database and nothing links.
+cmake -S "$work/source"/qt6-base*/ -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+    -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_INSTALL_PREFIX=/qt \
+    -DCMAKE_CXX_FLAGS="-ffile-prefix-map=$work=." -DCMAKE_C_FLAGS="-ffile-prefix-map=$work=." \
+    -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake -DQT_QMAKE_TARGET_MKSPEC=win32-g++ \
+    -DBUILD_SHARED_LIBS=OFF -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DINPUT_opengl=no -DFEATURE_direct2d=ON \
+    $(off system_zlib system_png system_jpeg system_freetype system_harfbuzz system_pcre2 system_doubleconversion \
+        system_textmarkdownreader system_libb2 direct2d1_1 sql dbus xml printsupport opengl vulkan tabletevent glib icu zstd \
+        brotli openssl cpp_winrt concurrent)
+cmake --build "$work/build" ${JOBS:+--parallel "$JOBS"}
+DESTDIR="$work/stage" cmake --install "$work/build"
+
+mkdir -p "$(dirname "$qt_windows")"
+rm -rf "$qt_windows"
+cp -a "$work/stage/qt" "$qt_windows"
+touch "$qt_windows/complete"
+echo "Qt for Windows is in $qt_windows ($(du -sh "$qt_windows" | cut -f1))"
