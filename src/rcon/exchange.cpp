@@ -24,6 +24,10 @@ constexpr int copies = 5;
 constexpr int slotsPerCopy = 3;
 constexpr QChar commandMark(0x18); // frames the command in its echo line
 
+// What comes beyond this many characters is shown but not kept: no game has a listing of even a tenth of it, and a
+// server that never stops must not fill the memory.
+constexpr qsizetype largestReply = 4 * 1024 * 1024;
+
 } // namespace
 
 Exchange::Exchange(Session &session_, UDPClient &udpclient_, Output &output_, Prompts &prompts_, const Clock &clock_)
@@ -115,11 +119,12 @@ void Exchange::UDPClient_DataArrival()
 {
     QString text = receive();
     text.remove(session.rconheader + u"print\n"_s);
+    const qsizetype room = largestReply - session.rconreply.size();
     if (session.rconcollect) {
-        session.rconreply += squeezeBlanks(text);
+        session.rconreply += squeezeBlanks(text).left(room);
     } else {
         text.replace(u'\n', u"\r\n"_s);
-        session.rconreply += text;
+        session.rconreply += text.left(room);
         output.addrcon(text);
     }
 

@@ -10,7 +10,7 @@
 struct Session {
     /// Four characters of code 255: before every datagram sent, and at the head of every reply.
     QString rconheader = fromAnsi(QByteArray(4, '\xFF'));
-    /// All reply text since the last send; grows also after the send has returned.
+    /// The reply text since the last send, up to four million characters; grows also after the send has returned.
     QString rconreply;
     bool rconarrived = false;      ///< a datagram came since the last send
     bool rconcollect = false;      ///< replies are gathered silently, with blanks squeezed
