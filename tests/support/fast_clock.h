@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-/// A clock that goes fifty times faster than the real one. A machine that stalls does not make it jump: between two
+/// A clock that goes many times faster than the real one. A machine that stalls does not make it jump: between two
 /// readings it goes on by a fiftieth of a second at most, so that a wait always gives the event loop its many turns.
 class FastClock final : public Clock {
 public:
@@ -19,7 +19,7 @@ public:
         // The elapsed time is counted in whole microseconds, so that quick readings lose none of it.
         const qint64 real = sinceReading.nsecsElapsed() / 1000;
         sinceReading.restart();
-        microseconds += std::min(real * 50, longestStep * 1000);
+        microseconds += std::min(real * speed, longestStep * 1000);
         return start.addMSecs(microseconds / 1000);
     }
 
@@ -30,6 +30,8 @@ public:
         microseconds = 0;
         sinceReading.restart();
     }
+
+    int speed = 50; ///< times the real one
 
 private:
     QDateTime start{QDate(2006, 3, 5), QTime(12, 0)};
