@@ -13,10 +13,11 @@
 #include <system_error>
 
 #ifdef Q_OS_UNIX
+#include "tests/support/ordinary_user.h"
+
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #endif
 
 using namespace Qt::StringLiterals;
@@ -47,11 +48,6 @@ void verifyFault(const std::optional<Fault> &fault, int number)
 }
 
 #ifdef Q_OS_UNIX
-bool isSuperuser()
-{
-    return geteuid() == 0;
-}
-
 /// As long as it lives no file of this process can grow beyond `bytes`: a disk that is full.
 class FullDisk final {
 public:
@@ -260,9 +256,10 @@ void IniFileTest::aFolderThatVanishedIsReported()
 #ifdef Q_OS_UNIX
 void IniFileTest::anUnreadableFileReadsAsEmptyAndStays()
 {
-    if (isSuperuser())
-        QSKIP("The superuser reads every file");
     QVERIFY(place(path, oldBytes));
+    const OrdinaryUser user(folder->path());
+    if (!user.isOrdinary())
+        QSKIP("The superuser reads every file");
     QVERIFY(QFile::setPermissions(path, QFile::WriteOwner));
     QCOMPARE(IniFile(path).contents().bytes(), ""_ba);
     verifyFault(IniFile(path).write(newPassword), EACCES);
@@ -273,9 +270,10 @@ void IniFileTest::anUnreadableFileReadsAsEmptyAndStays()
 
 void IniFileTest::aWriteProtectedFileStays()
 {
-    if (isSuperuser())
-        QSKIP("The superuser writes every file");
     QVERIFY(place(path, oldBytes));
+    const OrdinaryUser user(folder->path());
+    if (!user.isOrdinary())
+        QSKIP("The superuser writes every file");
     QVERIFY(QFile::setPermissions(path, QFile::ReadOwner));
     verifyFault(IniFile(path).write(newPassword), EACCES);
     QCOMPARE(bytesOf(path), oldBytes);
@@ -284,9 +282,10 @@ void IniFileTest::aWriteProtectedFileStays()
 
 void IniFileTest::aWriteProtectedFolderIsReported()
 {
-    if (isSuperuser())
-        QSKIP("The superuser writes into every folder");
     QVERIFY(place(path, oldBytes));
+    const OrdinaryUser user(folder->path());
+    if (!user.isOrdinary())
+        QSKIP("The superuser writes into every folder");
     QVERIFY(QFile::setPermissions(folder->path(), QFile::ReadOwner | QFile::ExeOwner));
     const std::optional<Fault> fault = IniFile(path).write(newPassword);
     QVERIFY(QFile::setPermissions(folder->path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
