@@ -87,6 +87,7 @@ public:
         server.game().tick();
         fill();
         find<QAbstractButton>(u"chkremcol"_s)->setChecked(round % 2 == 0);
+        find<QAbstractButton>(u"chkplyq"_s)->setChecked(round % 7 == 0);
         find<QComboBox>(u"complayersort"_s)->setCurrentIndex(round % 8);
         QMetaObject::invokeMethod(timer, "timeout");
         server.forgetRequests();
