@@ -137,7 +137,7 @@ private slots:
 
     void aFloodInThePaneLeavesTheWindowItsClicks()
     {
-        constexpr int flood = 20'000;
+        constexpr int flood = 6'000;
         Victim victim;
         victim.connect();
         auto *box = victim.program.find<QAbstractButton>(u"chkremcol"_s);
