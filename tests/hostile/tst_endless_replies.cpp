@@ -119,6 +119,33 @@ private slots:
         QVERIFY(!victim.program.progress()->isVisible());
     }
 
+    void aListingAsLargeAsAReplyCanBeIsRead_data()
+    {
+        QTest::addColumn<QByteArray>("command");
+        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<QString>("list");
+        QTest::newRow("maps") << "dir maps/mp d3dbsp"_ba
+                              << "a.d3dbsp\n"_ba << u"lstmaps"_s;
+        QTest::newRow("files") << "fdir *.cfg"_ba
+                               << "/a.cfg\n"_ba << u"lstcfgs"_s;
+    }
+
+    void aListingAsLargeAsAReplyCanBeIsRead()
+    {
+        QFETCH(const QByteArray, command);
+        QFETCH(const QByteArray, line);
+        QFETCH(const QString, list);
+        const QByteArray page = printDatagram(line.repeated(8'000 / line.size()));
+        Victim victim;
+        victim.server.beforeAnswer = [&](const QByteArray &asked) {
+            if (asked == command)
+                QTimer::singleShot(0, &victim.program.window, [&] { fill(victim, page); });
+        };
+        victim.connect();
+        victim.program.click(u"cmdpopmaps"_s);
+        QVERIFY(victim.program.rows(list).size() > largestReply / line.size() / 2);
+    }
+
     void connectingEndsWhileTheServerTalks()
     {
         Victim victim;
