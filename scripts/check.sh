@@ -1,15 +1,27 @@
 #!/usr/bin/env bash
-# Checks the sources: formatting of all, and clang-tidy over the programs (not the tests).
+# Checks the sources: formatting of all, clang-tidy and cppcheck over the programs (not the tests), and which lines of
+# src/ the tests run.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/lib/packages.sh
 
-install_packages "${build_packages[@]}" clang-14 clang-format-14 clang-tidy-14
+install_packages "${build_packages[@]}" "${font_packages[@]}" clang-14 clang-format-14 clang-tidy-14 cppcheck gcovr
 git ls-files '*.cpp' '*.h' | xargs clang-format-14 --dry-run --Werror
-cmake --preset dev >/dev/null
-cmake --build --preset dev
+echo "Formatting is clean."
+
+cppcheck --quiet --std=c++20 --library=qt --enable=warning,performance,portability --inline-suppr --error-exitcode=1 \
+    "-DQ_DISABLE_COPY_MOVE(x)=" "-DQ_INIT_RESOURCE(x)=" "-DQ_COREAPP_STARTUP_FUNCTION(x)=" -DQ_OBJECT= \
+    -Isrc src practice demo bench
+echo "cppcheck is clean."
+
+build dev
 run-clang-tidy-14 -quiet -p build/dev "$PWD/(src|practice|demo)/.*\.cpp$" >build/clang-tidy.log 2>&1 || {
     grep -E 'warning:|error:' build/clang-tidy.log | sort -u >&2
     exit 1
 }
-echo "Formatting and clang-tidy are clean."
+echo "clang-tidy is clean."
+
+build coverage
+ctest --preset coverage --parallel 2 --quiet
+gcovr --root . --filter src/ --exclude-unreachable-branches --object-directory build/coverage --gcov-ignore-parse-errors \
+    --print-summary --sort-uncovered

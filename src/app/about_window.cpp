@@ -26,7 +26,8 @@ AboutWindow::AboutWindow(Prompts &prompts_, QWidget *parent)
                         ContactAddress::authors.toString());
     ui->Label3->setText(tr("If the program is of use to you, please think of a donation to ") +
                         ContactAddress::donations.toString());
-    resize(minimumWidth(), heightForWidth(minimumWidth())); // by itself a window takes two thirds of a small screen at most
+    resize(minimumWidth(),
+           heightForWidth(minimumWidth())); // by itself a window takes two thirds of a small screen at most
     connect(ui->cmdOK, &QPushButton::clicked, this, &QWidget::close);
     ui->cmdOK->setShortcut(Qt::Key_Escape);
     connect(ui->cmdSysInfo, &QPushButton::clicked, this, &AboutWindow::cmdSysInfo_Click);

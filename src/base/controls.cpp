@@ -7,7 +7,6 @@
 #include <QGuiApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
-#include <QRegularExpression>
 #include <QStyleOptionButton>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
@@ -38,8 +37,7 @@ public:
 
 QString oneLine(QString text)
 {
-    static const QRegularExpression lineBreak(u"\r\n?|\n"_s);
-    return text.replace(lineBreak, u" "_s);
+    return text.replace(u"\r\n"_s, u" "_s).replace(u'\r', u' ').replace(u'\n', u' ');
 }
 
 TextBox::TextBox(QWidget *parent) : QLineEdit(parent)

@@ -45,7 +45,7 @@ private:
     void cmdhobset_Click();
     void sendChanges();
     void cmdsethob_Click();
-    void check(const Percentage &percentage);
+    void check(const Percentage &each);
     void txtwave_LostFocus();
 
     Services &services;

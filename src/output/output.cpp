@@ -19,6 +19,8 @@ Output::Output(Prompts &prompts_, const Clock &clock_)
     lstmessages->setObjectName(u"lstmessages"_s);
     lstmessages->setAccessibleName(QObject::tr("Messages"));
     lstmessages->setUniformItemSizes(true);
+    toBottom.setSingleShot(true);
+    QObject::connect(&toBottom, &QTimer::timeout, lstmessages, &QListWidget::scrollToBottom);
 }
 
 Output::~Output()
@@ -46,7 +48,7 @@ void Output::addrcon(const QString &text)
 void Output::addmessage(const QString &text)
 {
     lstmessages->addItem(u"Time: "_s + clock.shortTime() + u' ' + text);
-    lstmessages->scrollToBottom();
+    toBottom.start(0); // each scrolling lays out the whole list
 }
 
 void Output::showprogress(const QString &text, Progress mode)

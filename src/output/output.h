@@ -4,6 +4,7 @@
 #include "progress_window.h"
 
 #include <QPointer>
+#include <QTimer>
 
 #include <functional>
 
@@ -59,4 +60,5 @@ private:
     QPointer<RconPane> txtoutput;
     QPointer<QListWidget> lstmessages;
     ProgressWindow frmprogress;
+    QTimer toBottom; ///< scrolls the message list once in the window's turn, however many lines have come
 };

@@ -5,10 +5,11 @@
 #include "base/wire_text.h"
 
 #include <limits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
-GetstatusReply::GetstatusReply(const QString &reply_) : reply(reply_), lineFeed(reply.indexOf(u'\n'))
+GetstatusReply::GetstatusReply(QString reply_) : reply(std::move(reply_)), lineFeed(reply.indexOf(u'\n'))
 {
     if (lineFeed >= 0)
         lineFeed = reply.indexOf(u'\n', lineFeed + 1);

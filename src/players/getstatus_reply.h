@@ -18,7 +18,7 @@ struct GetstatusRow {
 /// the name in double quotes.
 class GetstatusReply final {
 public:
-    explicit GetstatusReply(const QString &reply_);
+    explicit GetstatusReply(QString reply_);
 
     /// True when the information string is the last line.
     [[nodiscard]] bool isEmpty() const;

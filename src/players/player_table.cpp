@@ -59,7 +59,9 @@ bool isBefore(const SortKey &one, const SortKey &other)
 
 bool isBeforeDescending(const SortKey &one, const SortKey &other)
 {
-    return one.isNumber == other.isNumber ? isBefore(other, one) : one.isNumber;
+    // Numbers come first in this order too.
+    return one.isNumber == other.isNumber ? isBefore(other, one)
+                                          : one.isNumber; // NOLINT(readability-suspicious-call-argument)
 }
 
 } // namespace

@@ -32,7 +32,7 @@ public:
     QString takeLeft()
     {
         const qsizetype end = blankFrom(left);
-        const QString field = reply.sliced(left, end - left);
+        QString field = reply.sliced(left, end - left);
         left = behindBlanks(end);
         return field;
     }

@@ -71,7 +71,7 @@ QHostAddress UDPClient::lookUp()
         return address;
 
     QEventLoop wait;
-    lookUpWait = &wait;
+    lookUpWait = &wait; // cppcheck-suppress danglingLifetime // forgotten when the loop is gone
     ++lookUps;
     QHostInfo::lookupHost(remoteHost, this, [this, &address, waiting = lookUpWait](const QHostInfo &info) {
         --lookUps;

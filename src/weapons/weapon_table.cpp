@@ -3,6 +3,8 @@
 
 #include <QCoreApplication>
 
+#include <array>
+
 namespace {
 
 struct Row {
@@ -15,7 +17,7 @@ struct Row {
 };
 
 // What a tool tip or a line says need not be what the variable is called: the scoped Nagant and the Bren differ.
-constexpr Row rows[]{
+constexpr auto rows = std::to_array<Row>({
     {WeaponGroup::Allies, "chkm1a1carbine", "scr_allow_m1carbine", QT_TRANSLATE_NOOP("Weapons", "M1A1 Carbine"),
      QT_TRANSLATE_NOOP("Weapons", "M1a1 Carbine updated."), "scr_allow_m1carbine"},
     {WeaponGroup::Allies, "chkm1garand", "scr_allow_m1garand", QT_TRANSLATE_NOOP("Weapons", "M1 Garand"),
@@ -60,7 +62,7 @@ constexpr Row rows[]{
      QT_TRANSLATE_NOOP("Weapons", "Shotgun updated."), "scr_allow_shotgun"},
     {WeaponGroup::Others, "chksvt40", "scr_allow_svt40", QT_TRANSLATE_NOOP("Weapons", "SVT 40"),
      QT_TRANSLATE_NOOP("Weapons", "SVT40 updated."), "scr_allow_svt40"},
-};
+});
 
 } // namespace
 
