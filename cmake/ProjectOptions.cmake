@@ -11,6 +11,9 @@ if(MOLVARK_SANITIZE)
     target_compile_options(project_options INTERFACE ${sanitizers})
     target_link_options(project_options INTERFACE ${sanitizers})
 endif()
+if(MOLVARK_FUZZ)
+    target_compile_options(project_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # molvark_library(NAME SOURCES file... LINK target...): one static library, one room's share.
 function(molvark_library name)

@@ -34,12 +34,16 @@ bool isBlank(QByteArrayView line)
     return withoutBlanks(withoutLineEnd(line)).isEmpty();
 }
 
+QByteArray oneLine(QByteArray text)
+{
+    std::ranges::replace_if(
+        text, [](char byte) { return byte == '\r' || byte == '\n' || byte == '\0'; }, ' ');
+    return text;
+}
+
 QByteArray oneLine(const QString &text)
 {
-    QByteArray bytes = toAnsi(text);
-    std::ranges::replace_if(
-        bytes, [](char byte) { return byte == '\r' || byte == '\n' || byte == '\0'; }, ' ');
-    return bytes;
+    return oneLine(toAnsi(text));
 }
 
 QString comparable(QByteArrayView name)
@@ -116,7 +120,9 @@ QString IniText::value(const QString &section, const QString &key, int buffer) c
     const auto line = found.keys.constFind(comparable(oneLine(key)));
     if (line == found.keys.cend())
         return {};
-    return fromAnsi(asRead(valueText(found.lines.at(*line))).toByteArray()).left(std::max(buffer - 1, 0));
+    // What is read can be written back: a file that was copied about may have carriage returns inside its lines.
+    const QByteArray text = oneLine(valueText(found.lines.at(*line)).toByteArray());
+    return fromAnsi(asRead(text).toByteArray()).left(std::max(buffer - 1, 0));
 }
 
 void IniText::set(const IniEntry &entry)

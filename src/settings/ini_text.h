@@ -24,8 +24,8 @@ public:
     explicit IniText(const QByteArray &bytes = {});
 
     /// The value without blanks around it and without one pair of enclosing quotes, as a reader with a buffer of
-    /// `buffer` characters gets it: the last place is the terminator's. A value of blanks only is those blanks; empty
-    /// when the section or the key is missing.
+    /// `buffer` characters gets it: the last place is the terminator's. Carriage returns and NUL in it are blanks. A
+    /// value of blanks only is those blanks; empty when the section or the key is missing.
     [[nodiscard]] QString value(const QString &section, const QString &key, int buffer) const;
 
     /// Replaces the value, or adds the key, or the section and the key. What value() would change is put into quotes

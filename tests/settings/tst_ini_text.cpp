@@ -98,7 +98,9 @@ void IniTextTest::aValueIsRead_data()
     QTest::newRow("line feeds only") << "[servers]\nserver0=z\nserver1=a\n"_ba << u"a"_s;
     QTest::newRow("no end at the end") << "[servers]\r\nserver1=a"_ba << u"a"_s;
     QTest::newRow("blank lines between") << "\r\n \r\n[servers]\r\n\r\n\n  \r\nserver1=a\r\n"_ba << u"a"_s;
-    QTest::newRow("carriage return inside") << "[servers]\r\nserver1=a\rb\r\r\n"_ba << u"a\rb\r"_s;
+    QTest::newRow("carriage return inside") << "[servers]\r\nserver1=a\rb\r\r\n"_ba << u"a b"_s;
+    QTest::newRow("NUL inside") << "[servers]\r\nserver1=a\0b\r\n"_ba << u"a b"_s;
+    QTest::newRow("NUL only") << "[servers]\r\nserver1=\0\r\n"_ba << u" "_s;
     QTest::newRow("byte-order mark") << byteOrderMark + "[servers]\r\nserver1=a\r\n" << u"a"_s;
     QTest::newRow("NUL bytes elsewhere") << "\0[servers]\r\n\0\r\n[servers]\r\n\0\r\nserver1=a\r\n"_ba << u"a"_s;
     QTest::newRow("upper half") << "[servers]\r\nserver1=\x80\xFC\x81\r\n"_ba << u"\u20AC\u00FC\u0081"_s;
