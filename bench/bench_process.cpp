@@ -109,8 +109,6 @@ int main(int argc, char *argv[])
     }
     const double time = median(ours, &Start::milliseconds);
     const double memory = median(ours, &Start::mebibytes);
-    std::printf("Start: %.1f ms and %.1f MiB; the empty window: %.1f ms and %.1f MiB\n", time, memory,
-                median(theirs, &Start::milliseconds), median(theirs, &Start::mebibytes));
     bool kept = row("Start to the first painted window, against an empty window",
                     time / median(theirs, &Start::milliseconds), 2.5);
     kept &= row("Memory then, against an empty window", memory / median(theirs, &Start::mebibytes), 1.4);

@@ -3,6 +3,7 @@
 
 #include "base/clock.h"
 #include "base/focus.h"
+#include "base/memory.h"
 #include "base/prompts.h"
 #include "log_file.h"
 #include "rcon_pane.h"
@@ -81,11 +82,13 @@ void Output::clearmessage_Click()
 void Output::clearrcon()
 {
     txtoutput->clear();
+    giveBackMemory();
 }
 
 void Output::clearmessages()
 {
     lstmessages->clear();
+    giveBackMemory();
 }
 
 void Output::savercon_Click(bool autoaction)

@@ -9,8 +9,6 @@
 #include <QThread>
 #include <QTimer>
 
-#include <malloc.h>
-
 #include <atomic>
 #include <cstdio>
 #include <future>
@@ -176,16 +174,14 @@ bool endure(const char *what, const QByteArray &text, bool gathered, qint64 seco
     program.exchange.sendinfo(u"status"_s, true); // begins a new reply
     program.output.clearrcon();
     passMilliseconds(500);
-    const qint64 cleared = residentKiB();
-    malloc_trim(0); // what the C library keeps for later is no longer the program's
     const qint64 after = residentKiB();
 
     const qint64 slowest = answers.isEmpty() ? -1 : *std::ranges::max_element(answers);
     const auto number = [](qint64 value) { return static_cast<long long>(value); };
     std::printf("%-28s %7lld sent, %7lld read; %3lld clicks, slowest %4lld ms; KiB: %lld before, %lld at most, %lld "
-                "cleared, %lld given back\n",
+                "cleared\n",
                 what, number(server.sent), number(arrived), number(answers.size()), number(slowest), number(before),
-                number(most), number(cleared), number(after));
+                number(most), number(after));
     std::fflush(stdout);
     const bool enough = server.sent >= perSecond * seconds * 9 / 10 && answers.size() >= 2 * seconds;
     return enough && slowest <= longestAnswer && after * 100 <= before * (100 + mostLeft);
