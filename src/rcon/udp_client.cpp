@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "udp_client.h"
 
+#include "base/datagram_socket.h"
 #include "base/fault.h"
 #include "base/system_error.h"
 #include "base/wire_text.h"
@@ -56,6 +57,7 @@ void UDPClient::Bind()
     const bool isIPv4 = remoteAddress.protocol() == QAbstractSocket::IPv4Protocol;
     if (!bound->bind(isIPv4 ? QHostAddress::AnyIPv4 : QHostAddress::AnyIPv6, 0))
         throw Fault(lastSocketError(), bound->errorString());
+    ignoreClosedPorts(bound->socketDescriptor());
     connect(bound.get(), &QUdpSocket::readyRead, this, [this] {
         collect();
         QMetaObject::invokeMethod(this, &UDPClient::announce, Qt::QueuedConnection);
