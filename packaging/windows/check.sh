@@ -72,7 +72,7 @@ run_tests() {
     local log=$built/check/Testing/Temporary/LastTest.log status=0 names
     names=$(IFS='|' && echo "${*#tst_}")
     # The displayless platform looks for fonts in one folder.
-    QT_QPA_FONTDIR=/usr/share/fonts/truetype/dejavu ctest --test-dir "$built/check" --no-tests=error --parallel 2 \
+    QT_QPA_FONTDIR=Z:/usr/share/fonts/truetype/dejavu ctest --test-dir "$built/check" --no-tests=error --parallel 2 \
         ${names:+-R "^($names)$"} || status=$?
     echo "Test functions under Wine: $(grep -E '^ok ' "$log" | grep -cvE '(init|cleanup)TestCase|# SKIP') passed," \
         "$(grep -cE '^ok .*# SKIP' "$log" || true) skipped, $(grep -cE '^not ok ' "$log" || true) failed"

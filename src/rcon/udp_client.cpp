@@ -22,6 +22,7 @@ namespace {
 // A flood is read in turns of this many milliseconds, so that the window and the waits get theirs in between.
 constexpr qint64 turn = 20;
 constexpr qsizetype mostWaiting = 64; // datagrams
+constexpr qint64 largestDatagram = 65535;
 
 QHostAddress preferred(const QList<QHostAddress> &addresses)
 {
@@ -122,12 +123,12 @@ void UDPClient::Close()
 void UDPClient::collect()
 {
     while (socket && waiting.size() < mostWaiting) {
-        // One byte more than the buffer shows that there was more.
-        const QNetworkDatagram datagram = socket->receiveDatagram(bufferSize + 1);
+        // Windows loses a datagram for which there is not room enough.
+        const QNetworkDatagram datagram = socket->receiveDatagram(largestDatagram);
         if (!datagram.isValid())
             break;
         if (datagram.senderPort() == remotePort && datagram.senderAddress().isEqual(remoteAddress))
-            waiting.append(datagram.data());
+            waiting.append(datagram.data().left(bufferSize + 1)); // one byte more than GetData takes: there was more
     }
 }
 

@@ -165,8 +165,10 @@ private slots:
         QTest::newRow("unknown option") << QStringList{u"--bogus"_s} << u"bogus"_s;
         QTest::newRow("missing value") << QStringList{u"--loss"_s} << u"--loss"_s;
         QTest::newRow("bad value") << QStringList{u"--players"_s, u"many"_s} << u"many"_s;
+#ifdef Q_OS_UNIX // Wine lets a program listen on an address that the machine does not have
         QTest::newRow("foreign address") << QStringList{u"--port"_s, u"0"_s, u"--address"_s, u"192.0.2.1"_s}
                                          << u"192.0.2.1"_s;
+#endif
     }
     void aWrongCommandLineIsRefused()
     {
