@@ -6,4 +6,5 @@ set -euo pipefail
 for name in $(compgen -e QT_ || true); do
     export "WINE$name=${!name}"
 done
+export MOLVARK_TEST_REGISTRY=1 # the registry is thrown away afterwards
 exec wine "$@" -o -,tap
