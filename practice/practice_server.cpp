@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "practice_server.h"
 
+#include "base/datagram_socket.h"
 #include "base/wire_text.h"
 #include "command_words.h"
 #include "datagrams.h"
@@ -26,7 +27,10 @@ PracticeServer::~PracticeServer() = default;
 
 bool PracticeServer::listen(const QHostAddress &address, quint16 port)
 {
-    return socket.bind(address, port, QAbstractSocket::DontShareAddress);
+    if (!socket.bind(address, port, QAbstractSocket::DontShareAddress))
+        return false;
+    ignoreClosedPorts(socket.socketDescriptor()); // whoever asked may be gone
+    return true;
 }
 
 void PracticeServer::close()

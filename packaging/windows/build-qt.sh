@@ -27,10 +27,10 @@ done
 apt_sources=(-o "Dir::Etc::SourceList=/dev/null" -o "Dir::Etc::SourceParts=$work/apt/sources.list.d"
     -o "Dir::State::Lists=$work/apt/lists" -o "APT::Sandbox::User=root")
 
-off() {
-    local feature
-    for feature in "$@"; do echo "-DFEATURE_$feature=OFF"; done
-}
+off=(system_zlib system_png system_jpeg system_freetype system_harfbuzz system_pcre2 system_doubleconversion
+    system_textmarkdownreader system_libb2 direct2d1_1 sql dbus xml printsupport opengl vulkan tabletevent glib icu zstd
+    brotli openssl cpp_winrt concurrent)
+off=("${off[@]/#/-DFEATURE_}")
 
 mkdir "$work/source"
 if ! { apt-get "${apt_sources[@]}" update && cd "$work/source" && apt-get "${apt_sources[@]}" source qt6-base; } \
@@ -47,9 +47,7 @@ cmake -S "$work/source"/qt6-base*/ -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=
     -DCMAKE_CXX_FLAGS="-ffile-prefix-map=$work=." -DCMAKE_C_FLAGS="-ffile-prefix-map=$work=." \
     -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake -DQT_QMAKE_TARGET_MKSPEC=win32-g++ \
     -DBUILD_SHARED_LIBS=OFF -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DINPUT_opengl=no -DFEATURE_direct2d=ON \
-    $(off system_zlib system_png system_jpeg system_freetype system_harfbuzz system_pcre2 system_doubleconversion \
-        system_textmarkdownreader system_libb2 direct2d1_1 sql dbus xml printsupport opengl vulkan tabletevent glib icu zstd \
-        brotli openssl cpp_winrt concurrent)
+    "${off[@]/%/=OFF}"
 cmake --build "$work/build" ${JOBS:+--parallel "$JOBS"}
 DESTDIR="$work/stage" cmake --install "$work/build"
 

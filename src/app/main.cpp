@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "base/application.h"
 #include "base/clock.h"
+#include "base/console.h"
 #include "base/dialog_prompts.h"
 #include "composition.h"
 #include "program_icon.h"
@@ -34,6 +35,7 @@ QString notice(const QStringList &arguments)
 
 int refuse(const QString &option)
 {
+    joinConsole();
     QTextStream(stderr) << "molvark: unknown option " << option << "; --help shows the options\n";
     return EXIT_FAILURE;
 }
@@ -47,6 +49,7 @@ int main(int argc, char *argv[])
         asked.append(QString::fromLocal8Bit(argv[argument]));
     const QString text = asked.size() == 1 ? notice(asked) : QString();
     if (!text.isEmpty()) {
+        joinConsole();
         QTextStream(stdout) << text;
         return EXIT_SUCCESS;
     }

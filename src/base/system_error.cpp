@@ -22,7 +22,7 @@ void clearSystemError()
 Fault lastSystemError(const QString &fallback)
 {
     const int number = static_cast<int>(GetLastError());
-    return {number, number == 0 ? fallback : QString::fromStdString(std::system_category().message(number))};
+    return {number, number == 0 ? fallback : qt_error_string(number)}; // in the system's language
 }
 
 int lastSocketError()

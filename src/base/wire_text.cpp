@@ -4,9 +4,34 @@
 #include <algorithm>
 #include <array>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
+
 namespace {
 
-#ifndef Q_OS_WIN
+#ifdef Q_OS_WIN
+// The code page can be UTF-8: a person may have chosen that for the whole system.
+bool everyCharacterHasBytes()
+{
+    return GetACP() == CP_UTF8;
+}
+
+// Without the letters that only resemble those that have no byte: among them are quotes and semicolons.
+void appendBytes(QByteArray &bytes, QChar character)
+{
+    const wchar_t unit = character.unicode();
+    std::array<char, 8> buffer{};
+    const int size = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, &unit, 1, buffer.data(),
+                                         static_cast<int>(buffer.size()), nullptr, nullptr);
+    bytes.append(buffer.data(), size);
+}
+#else
+bool everyCharacterHasBytes()
+{
+    return false;
+}
+
 // The bytes 0x80 to 0x9F; the undefined 81, 8D, 8F, 90 and 9D are the control characters of the same number, which is
 // also what Windows makes of them. All other bytes are the character of the same number.
 constexpr std::array<char16_t, 32> upperControls{0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
@@ -23,6 +48,11 @@ char toByte(QChar character)
     return code < 0x80 || (code >= 0xA0 && code <= 0xFF) ? static_cast<char>(code) : '?';
 }
 
+void appendBytes(QByteArray &bytes, QChar character)
+{
+    bytes.append(toByte(character));
+}
+
 QChar toCharacter(char byte)
 {
     const auto code = static_cast<unsigned char>(byte);
@@ -32,29 +62,26 @@ QChar toCharacter(char byte)
 
 } // namespace
 
-#ifdef Q_OS_WIN
 QByteArray toAnsi(const QString &text)
 {
-    return text.toLocal8Bit();
-}
-
-QString fromAnsi(const QByteArray &bytes)
-{
-    return QString::fromLocal8Bit(bytes);
-}
-#else
-QByteArray toAnsi(const QString &text)
-{
+    if (everyCharacterHasBytes())
+        return text.toUtf8();
     QByteArray bytes;
     bytes.reserve(text.size());
     for (qsizetype at = 0; at < text.size(); ++at) {
-        bytes.append(toByte(text.at(at)));
+        appendBytes(bytes, text.at(at));
         if (text.at(at).isHighSurrogate() && at + 1 < text.size() && text.at(at + 1).isLowSurrogate())
             ++at; // one character in two units is one "?"
     }
     return bytes;
 }
 
+#ifdef Q_OS_WIN
+QString fromAnsi(const QByteArray &bytes)
+{
+    return QString::fromLocal8Bit(bytes);
+}
+#else
 QString fromAnsi(const QByteArray &bytes)
 {
     QString text(bytes.size(), Qt::Uninitialized);

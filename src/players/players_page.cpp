@@ -31,7 +31,8 @@ int columnWidth(const QTableView &grid, int column)
     const int margins = 2 * (grid.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &grid) + 1);
     const QString header = grid.model()->headerData(column, Qt::Horizontal).toString();
     const int room = static_cast<int>(header.size()) * metrics.horizontalAdvance(u'x');
-    return std::max(room, metrics.horizontalAdvance(header)) + margins;
+    const int text = std::max(room, metrics.horizontalAdvance(header)) + margins;
+    return std::max(text, grid.horizontalHeader()->sectionSizeHint(column)); // some styles keep wide margins in headers
 }
 
 } // namespace

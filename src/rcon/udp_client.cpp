@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "udp_client.h"
 
+#include "base/datagram_socket.h"
 #include "base/fault.h"
 #include "base/system_error.h"
 #include "base/wire_text.h"
@@ -21,6 +22,7 @@ namespace {
 // A flood is read in turns of this many milliseconds, so that the window and the waits get theirs in between.
 constexpr qint64 turn = 20;
 constexpr qsizetype mostWaiting = 64; // datagrams
+constexpr qint64 largestDatagram = 65535;
 
 QHostAddress preferred(const QList<QHostAddress> &addresses)
 {
@@ -56,6 +58,7 @@ void UDPClient::Bind()
     const bool isIPv4 = remoteAddress.protocol() == QAbstractSocket::IPv4Protocol;
     if (!bound->bind(isIPv4 ? QHostAddress::AnyIPv4 : QHostAddress::AnyIPv6, 0))
         throw Fault(lastSocketError(), bound->errorString());
+    ignoreClosedPorts(bound->socketDescriptor());
     connect(bound.get(), &QUdpSocket::readyRead, this, [this] {
         collect();
         QMetaObject::invokeMethod(this, &UDPClient::announce, Qt::QueuedConnection);
@@ -120,12 +123,12 @@ void UDPClient::Close()
 void UDPClient::collect()
 {
     while (socket && waiting.size() < mostWaiting) {
-        // One byte more than the buffer shows that there was more.
-        const QNetworkDatagram datagram = socket->receiveDatagram(bufferSize + 1);
+        // Windows loses a datagram for which there is not room enough.
+        const QNetworkDatagram datagram = socket->receiveDatagram(largestDatagram);
         if (!datagram.isValid())
             break;
         if (datagram.senderPort() == remotePort && datagram.senderAddress().isEqual(remoteAddress))
-            waiting.append(datagram.data());
+            waiting.append(datagram.data().left(bufferSize + 1)); // one byte more than GetData takes: there was more
     }
 }
 

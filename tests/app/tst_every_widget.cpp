@@ -101,7 +101,7 @@ double luminance(const QColor &colour)
 /// From 1 to 21, as the Web Content Accessibility Guidelines 2.1 define it.
 double contrast(const QColor &one, const QColor &other)
 {
-    const auto [dark, light] = std::minmax(luminance(one), luminance(other));
+    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
     return (light + 0.05) / (dark + 0.05);
 }
 

@@ -106,6 +106,9 @@ private slots:
 
     void tenTimesAsManyBlanksCostTenTimesAsMuch()
     {
+#ifdef Q_OS_WIN
+        QSKIP("this system's clock of a program's work is too coarse");
+#endif
         const auto squeeze = [](qsizetype blanks, int times) {
             const QString text = u'a' + QString(blanks, u' ') + u'b';
             return cpuTimeOf([=] {

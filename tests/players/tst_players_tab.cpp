@@ -2,6 +2,7 @@
 #include "base/controls.h"
 #include "player_grid.h"
 
+#include <QHeaderView>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -118,7 +119,7 @@ private slots:
         program.start();
         const auto *grid = program.find<QTableView>(u"msfplayers"_s);
         for (int one = 0; one < headers.size(); ++one) {
-            QVERIFY(grid->columnWidth(one) >= grid->fontMetrics().horizontalAdvance(headers.at(one)));
+            QVERIFY(grid->columnWidth(one) >= grid->horizontalHeader()->sectionSizeHint(one));
             for (int other = 0; other < headers.size(); ++other) {
                 if (headers.at(one).size() > headers.at(other).size() + 1)
                     QVERIFY2(grid->columnWidth(one) > grid->columnWidth(other), qPrintable(headers.at(one)));

@@ -19,14 +19,28 @@ struct Outcome {
     QString errors;
 };
 
+/// What a program printed, with the line ends of a text.
+QString text(const QByteArray &printed)
+{
+    return QString::fromLocal8Bit(printed).replace(u"\r\n"_s, u"\n"_s);
+}
+
 Outcome run(const QStringList &arguments)
 {
     QProcess process;
     process.start(program, arguments);
     if (!process.waitForFinished())
         return {};
-    return {process.exitCode(), QString::fromLocal8Bit(process.readAllStandardOutput()),
-            QString::fromLocal8Bit(process.readAllStandardError())};
+    return {process.exitCode(), text(process.readAllStandardOutput()), text(process.readAllStandardError())};
+}
+
+void stop(QProcess &process)
+{
+#ifdef Q_OS_WIN
+    process.kill(); // a program without a window hears only Ctrl+C there
+#else
+    process.terminate();
+#endif
 }
 
 quint16 portIn(const QString &line)
@@ -151,8 +165,10 @@ private slots:
         QTest::newRow("unknown option") << QStringList{u"--bogus"_s} << u"bogus"_s;
         QTest::newRow("missing value") << QStringList{u"--loss"_s} << u"--loss"_s;
         QTest::newRow("bad value") << QStringList{u"--players"_s, u"many"_s} << u"many"_s;
+#ifdef Q_OS_UNIX // Wine lets a program listen on an address that the machine does not have
         QTest::newRow("foreign address") << QStringList{u"--port"_s, u"0"_s, u"--address"_s, u"192.0.2.1"_s}
                                          << u"192.0.2.1"_s;
+#endif
     }
     void aWrongCommandLineIsRefused()
     {
@@ -187,7 +203,7 @@ private slots:
             client.rcon("say hello");
             QTRY_COMPARE(client.count(), turn);
         }
-        process.terminate();
+        stop(process);
         QTRY_COMPARE(process.state(), QProcess::NotRunning);
     }
 
@@ -205,16 +221,18 @@ private slots:
         client.rcon("dvarlist sv_hostname", "pw");
         QTRY_VERIFY(client.text().startsWith("S   A   sv_hostname \"\x1b[2JHi\"\n"));
 
-        process.terminate();
+        stop(process);
         QTRY_COMPARE(process.state(), QProcess::NotRunning);
-        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(process.exitCode(), 0);
-        const QString log = QString::fromLocal8Bit(process.readAllStandardOutput());
+        const QString log = text(process.readAllStandardOutput());
         QVERIFY(log.contains(u": rcon sv_hostname\"\\x1B[2JHi\"\n"_s));
         QVERIFY(log.contains(u" sv_hostname is now \"\\x1B[2JHi\"\n"_s));
-        QVERIFY(log.endsWith(u" Stopped.\n"_s));
         QVERIFY(!log.contains(u"pw"_s));
         QCOMPARE(process.readAllStandardError(), QByteArray());
+#ifdef Q_OS_UNIX
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 0);
+        QVERIFY(log.endsWith(u" Stopped.\n"_s));
+#endif
     }
 };
 

@@ -249,7 +249,11 @@ void IniFileTest::aHugeFileReadsAsEmptyAndStays()
 void IniFileTest::aFolderThatVanishedIsReported()
 {
     QVERIFY(folder->remove());
+#ifdef Q_OS_WIN
+    QCOMPARE(IniFile(path).write(newPassword).value().number(), 3); // the path is not found, for Windows
+#else
     verifyFault(IniFile(path).write(newPassword), ENOENT);
+#endif
     QCOMPARE(IniFile(path).contents().bytes(), ""_ba);
 }
 

@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Checks that the programs still compile for Windows, if the Qt for it has been built; half an hour is too long to do it
+# for this check alone.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+. packaging/windows/qt.sh
+
+if ! windows_qt_is_there; then
+    echo "Not compiled for Windows: packaging/windows/build-qt.sh has not put a Qt into $qt_windows."
+    exit 0
+fi
+build_for_windows compile molvark molvark-practice molvark-tour
+echo "The programs compile for Windows."
