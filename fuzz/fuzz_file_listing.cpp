@@ -18,6 +18,7 @@ void readAny(const QString &listing)
 {
     qsizetype behind = 0;
     for (const QString &name : cfgFiles(listing)) {
+        require(name.size() <= longestFileName, "a name is not longer than a file's can be");
         require(extensionIn(name) == name.size() - extension.size(), "a name goes up to and with its first extension");
         const qsizetype slash = listing.indexOf(u'/' + name, behind);
         require(slash >= 0, "names stand in the listing, in its order");
@@ -36,7 +37,7 @@ void readTidy(const QStringList &lines)
         if (dot < 0)
             continue;
         listing += line + u'\n';
-        if (line.startsWith(u'/'))
+        if (line.startsWith(u'/') && dot + extension.size() - 1 <= longestFileName)
             expected.append(line.first(dot + extension.size()).sliced(1));
     }
     require(cfgFiles(listing) == expected, "each line that begins with a slash gives its name");

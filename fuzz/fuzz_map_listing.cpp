@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "base/wire_text.h"
 #include "fuzz.h"
+#include "serverconfig/file_listing.h"
 #include "serverconfig/map_listing.h"
 
 using namespace Qt::StringLiterals;
@@ -16,7 +17,7 @@ std::optional<QStringList> namesByLine(const QString &listing)
     QStringList names;
     for (const QString &line : lines.sliced(headLines)) {
         const qsizetype dot = line.indexOf(u".d3dbsp"_s, 0, Qt::CaseInsensitive);
-        if (dot >= 0)
+        if (dot >= 0 && dot <= longestFileName)
             names.append(line.first(dot));
     }
     return names;

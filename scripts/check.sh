@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Checks the sources: formatting of all, clang-tidy and cppcheck over the programs (not the tests), and which lines of
+# Checks the sources: formatting of all, clang-tidy and cppcheck over the programs (not the tests and benchmarks), and which lines of
 # src/ the tests run.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -22,6 +22,9 @@ run-clang-tidy-14 -quiet -p build/dev "$PWD/(src|practice|demo|fuzz)/.*\.cpp$" >
 echo "clang-tidy is clean."
 
 build coverage
-ctest --preset coverage --parallel 2 --quiet
+ctest --preset coverage --parallel 2 --output-on-failure >build/coverage.log || {
+    cat build/coverage.log >&2
+    exit 1
+}
 gcovr --root . --filter src/ --exclude-unreachable-branches --object-directory build/coverage --gcov-ignore-parse-errors \
     --print-summary --sort-uncovered

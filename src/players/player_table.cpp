@@ -15,6 +15,9 @@ struct Column {
     QVariant alignment;
 };
 
+// Nobody reads further in a cell, and painting a name of a million characters takes seconds.
+constexpr qsizetype longestShown = 1000;
+
 const QVariant left = QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
 const QVariant right = QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
 
@@ -81,7 +84,7 @@ QVariant PlayerTable::data(const QModelIndex &index, int role) const
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     if (role == Qt::DisplayRole)
-        return text(index.row(), static_cast<PlayerColumn::Column>(index.column()));
+        return text(index.row(), static_cast<PlayerColumn::Column>(index.column())).left(longestShown);
     return role == Qt::TextAlignmentRole ? columnAt(index.column()).alignment : QVariant();
 }
 

@@ -15,8 +15,9 @@ QStringList cfgFiles(QStringView listing)
         const qsizetype dot = listing.indexOf(extension, line, Qt::CaseInsensitive);
         if (dot < 0)
             break;
-        if (listing.at(line) == u'/')
-            names.append(listing.sliced(line + 1, dot + extension.size() - line - 1).toString());
+        const qsizetype length = dot + extension.size() - line - 1;
+        if (listing.at(line) == u'/' && length <= longestFileName)
+            names.append(listing.sliced(line + 1, length).toString());
         const qsizetype end = listing.indexOf(u'\n', dot);
         if (end < 0)
             break;

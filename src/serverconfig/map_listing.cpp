@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "map_listing.h"
 
+#include "file_listing.h"
+
 namespace {
 
 constexpr QStringView extension = u".d3dbsp";
@@ -23,7 +25,8 @@ std::optional<QStringList> mapNames(QStringView listing)
         if (dot < 0)
             break;
         const qsizetype start = listing.lastIndexOf(u'\n', dot) + 1;
-        names.append(listing.sliced(start, dot - start).toString());
+        if (dot - start <= longestFileName)
+            names.append(listing.sliced(start, dot - start).toString());
         lineFeed = listing.indexOf(u'\n', dot);
     }
     return names;

@@ -13,6 +13,14 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// What fits into one datagram; a longer one could not be sent back, and is none. Breaking a line without blanks takes
+// four times as long for twice the length.
+constexpr qsizetype longestRotation = 65'507;
+
+} // namespace
+
 MiscPage::MiscPage(Services &services_, QWidget *parent)
     : QWidget(parent), services(services_), ui(std::make_unique<Ui::MiscPage>())
 {
@@ -40,7 +48,9 @@ void MiscPage::awaitServer()
 void MiscPage::showRotation()
 {
     try {
-        setRotation(getdvar(services.session.rconreply, u"sv_maprotation"), true);
+        const QString rotation = getdvar(services.session.rconreply, u"sv_maprotation");
+        if (rotation.size() <= longestRotation)
+            setRotation(rotation, true);
     } catch (const Fault &) {
         return; // a value that was cut off is no rotation: what stands there already says so
     }

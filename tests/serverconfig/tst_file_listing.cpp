@@ -58,6 +58,13 @@ private slots:
         QCOMPARE(cfgFiles(u"---\n\n/a.cfg\n/b.cfg\n"), QStringList{u"b.cfg"_s});
     }
 
+    void aNameLongerThanAnyPathIsLeftOut()
+    {
+        const QString longest = QString(4092, u'x') + u".cfg"_s;
+        QCOMPARE(cfgFiles(u"---\n/"_s + longest + u"\n/x"_s + longest + u"\n/a.cfg\n"_s),
+                 QStringList({longest, u"a.cfg"_s}));
+    }
+
     void aListingThatIsCutAnywhereIsReadToItsEnd()
     {
         const QString whole = u"---------------\n/server.cfg\ndefault_mp.cfg\n/match.cfg\n3 files listed\n"_s;

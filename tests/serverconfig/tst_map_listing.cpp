@@ -93,6 +93,13 @@ private slots:
         }
     }
 
+    void aNameLongerThanAnyPathIsLeftOut()
+    {
+        const QString longest(4096, u'x');
+        QCOMPARE(mapNames(heading + longest + u".d3dbsp\nx"_s + longest + u".d3dbsp\nmp_a.d3dbsp\n"_s),
+                 QStringList({longest, u"mp_a"_s}));
+    }
+
     void aVeryLongListingIsReadInOnePass()
     {
         QString listing = heading;
