@@ -62,9 +62,9 @@ bool isBefore(const SortKey &one, const SortKey &other)
 
 bool isBeforeDescending(const SortKey &one, const SortKey &other)
 {
-    // Numbers come first in this order too.
-    return one.isNumber == other.isNumber ? isBefore(other, one)
-                                          : one.isNumber; // NOLINT(readability-suspicious-call-argument)
+    if (one.isNumber != other.isNumber)
+        return one.isNumber; // numbers come first in this order too
+    return isBefore(other, one); // NOLINT(readability-suspicious-call-argument)
 }
 
 } // namespace

@@ -26,7 +26,7 @@ constexpr QChar commandMark(0x18); // frames the command in its echo line
 
 // What comes beyond this many characters is shown but not kept: no game has a listing of even a tenth of it, and a
 // server that never stops must not fill the memory.
-constexpr qsizetype largestReply = 4 * 1024 * 1024;
+constexpr qsizetype largestReply = qsizetype{4} * 1024 * 1024;
 
 } // namespace
 
