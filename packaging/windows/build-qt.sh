@@ -10,10 +10,17 @@ if windows_qt_is_there; then
     echo "Qt for Windows is in $qt_windows"
     exit 0
 fi
+if [ -n "$(ls -A "$qt_windows" 2>/dev/null)" ]; then
+    echo "$qt_windows holds something else: remove it, or name another folder in MOLVARK_QT_WINDOWS." >&2
+    exit 1
+fi
 install_packages "${windows_packages[@]}"
 
+# The finished Qt is moved to its place at once, so that what lies there is whole.
+mkdir -p "$(dirname "$qt_windows")"
+stage=$(mktemp -d "$qt_windows.XXXXXX")
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+trap 'rm -rf "$stage" "$work"' EXIT
 toolchain=$PWD/packaging/windows/toolchain.cmake
 
 # The machine's own package sources, with Debian's source packages added, for these calls only.
@@ -32,11 +39,13 @@ off=(system_zlib system_png system_jpeg system_freetype system_harfbuzz system_p
     brotli openssl cpp_winrt concurrent)
 off=("${off[@]/#/-DFEATURE_}")
 
+# The tools of this machine's Qt, with which the other one is built and used, are of the same version.
+package=qt6-base=$(dpkg-query -W -f='${source:Version}' qt6-base-dev)
 mkdir "$work/source"
-if ! { apt-get "${apt_sources[@]}" update && cd "$work/source" && apt-get "${apt_sources[@]}" source qt6-base; } \
+if ! (apt-get "${apt_sources[@]}" update && cd "$work/source" && apt-get "${apt_sources[@]}" source "$package") \
     >"$work/apt.log" 2>&1; then
     tail -n 5 "$work/apt.log" >&2
-    echo "The source package qt6-base could not be had with apt-get." >&2
+    echo "The source package $package could not be had with apt-get." >&2
     exit 1
 fi
 
@@ -49,10 +58,7 @@ cmake -S "$work/source"/qt6-base*/ -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=
     -DBUILD_SHARED_LIBS=OFF -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DINPUT_opengl=no -DFEATURE_direct2d=ON \
     "${off[@]/%/=OFF}"
 cmake --build "$work/build" ${JOBS:+--parallel "$JOBS"}
-DESTDIR="$work/stage" cmake --install "$work/build"
-
-mkdir -p "$(dirname "$qt_windows")"
-rm -rf "$qt_windows"
-cp -a "$work/stage/qt" "$qt_windows"
-touch "$qt_windows/complete"
+DESTDIR="$stage" cmake --install "$work/build"
+touch "$stage/qt/complete"
+mv -T "$stage/qt" "$qt_windows"
 echo "Qt for Windows is in $qt_windows ($(du -sh "$qt_windows" | cut -f1))"

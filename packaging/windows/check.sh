@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Tries the programs for Windows under Wine: the test programs, then the program itself and its tour against the practice
-# server, with pictures in build/windows/pictures/. Arguments: the test programs (tst_...); all when none is named.
+# server, with pictures in build/windows/pictures/. Arguments: the test programs (tst_..., fuzz_...); all when none is named.
 # Environment: as for build.sh.
 # shellcheck disable=SC2317 # cleanup and what is waited for are called by name
 set -euo pipefail
@@ -12,11 +12,12 @@ top=$PWD
 built=$top/build/windows
 pictures=$built/pictures
 scratch=$(mktemp -d)
+export WINEPREFIX=$scratch/wine WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 children=()
 
 cleanup() {
     trap - EXIT HUP INT TERM
-    wineserver -k 2>/dev/null || true
+    [ ! -d "$WINEPREFIX" ] || wineserver -k -w 2>/dev/null || true
     for child in "${children[@]}"; do
         kill "$child" 2>/dev/null || true
     done
@@ -52,16 +53,15 @@ start_display() {
 }
 
 set_value() {
-    wine reg add "HKCU\\Software\\Wine\\$1" /v "$2" /d "$3" /f >/dev/null
+    wine reg add "HKCU\\Software\\Wine\\$1" /v "$2" /d "$3" /f >/dev/null || fail "Wine could not be told its $2."
 }
 
 # A throw-away Windows 10 with a desktop that gives its windows title bars. Line edits stay blank without Wine's fonts,
 # and Wine lacks the typewriter font of Windows.
 start_wine() {
-    export WINEPREFIX=$scratch/wine WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
     timeout 300 wine wineboot -i >/dev/null 2>&1 || fail "Wine could not be set up."
     cp /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/"
-    timeout 60 wine winecfg -v win10
+    timeout 60 wine winecfg -v win10 || fail "Wine could not be made a Windows 10."
     set_value Fonts\\Replacements "Courier New" "DejaVu Sans Mono"
     set_value Explorer Desktop Default
     set_value Explorer\\Desktops Default 1280x900
@@ -70,7 +70,8 @@ start_wine() {
 
 run_tests() {
     local log=$built/check/Testing/Temporary/LastTest.log status=0 names
-    names=$(IFS='|' && echo "${*#tst_}")
+    set -- "${@#tst_}"
+    names=$(IFS='|' && echo "${*/#fuzz_/fuzz_replay_}")
     # The displayless platform looks for fonts in one folder.
     QT_QPA_FONTDIR=Z:/usr/share/fonts/truetype/dejavu ctest --test-dir "$built/check" --no-tests=error --parallel 2 \
         ${names:+-R "^($names)$"} || status=$?
@@ -91,18 +92,19 @@ prepare() {
 start_practice_server() {
     wine "$built/check/practice/molvark-practice.exe" --port 28960 --players 20 >"$scratch/server.log" 2>&1 &
     children+=($!)
-    wait_until 30 "the practice server" grep -q Listening "$scratch/server.log"
+    (wait_until 30 "the practice server" grep -q Listening "$scratch/server.log") || fail "$(cat "$scratch/server.log")"
 }
 
 shoot() {
-    import -window root "$pictures/desktop-$1.png"
+    import -window root "$pictures/desktop-$1.png" || fail "No picture of the desktop could be taken."
 }
 
 # shows_else PICTURE OLDER: takes a picture that differs from the older one by more than a blinking cursor.
 shows_else() {
     shoot "$1"
-    local pixels
-    pixels=$(compare -metric AE "$pictures/desktop-$2.png" "$pictures/desktop-$1.png" null: 2>&1) || true
+    local pixels status=0
+    pixels=$(compare -metric AE "$pictures/desktop-$2.png" "$pictures/desktop-$1.png" null: 2>&1) || status=$?
+    [ "$status" -le 1 ] || fail "Two pictures could not be compared: $pixels"
     awk -v pixels="$pixels" 'BEGIN { exit !(pixels > 1000) }'
 }
 

@@ -3,11 +3,13 @@
 # for this check alone.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
+. scripts/lib/packages.sh
 . packaging/windows/qt.sh
 
 if ! windows_qt_is_there; then
     echo "Not compiled for Windows: packaging/windows/build-qt.sh has not put a Qt into $qt_windows."
     exit 0
 fi
+install_packages "${windows_packages[@]}"
 build_for_windows compile molvark molvark-practice molvark-tour
 echo "The programs compile for Windows."

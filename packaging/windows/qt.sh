@@ -3,8 +3,10 @@
 
 windows_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build perl python3 dpkg-dev qt6-base-dev qt6-base-dev-tools)
 
-# The folder that packaging/windows/build-qt.sh fills, once; another one can be named in the environment.
-qt_windows=${MOLVARK_QT_WINDOWS:-${XDG_CACHE_HOME:-$HOME/.cache}/molvark/qt-windows}
+# The folder that packaging/windows/build-qt.sh fills, once; another one can be named in the environment, from the top of
+# the sources. The tilde stands for the home folder even where HOME is not set.
+home=~
+qt_windows=$(realpath -m -- "${MOLVARK_QT_WINDOWS:-${XDG_CACHE_HOME:-$home/.cache}/molvark/qt-windows}")
 
 # windows_qt_is_there: build-qt.sh has come to its end in that folder.
 windows_qt_is_there() {
