@@ -63,7 +63,7 @@ bool isBefore(const SortKey &one, const SortKey &other)
 bool isBeforeDescending(const SortKey &one, const SortKey &other)
 {
     if (one.isNumber != other.isNumber)
-        return one.isNumber; // numbers come first in this order too
+        return one.isNumber;     // numbers come first in this order too
     return isBefore(other, one); // NOLINT(readability-suspicious-call-argument)
 }
 
