@@ -53,7 +53,7 @@ start_display() {
 }
 
 set_value() {
-    wine reg add "HKCU\\Software\\Wine\\$1" /v "$2" /d "$3" /f >/dev/null || fail "Wine could not be told its $2."
+    wine reg add "HKCU\\$1" /v "$2" /d "$3" /f >/dev/null || fail "Wine could not be told its $2."
 }
 
 # A throw-away Windows 10 with a desktop that gives its windows title bars. Line edits stay blank without Wine's fonts,
@@ -62,9 +62,10 @@ start_wine() {
     timeout 300 wine wineboot -i >/dev/null 2>&1 || fail "Wine could not be set up."
     cp /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/"
     timeout 60 wine winecfg -v win10 || fail "Wine could not be made a Windows 10."
-    set_value Fonts\\Replacements "Courier New" "DejaVu Sans Mono"
-    set_value Explorer Desktop Default
-    set_value Explorer\\Desktops Default 1280x900
+    set_value Software\\Wine\\Fonts\\Replacements "Courier New" "DejaVu Sans Mono"
+    set_value Software\\Wine\\Explorer Desktop Default
+    set_value Software\\Wine\\Explorer\\Desktops Default 1280x900
+    set_value "Control Panel\\International" sShortTime HH:mm # as the tests expect it
     wineserver -k -w
 }
 

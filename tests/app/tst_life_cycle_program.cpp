@@ -28,6 +28,12 @@ private slots:
         settings.close();
 
         QProcess program;
+#ifdef Q_OS_WIN
+        // The one platform that is in the program there.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"windows"_s);
+        program.setProcessEnvironment(environment);
+#endif
         program.setWorkingDirectory(folder.path());
         program.start(QStringLiteral(MOLVARK_PROGRAM), QStringList());
         QTRY_VERIFY_WITH_TIMEOUT(server.commands().contains("fdir *.cfg"), 60'000);
