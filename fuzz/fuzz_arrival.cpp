@@ -4,6 +4,7 @@
 #include "output/rcon_pane.h"
 #include "server_side.h"
 
+#include <QEventLoop>
 #include <QUdpSocket>
 
 #include <algorithm>
@@ -24,7 +25,10 @@ public:
         program.udpclient.setRemoteHost(u"127.0.0.1"_s);
         program.udpclient.setRemotePort(server.localPort());
         program.udpclient.Bind();
-        QObject::connect(&program.udpclient, &UDPClient::DataArrival, &server, [this] { ++arrived; });
+        QObject::connect(&program.udpclient, &UDPClient::DataArrival, &server, [this] {
+            if (--awaited == 0)
+                wait.quit();
+        });
     }
 
     /// Asks something, has these datagrams come for an answer, and waits for the last of them.
@@ -36,18 +40,18 @@ public:
         quint16 port = 0;
         require(server.readDatagram(nullptr, 0, nullptr, &port) >= 0, "the question goes out");
 
-        arrived = 0;
+        awaited = datagrams.size();
         for (const QByteArray &datagram : datagrams)
             require(server.writeDatagram(datagram, QHostAddress::LocalHost, port) == datagram.size(), "an answer");
-        while (arrived < datagrams.size()) // a datagram that is lost here is told as a hang
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        wait.exec(); // a datagram that is lost here is told as a hang
     }
 
     ServerSide program;
 
 private:
     QUdpSocket server;
-    qsizetype arrived = 0;
+    QEventLoop wait; // on Windows processEvents() waits on although something has been posted
+    qsizetype awaited = 0;
 };
 
 /// The bytes of a datagram that become text: the first 8,192, without the head that a server prints.

@@ -9,4 +9,8 @@ done
 export MOLVARK_TEST_REGISTRY=1 # the registry is thrown away afterwards
 report=()
 [[ $(basename "$1") != tst_* ]] || report=(-o "-,tap")
-exec wine "$@" "${report[@]}"
+
+# Wine's services, which the first program starts, keep its standard error open: a pipe would not end with the program.
+errors=$(mktemp)
+trap 'cat "$errors" >&2; rm -f "$errors"' EXIT
+wine "$@" "${report[@]}" 2>"$errors"
