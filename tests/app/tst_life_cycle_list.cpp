@@ -12,6 +12,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// What the system says when a folder is opened as a file.
+#ifdef Q_OS_WIN
+constexpr int folderInTheWay = 5; // ERROR_ACCESS_DENIED
+#else
+constexpr int folderInTheWay = EISDIR;
+#endif
+
 QString systemError(int number)
 {
     return u"Error code %1 Descr: "_s.arg(number) + QString::fromLocal8Bit(strerror(number));
@@ -141,7 +148,8 @@ private slots:
             list = saved(program, 1);
         };
         QVERIFY(program.window.close());
-        const Box failure{u"Failed to Save"_s, u"Error writing file, err %1\rRcon log not written"_s.arg(EISDIR),
+        const Box failure{u"Failed to Save"_s,
+                          u"Error writing file, err %1\rRcon log not written"_s.arg(folderInTheWay),
                           BoxIcon::Exclamation, BoxButtons::Ok};
         QCOMPARE(program.prompts.takeBoxes(), QList<Box>{failure});
         QCOMPARE(note, u"Saving server list to INI\nSaving RCON output..."_s);
