@@ -26,7 +26,7 @@ status=0
     "$bin/bench/bench_readers" || status=1
     "$bin/bench/bench_windows" || status=1
     "$bin/bench/bench_process" "$bin/src/app/molvark" "$bin/bench/empty_window" "$bin/bench/libfirst_paint.so" \
-        "$network" || status=1
+        "$network" "$bin/practice/molvark-practice" || status=1
 } 2>/dev/null >"$rows"
 cat "$rows"
 sed -i -e "/<!-- table/r $rows" -e '/<!-- table/,/<!-- end of table/{/<!--/!d}' docs/performance.md
