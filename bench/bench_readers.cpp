@@ -60,7 +60,7 @@ QString padded(int words)
     return text;
 }
 
-void readTable(benchmark::State &state, const QString &reply)
+void readTable(benchmark::State &state, const QString &reply, qsizetype count)
 {
     for ([[maybe_unused]] auto round : state) {
         StatusTable table;
@@ -70,6 +70,8 @@ void readTable(benchmark::State &state, const QString &reply)
                 rows.append(table.next(reply));
         }
         benchmark::DoNotOptimize(rows.constData());
+        if (rows.size() != count)
+            qFatal("%lld rows were read, not %lld", rows.size(), count);
     }
 }
 
@@ -119,10 +121,10 @@ void simplify(benchmark::State &state, const QString &text)
 }
 
 const QString last = u"scr_variable_1999"_s;
-BENCHMARK_CAPTURE(readTable, full, fullServer());
+BENCHMARK_CAPTURE(readTable, full, fullServer(), 64);
 BENCHMARK_CAPTURE(splitTable, full, fullServer());
-BENCHMARK_CAPTURE(readTable, 100, shortRows(100));
-BENCHMARK_CAPTURE(readTable, 1000, shortRows(1000));
+BENCHMARK_CAPTURE(readTable, 100, shortRows(100), 100);
+BENCHMARK_CAPTURE(readTable, 1000, shortRows(1000), 1000);
 BENCHMARK_CAPTURE(findVariable, last, variables(2000), last);
 BENCHMARK_CAPTURE(findText, last, variables(2000), last);
 BENCHMARK_CAPTURE(findPage, last, variables(2000));

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Reads a full server's list of players ten thousand times over a bad line; the memory must stay what it was.
-# Usage: soak.sh [POPULATES]
+# Usage: soak.sh [POPULATES], which are ten at least
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/lib/packages.sh

@@ -24,7 +24,14 @@ std::optional<Fault> appendToLog(const QString &file, const QString &text)
     const QByteArray bytes = toAnsi(text);
     QFile log(file);
     clearSystemError();
-    if (!log.open(QIODevice::Append | QIODevice::Unbuffered) || log.write(bytes) != bytes.size())
+    if (!log.open(QIODevice::Append | QIODevice::Unbuffered))
         return lastSystemError(log.errorString());
+    const qint64 before = log.size();
+    clearSystemError();
+    if (log.write(bytes) != bytes.size()) {
+        Fault fault = lastSystemError(log.errorString());
+        log.resize(before); // or a part of the text would stand there that is said not to be written
+        return fault;
+    }
     return {};
 }

@@ -186,6 +186,24 @@ private slots:
                              exclamation(u"Failed to Save"_s, start + u"Message log not written"_s)}));
     }
 
+    // The disk still has room for a part of the text, where the old one ends.
+    void noPartOfALogIsLeftBehind()
+    {
+        Troubled troubled;
+        const QByteArray old = "by hand\r\n";
+        for (const QString &log : {rconLog, messageLog})
+            troubled.program.write(log, old);
+        if (!troubled.begin(Trouble::FullDisk))
+            QSKIP("this system does not let a test mount a disk");
+        troubled.program.output.addrcon(QString(9'000, u'r'));
+        troubled.program.output.addmessage(QString(9'000, u'm'));
+        troubled.program.output.savercon_Click(true);
+        troubled.program.output.savemessages_Click(true);
+        QCOMPARE(troubled.boxes().size(), 2);
+        QCOMPARE(troubled.program.file(rconLog), old);
+        QCOMPARE(troubled.program.file(messageLog), old);
+    }
+
     void theListOfPlayers_data() { theLogs_data(); }
 
     void theListOfPlayers()

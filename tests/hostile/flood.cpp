@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Floods the program with datagrams of its own server, clicks into its window meanwhile, and tells how long each click
-// took to be answered and what became of the memory. Usage: flood [SECONDS]. Ends with 1 when a bound is broken.
+// Floods the program with datagrams of its own server and of a stranger, clicks into its window meanwhile, and tells
+// how long each click took to be answered and what became of the memory. Usage: flood [SECONDS]. Ends with 1 when a
+// bound is broken.
 #include "resident_memory.h"
 #include "victim.h"
 
 #include <QElapsedTimer>
-#include <QMouseEvent>
+#include <QTest>
 #include <QThread>
 #include <QTimer>
+#include <QWindow>
 
 #include <atomic>
 #include <cstdio>
@@ -35,9 +37,10 @@ public:
 
     [[nodiscard]] quint16 port() { return ready.get_future().get(); }
     /// Floods for so long, then stops by itself.
-    void flood(const QByteArray &datagram_, qint64 milliseconds)
+    void flood(const QByteArray &datagram_, HostileServer::Sender sender_, qint64 milliseconds)
     {
         datagram = datagram_;
+        sender = sender_;
         sent = 0;
         duration = milliseconds;
     }
@@ -60,7 +63,7 @@ private:
             if (!elapsed.isValid())
                 elapsed.start();
             for (const qint64 due = elapsed.elapsed() * perSecond / 1000; sent < due; ++sent)
-                server.send(datagram);
+                server.send(datagram, sender);
             if (elapsed.elapsed() >= duration)
                 duration = 0;
         });
@@ -71,26 +74,37 @@ private:
 
     std::promise<quint16> ready;
     QByteArray datagram;
+    HostileServer::Sender sender = HostileServer::Sender::Itself;
     std::atomic<qint64> duration = 0; ///< of the flood that is going on
     std::unique_ptr<QThread> thread;  ///< last, because it uses the others
 };
 
-/// Clicks a check box every tenth of a second, from outside the thread of the windows as a person does, and notes the
-/// milliseconds until the box has been painted anew.
+/// Clicks a check box every tenth of a second and notes the milliseconds until the box has been painted anew. As when a
+/// person clicks, it is the window system that has the click until the thread of the windows takes it from there.
 class Clicker final : public QObject {
 public:
-    explicit Clicker(QAbstractButton *box_) : box(box_), thread(QThread::create([this] { work(); }))
+    explicit Clicker(QAbstractButton *box)
+        : window(box->window()->windowHandle()),
+          place(box->mapTo(box->window(), QPoint(10, box->height() / 2))),
+          thread(QThread::create([this] { work(); }))
     {
         box->installEventFilter(this);
         clock.start();
         thread->start();
     }
-    ~Clicker() override
+    ~Clicker() override { end(); }
+    Q_DISABLE_COPY_MOVE(Clicker)
+
+    /// Clicks no more; returns how long each answer took, and how long a click has been waiting that has none.
+    QList<qint64> end()
     {
         thread->quit();
-        thread->wait();
+        while (!thread->isFinished())
+            QCoreApplication::processEvents(); // the last click must be taken, or the thread would wait for ever
+        if (clickedAt >= 0)
+            answers.append(clock.elapsed() - clickedAt);
+        return answers;
     }
-    Q_DISABLE_COPY_MOVE(Clicker)
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
@@ -103,8 +117,6 @@ public:
         return QObject::eventFilter(watched, event);
     }
 
-    QList<qint64> answers;
-
 private:
     void work()
     {
@@ -113,18 +125,15 @@ private:
             if (clickedAt >= 0)
                 return; // the last one has not been answered yet
             clickedAt = clock.elapsed();
-            const QPointF place(10, box->height() / 2.0);
-            for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-                const Qt::MouseButtons down = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
-                QCoreApplication::postEvent(box,
-                                            new QMouseEvent(type, place, place, Qt::LeftButton, down, Qt::NoModifier));
-            }
+            QTest::mouseClick(window, Qt::LeftButton, {}, place); // from another thread: queued by the window system
         });
         timer.start(100);
         QEventLoop().exec();
     }
 
-    QAbstractButton *box;
+    QWindow *window;
+    QPoint place;
+    QList<qint64> answers;
     QElapsedTimer clock;
     std::atomic<qint64> clickedAt = -1;
     std::atomic_bool released = false;
@@ -140,8 +149,15 @@ void passMilliseconds(qint64 milliseconds)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
-/// One flood of such datagrams, shown or gathered; true when all bounds were kept.
-bool endure(const char *what, const QByteArray &text, bool gathered, qint64 seconds)
+struct Flood {
+    const char *what;
+    QByteArray text;       ///< of each datagram
+    bool gathered = false; ///< or shown in the pane
+    HostileServer::Sender sender = HostileServer::Sender::Itself;
+};
+
+/// One flood; true when all bounds were kept.
+bool endure(const Flood &flood, qint64 seconds)
 {
     FloodingServer server;
     Program program(keepsOutput);
@@ -153,22 +169,22 @@ bool endure(const char *what, const QByteArray &text, bool gathered, qint64 seco
     program.click(u"cmdconnect"_s);
     if (!program.session.connected)
         qFatal("no connection");
-    program.session.rconcollect = gathered;
+    program.session.rconcollect = flood.gathered;
     qint64 arrived = 0;
-    QObject::connect(&program.udpclient, &UDPClient::DataArrival, &program.udpclient, [&] { ++arrived; });
     const qint64 before = residentKiB();
 
     qint64 most = before;
     QList<qint64> answers;
     {
         Clicker clicker(program.find<QAbstractButton>(u"chkremcol"_s));
-        server.flood(printDatagram(text), seconds * 1000);
+        QObject::connect(&program.udpclient, &UDPClient::DataArrival, &clicker, [&] { ++arrived; });
+        server.flood(printDatagram(flood.text), flood.sender, seconds * 1000);
         while (server.isFlooding()) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
             most = std::max(most, residentKiB());
         }
         passMilliseconds(500);
-        answers = clicker.answers;
+        answers = clicker.end();
     }
     program.session.rconcollect = true;
     program.exchange.sendinfo(u"status"_s, true); // begins a new reply
@@ -180,11 +196,13 @@ bool endure(const char *what, const QByteArray &text, bool gathered, qint64 seco
     const auto number = [](qint64 value) { return static_cast<long long>(value); };
     std::printf("%-28s %7lld sent, %7lld read; %3lld clicks, slowest %4lld ms; KiB: %lld before, %lld at most, %lld "
                 "cleared\n",
-                what, number(server.sent), number(arrived), number(answers.size()), number(slowest), number(before),
-                number(most), number(after));
+                flood.what, number(server.sent), number(arrived), number(answers.size()), number(slowest),
+                number(before), number(most), number(after));
     std::fflush(stdout);
     const bool enough = server.sent >= perSecond * seconds * 9 / 10 && answers.size() >= 2 * seconds;
-    return enough && slowest <= longestAnswer && after * 100 <= before * (100 + mostLeft);
+    const bool isStranger = flood.sender != HostileServer::Sender::Itself;
+    return enough && (arrived == 0) == isStranger && slowest <= longestAnswer &&
+           after * 100 <= before * (100 + mostLeft);
 }
 
 } // namespace
@@ -196,9 +214,11 @@ int main(int argc, char *argv[])
     QApplication::setQuitOnLastWindowClosed(false);
     const qint64 seconds = argc > 1 ? QByteArray(argv[1]).toLongLong() : 5;
     const QByteArray row = "  3     7   48 123456 Ann            50 10.0.0.1:28960 1234 25000\n";
-    bool kept = endure("rows, gathered", row, true, seconds);
-    kept = endure("rows, in the RCON pane", row, false, seconds) && kept;
-    kept = endure("pages of rows, gathered", row.repeated(20), true, seconds) && kept;
-    kept = endure("pages of rows, in the pane", row.repeated(20), false, seconds) && kept;
+    const QByteArray page = row.repeated(20);
+    bool kept = true;
+    for (const Flood &flood : {Flood{"rows, gathered", row, true}, Flood{"rows, in the RCON pane", row},
+                               Flood{"pages of rows, gathered", page, true}, Flood{"pages of rows, in the pane", page},
+                               Flood{"rows, from a stranger", row, false, HostileServer::Sender::AnotherPort}})
+        kept = endure(flood, seconds) && kept;
     return kept ? 0 : 1;
 }

@@ -8,6 +8,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype largestDatagram = 65'507; // bytes, of what UDP can carry
+constexpr qsizetype largestRead = 8'192;      // bytes of a datagram, the others are dropped
 
 QByteArray randomBytes(qsizetype size)
 {
@@ -26,6 +27,22 @@ QByteArray everyByte()
     return bytes;
 }
 
+/// As a field shows it.
+QString inOneLine(QString text)
+{
+    return text.replace(u'\r', u' ').replace(u'\n', u' ');
+}
+
+/// The text of these datagrams as the program gathers it.
+QString gathered(const QList<QByteArray> &datagrams)
+{
+    const QString header = fromAnsi(printDatagram({}));
+    QString all;
+    for (const QByteArray &datagram : datagrams)
+        all += squeezeBlanks(fromAnsi(datagram.first(std::min(datagram.size(), largestRead))).remove(header));
+    return all;
+}
+
 } // namespace
 
 /// A server whose answers are no answers at all.
@@ -41,11 +58,10 @@ private slots:
         const auto row = [](const char *what, const QByteArray &datagram, int times = 3) {
             QTest::newRow(what) << QList<QByteArray>(times, datagram);
         };
-        const QByteArray header(4, '\xFF');
         row("empty datagrams", {});
-        row("headers alone", header);
-        row("half a header", header.first(2));
-        row("a header without print", header + "nonsense\n1 2 3\n");
+        row("headers alone", plainDatagram({}));
+        row("half a header", plainDatagram({}).first(2));
+        row("a header without print", plainDatagram("nonsense\n1 2 3\n"));
         row("print without text", printDatagram({}));
         row("headers upon headers", printDatagram({}).repeated(700));
         row("every byte", printDatagram(everyByte()));
@@ -80,10 +96,17 @@ private slots:
             if (++boxes % 3 == 0 && victim.isConnected())
                 victim.connect();
         };
+        const QStringList before = fieldTexts();
         victim.server.liar = [&](const QByteArray &) { return reply; };
         victim.populateAll();
         QVERIFY(boxes > 0);
         QVERIFY(!victim.program.progress()->isVisible());
+
+        const QString sent = inOneLine(gathered(reply));
+        const QStringList messages = victim.program.rows(u"lstmessages"_s);
+        for (const QString &text : fieldTexts())
+            QVERIFY2(before.contains(text) || messages.contains(text) || sent.contains(inOneLine(text)),
+                     qPrintable(text));
 
         victim.server.liar = nullptr;
         victim.program.prompts.whileOpen = nullptr;

@@ -83,20 +83,13 @@ struct Victim final {
     Program program;
 };
 
-/// All texts that any window of the program shows.
-inline QStringList allTexts()
+/// What the fields, lists and tables of all windows hold.
+inline QStringList fieldTexts()
 {
     QStringList texts;
     for (const QWidget *widget : QApplication::allWidgets()) {
-        texts.append({widget->windowTitle(), widget->toolTip(), widget->statusTip(), widget->whatsThis()});
-        if (const auto *label = qobject_cast<const QLabel *>(widget))
-            texts.append(label->text());
         if (const auto *line = qobject_cast<const QLineEdit *>(widget))
             texts.append(line->text());
-        if (const auto *edit = qobject_cast<const QPlainTextEdit *>(widget))
-            texts.append(edit->toPlainText());
-        if (const auto *button = qobject_cast<const QAbstractButton *>(widget))
-            texts.append(button->text());
         const QAbstractItemModel *model = nullptr;
         if (const auto *box = qobject_cast<const QComboBox *>(widget))
             model = box->model();
@@ -106,6 +99,22 @@ inline QStringList allTexts()
             for (int column = 0; column < model->columnCount(); ++column)
                 texts.append(model->index(row, column).data().toString());
         }
+    }
+    return texts;
+}
+
+/// All texts that any window of the program shows.
+inline QStringList allTexts()
+{
+    QStringList texts = fieldTexts();
+    for (const QWidget *widget : QApplication::allWidgets()) {
+        texts.append({widget->windowTitle(), widget->toolTip(), widget->statusTip(), widget->whatsThis()});
+        if (const auto *label = qobject_cast<const QLabel *>(widget))
+            texts.append(label->text());
+        if (const auto *edit = qobject_cast<const QPlainTextEdit *>(widget))
+            texts.append(edit->toPlainText());
+        if (const auto *button = qobject_cast<const QAbstractButton *>(widget))
+            texts.append(button->text());
     }
     return texts;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "settings/ini_file.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
@@ -14,32 +15,47 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// One of the two settings between which the writer goes back and forth; they differ in length and in each line.
+/// One of the two settings between which the writers go back and forth. They stand at both ends of a large file, so
+/// that most of a writing is spent on the file itself, and differ in length.
 QList<IniEntry> entries(bool isLong)
 {
-    QList<IniEntry> all;
-    for (int number = 1; number <= 200; ++number)
-        all.append({u"servers"_s, u"server%1"_s.arg(number),
-                    isLong ? u"a-host-with-a-long-name-%1.example.org"_s.arg(number) : u"h%1"_s.arg(number)});
-    return all;
+    const QString value = isLong ? u"a-host-with-a-long-name.example.org"_s : u"h"_s;
+    return {{u"first"_s, u"server"_s, value}, {u"last"_s, u"server"_s, value}};
 }
 
 QByteArray fileOf(bool isLong)
 {
-    IniText text;
+    QByteArray foreign;
+    for (int line = 0; line < 64; ++line)
+        foreign += ';' + QByteArray(8190, 'x') + '\n';
+    IniText text("[first]\r\nserver=\r\n" + foreign + "[last]\r\nserver=\r\n");
     for (const IniEntry &entry : entries(isLong))
         text.set(entry);
     return text.bytes();
 }
 
-/// Writes the one and the other in turn for as long as it lives, and says so after each.
-[[noreturn]] void writeForEver(const QString &path)
+bool writeCarefully(const QString &path, bool isLong)
 {
-    IniFile file(path);
+    return !IniFile(path).write(entries(isLong));
+}
+
+/// Reads and changes the file likewise, but writes over it.
+bool writeCarelessly(const QString &path, bool isLong)
+{
+    IniText text = IniFile(path).contents();
+    for (const IniEntry &entry : entries(isLong))
+        text.set(entry);
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text.bytes()) >= 0;
+}
+
+/// Writes the one and the other in turn for as long as it lives, and says so after each.
+[[noreturn]] void writeForEver(bool (*write)(const QString &path, bool isLong), const QString &path)
+{
     for (bool isLong = false;; isLong = !isLong) {
-        if (file.write(entries(isLong)))
+        if (!write(path, isLong))
             qFatal("cannot write");
-        std::putchar(isLong ? 'l' : 's');
+        std::putchar('.');
         std::fflush(stdout);
     }
 }
@@ -56,36 +72,66 @@ class KilledWhileWritingTest final : public QObject {
     Q_OBJECT
 
 private slots:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".*"_s));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(longFile) == longFile.size());
+    }
 
     void theFileIsAlwaysTheOldOrTheNewOneWhole()
     {
-        const QTemporaryDir folder;
-        const QString path = folder.filePath(u"molvark.ini"_s);
-        const QByteArray longFile = fileOf(true);
-        const QByteArray shortFile = fileOf(false);
-        QRandomGenerator random(7);
         int longs = 0;
         int shorts = 0;
         for (int kill = 0; kill < 100; ++kill) {
-            QProcess writer;
-            writer.start(QCoreApplication::applicationFilePath(), {u"--write"_s, path});
-            // At some moment of some write: the writer does not wait for the reader.
-            const qint64 writes = random.bounded(1, 20);
-            while (writer.bytesAvailable() < writes)
-                QVERIFY(writer.waitForReadyRead());
-            for (volatile int spin = random.bounded(200'000); spin > 0;)
-                spin = spin - 1;
-            writer.kill();
-            QVERIFY(writer.waitForFinished());
-            QCOMPARE(writer.exitStatus(), QProcess::CrashExit);
-
+            killWriter(u"--write"_s);
             const QByteArray bytes = bytesOf(path);
-            QVERIFY2(bytes == longFile || bytes == shortFile, bytes.constData());
-            ++(bytes == longFile ? longs : shorts);
+            longs += bytes == longFile ? 1 : 0;
+            shorts += bytes == shortFile ? 1 : 0;
         }
+        QCOMPARE(longs + shorts, 100);
         QVERIFY2(longs > 0 && shorts > 0, "the writer was never killed at another moment");
     }
+
+    // Or the test above could not fail.
+    void aCarelessWriterIsFoundOut()
+    {
+        for (int kill = 0; kill < 1000; ++kill) {
+            killWriter(u"--write-carelessly"_s);
+            const QByteArray bytes = bytesOf(path);
+            if (bytes != longFile && bytes != shortFile)
+                return;
+        }
+        QFAIL("a writer that writes over the file was never killed in the middle of it");
+    }
+
+private:
+    /// Starts a writer and kills it at any moment of a writing: it does not wait for the reader.
+    void killWriter(const QString &how)
+    {
+        QProcess writer;
+        writer.start(QCoreApplication::applicationFilePath(), {how, path});
+        QVERIFY(writer.waitForReadyRead());
+        QElapsedTimer time;
+        time.start();
+        const qint64 before = writer.bytesAvailable();
+        QVERIFY(writer.waitForReadyRead());
+        const qint64 oneWriting = time.nsecsElapsed() / (writer.bytesAvailable() - before);
+
+        const auto moment = static_cast<qint64>(random.generateDouble() * static_cast<double>(oneWriting));
+        time.start();
+        while (time.nsecsElapsed() < moment) {
+        }
+        writer.kill();
+        QVERIFY(writer.waitForFinished());
+        QCOMPARE(writer.exitStatus(), QProcess::CrashExit);
+    }
+
+    const QByteArray longFile = fileOf(true);
+    const QByteArray shortFile = fileOf(false);
+    QTemporaryDir folder;
+    QString path = folder.filePath(u"molvark.ini"_s);
+    QRandomGenerator random{7};
 };
 
 int main(int argc, char *argv[])
@@ -93,7 +139,9 @@ int main(int argc, char *argv[])
     QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == u"--write")
-        writeForEver(arguments.value(2));
+        writeForEver(writeCarefully, arguments.value(2));
+    if (arguments.value(1) == u"--write-carelessly")
+        writeForEver(writeCarelessly, arguments.value(2));
     KilledWhileWritingTest test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Lets the program read a full server's list of players many thousand times over a bad line, and tells how much memory
-// it has after the first tenth and at the end. Usage: soak [POPULATES]. Ends with 1 when they differ too much.
+// it has after the first tenth and at the end. Usage: soak [POPULATES], which are ten at
+// least. Ends with 1 when they differ too much.
 #include "app/composition.h"
 #include "base/application.h"
 #include "base/clock.h"
@@ -87,10 +88,13 @@ public:
         server.game().tick();
         fill();
         find<QAbstractButton>(u"chkremcol"_s)->setChecked(round % 2 == 0);
-        find<QAbstractButton>(u"chkplyq"_s)->setChecked(round % 7 == 0);
+        const bool query = round % 7 == 0;
+        find<QAbstractButton>(u"chkplyq"_s)->setChecked(query);
         find<QComboBox>(u"complayersort"_s)->setCurrentIndex(round % 8);
-        QMetaObject::invokeMethod(timer, "timeout");
         server.forgetRequests();
+        QMetaObject::invokeMethod(timer, "timeout");
+        if (!server.commands().contains(query ? "getstatus" : "status"))
+            qFatal("populate %d did not ask the server", round); // and the rows are those of an earlier one
         prompts.takeBoxes();
         return view->model()->rowCount();
     }
@@ -132,6 +136,11 @@ int main(int argc, char *argv[])
     qputenv("QT_QPA_PLATFORM", "offscreen");
     Application application(argc, argv);
     const int populates = argc > 1 ? QByteArray(argv[1]).toInt() : 10'000;
+    const int tenth = populates / 10;
+    if (tenth < 1) {
+        std::fputs("Usage: soak [POPULATES], which are ten at least\n", stderr);
+        return 2;
+    }
     const QTemporaryDir folder;
     QDir::setCurrent(folder.path());
     QFile ini(u"molvark.ini"_s);
@@ -147,9 +156,9 @@ int main(int argc, char *argv[])
         const int listed = soak.populate(round);
         rows += listed;
         whole += listed == 64 ? 1 : 0;
-        if (round == populates / 10)
+        if (round == tenth)
             first = residentKiB();
-        if (round % (populates / 10) == 0)
+        if (round % tenth == 0)
             std::printf("%6d populates: %lld KiB\n", round, static_cast<long long>(residentKiB()));
         std::fflush(stdout);
     }
@@ -157,6 +166,6 @@ int main(int argc, char *argv[])
     const double growth = 100.0 * static_cast<double>(last - first) / static_cast<double>(first);
     std::printf("%lld rows; %d lists were whole, %d torn or lost on the way\n", static_cast<long long>(rows), whole,
                 populates - whole);
-    std::printf("%+.2f %% after the first %d (at most %.0f %%)\n", growth, populates / 10, mostGrowth);
+    std::printf("%+.2f %% after the first %d (at most %.0f %%)\n", growth, tenth, mostGrowth);
     return growth < mostGrowth && growth > -mostGrowth && whole > populates / 4 ? 0 : 1;
 }
