@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "folder_in_the_way.h"
 #include "program.h"
 #include "saved_entries.h"
 #include "window_test.h"
@@ -11,13 +12,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// What the system says when a folder is opened as a file.
-#ifdef Q_OS_WIN
-constexpr int folderInTheWay = 5; // ERROR_ACCESS_DENIED
-#else
-constexpr int folderInTheWay = EISDIR;
-#endif
 
 QString systemError(int number)
 {

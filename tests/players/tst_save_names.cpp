@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "folder_in_the_way.h"
 #include "player_grid.h"
 
 #include <QDir>
@@ -199,7 +200,8 @@ private slots:
         Listed on({somebody(3, u"Ann"_s)});
         QVERIFY(QDir().mkdir(file));
         on.save();
-        const Box failed = exclamation(u"Molvark"_s, u"Error code 21 Descr: Is a directory"_s);
+        const Box failed =
+            exclamation(u"Molvark"_s, u"Error code %1 Descr: %2"_s.arg(folderInTheWay).arg(folderInTheWayWords));
         QCOMPARE(on.tab.program.prompts.takeBoxes(), (QList<Box>{question, failed}));
 
         QVERIFY(QDir().rmdir(file));
