@@ -165,14 +165,17 @@ int main(int argc, char *argv[])
     const QTemporaryDir folder; // without settings
     if (!QDir::setCurrent(folder.path()))
         qFatal("there is no folder to run in");
+    const QString preloaded = u"./first_paint"_s; // LD_PRELOAD has no way to name a path with blanks
+    if (!QFile::link(firstPaint, preloaded))
+        qFatal("%s cannot be linked to", qPrintable(firstPaint));
 
     QList<Start> ours;
     QList<Start> theirs;
     QList<Start> withNetwork;
     for (int round = 0; round < 41; ++round) {
-        ours.append(started(program, {firstPaint}));
-        theirs.append(started(empty, {firstPaint}));
-        withNetwork.append(started(empty, {firstPaint, network}));
+        ours.append(started(program, {preloaded}));
+        theirs.append(started(empty, {preloaded}));
+        withNetwork.append(started(empty, {preloaded, network}));
     }
     const double time = median(ours, &Start::milliseconds);
     const double memory = median(ours, &Start::mebibytes);

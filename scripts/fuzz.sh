@@ -1,12 +1,16 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the fuzzing programs and runs each in turn for SECONDS (300); ends at a finding.
 # What is new goes into build/fuzz/: inputs that reach something new into corpus/, findings into findings/.
-# Usage: fuzz.sh [SECONDS]
+# Usage: fuzz.sh [SECONDS], one at least
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/lib/packages.sh
 
 seconds=${1:-300}
+if ! [[ $seconds =~ ^[1-9][0-9]*$ ]]; then # libFuzzer runs for ever when it is told 0
+    echo "Usage: fuzz.sh [SECONDS], one at least" >&2
+    exit 2
+fi
 export QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 LSAN_OPTIONS=suppressions=$PWD/fuzz/leaks.supp:print_suppressions=0
 
 # options TARGET: how long its inputs may get. Leaks are looked for only at the end where a window takes new memory in
