@@ -129,7 +129,7 @@ bool idle(const QByteArray &state, Running &program, double mostMilliseconds, do
 bool idleWithoutServer(const QString &path)
 {
     Running program(path);
-    return idle("Started", program, 10, 21); // the text cursor in the box for the server blinks
+    return idle("Started", program, 50, 21); // the text cursor in the box for the server blinks and is painted
 }
 
 bool idleOnServer(const QString &path, const QString &practice)
