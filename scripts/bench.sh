@@ -17,8 +17,8 @@ rows=$scratch/rows
 
 # Only the fonts that are installed above: the more a machine has, the more memory goes into their list.
 export FONTCONFIG_FILE=$scratch/fonts.conf
-printf '<fontconfig><dir>/usr/share/fonts/truetype/dejavu</dir><cachedir>%s</cachedir></fontconfig>\n' "$scratch/fonts" \
-    >"$FONTCONFIG_FILE"
+printf '<fontconfig><include>%s</include><dir>%s</dir><cachedir>%s</cachedir></fontconfig>\n' /etc/fonts/conf.d \
+    /usr/share/fonts/truetype/dejavu "$scratch/fonts" >"$FONTCONFIG_FILE"
 
 status=0
 # measure PROGRAM...: its rows. It ends with 1 when a figure is beyond what it may be.
