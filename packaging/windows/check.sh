@@ -13,6 +13,7 @@ built=$top/build/windows
 pictures=$built/pictures
 scratch=$(mktemp -d)
 export WINEPREFIX=$scratch/wine WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+export LC_ALL=C.UTF-8 # Wine sets its formats anew for a program that is started with another one
 children=()
 
 cleanup() {

@@ -79,7 +79,12 @@ QByteArray toAnsi(const QString &text)
 #ifdef Q_OS_WIN
 QString fromAnsi(const QByteArray &bytes)
 {
-    return QString::fromLocal8Bit(bytes);
+    // Not QString::fromLocal8Bit(), which loses a zero at the end.
+    const int size = static_cast<int>(bytes.size());
+    QString text(MultiByteToWideChar(CP_ACP, 0, bytes.constData(), size, nullptr, 0), Qt::Uninitialized);
+    MultiByteToWideChar(CP_ACP, 0, bytes.constData(), size, reinterpret_cast<wchar_t *>(text.data()),
+                        static_cast<int>(text.size()));
+    return text;
 }
 #else
 QString fromAnsi(const QByteArray &bytes)
