@@ -13,7 +13,6 @@ built=$top/build/windows
 pictures=$built/pictures
 scratch=$(mktemp -d)
 export WINEPREFIX=$scratch/wine WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
-export LC_ALL=C.UTF-8 # Wine sets its formats anew for a program that is started with another one
 children=()
 
 cleanup() {
@@ -66,7 +65,6 @@ start_wine() {
     set_value Software\\Wine\\Fonts\\Replacements "Courier New" "DejaVu Sans Mono"
     set_value Software\\Wine\\Explorer Desktop Default
     set_value Software\\Wine\\Explorer\\Desktops Default 1280x900
-    set_value "Control Panel\\International" sShortTime HH:mm # as the tests expect it
     wineserver -k -w
 }
 
