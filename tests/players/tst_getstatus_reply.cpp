@@ -150,6 +150,19 @@ private slots:
         }
     }
 
+    // The quote that opens the name is taken to be there.
+    void aNameThatIsCutOffOverflowsWhereItWouldHaveBegun()
+    {
+        const QString line = u"0 55 "_s;
+        for (const qsizetype nameAt : {32'767, 32'768}) {
+            const QString information(nameAt - 9, u'x'); // two line feeds and six characters stand between
+            GetstatusReply reply(u"\n"_s + information + u'\n' + line);
+            std::optional<GetstatusRow> row;
+            QCOMPARE(faultOf([&] { row = reply.next(); }), nameAt > 32'767 ? 6 : 0);
+            QVERIFY(!row);
+        }
+    }
+
     void aNameThatBeginsBeyondPosition32767Overflows()
     {
         const QString line = u"0 55 \"Bob\"\n"_s; // the name is its seventh character
