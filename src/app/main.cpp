@@ -3,17 +3,19 @@
 #include "base/clock.h"
 #include "base/console.h"
 #include "base/dialog_prompts.h"
+#include "base/first_paint.h"
 #include "composition.h"
 #include "program_icon.h"
 
 #include <QDir>
 #include <QTextStream>
-#include <QTimer>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -62,7 +64,6 @@ int main(int argc, char *argv[])
         return refuse(arguments.at(1));
     QApplication::setApplicationName(u"Molvark"_s);
     QApplication::setApplicationVersion(QStringLiteral(MOLVARK_VERSION));
-    QApplication::setWindowIcon(programIcon());
     QApplication::setQuitOnLastWindowClosed(false); // closing the main window is what ends the run
 
     DialogPrompts prompts;
@@ -73,7 +74,10 @@ int main(int argc, char *argv[])
     QObject::connect(&program.window, &MainWindow::closed, &application, &QApplication::quit);
     program.window.show();
     // From the event loop, because connecting at start waits inside it and the window can be closed meanwhile.
-    QTimer::singleShot(0, &program.window, &MainWindow::Form_Load);
+    afterFirstPaint(&program.window, 500ms, [&program] {
+        QApplication::setWindowIcon(programIcon());
+        program.window.Form_Load();
+    });
     const int status = QApplication::exec();
     // Everything is saved. A name server that does not answer would hold the process for as long as it likes.
     if (program.udpclient.isLookingUp())

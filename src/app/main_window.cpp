@@ -66,18 +66,12 @@ MainWindow::MainWindow(Services &services_, QWidget *parent)
       consolePanel(new ConsolePanel(services)),
       messagePanel(new MessagePanel(services)),
       savedServers(new SavedServersPanel(services.prompts, services.session.servercount)),
-      playersPage(new PlayersPage(services, *connectPanel)),
-      serverPage(new ServerPage(services)),
-      messagesPage(new MessagesPage(services, *connectPanel, serverPage->placeholderVariables())),
-      miscPage(new MiscPage(services)),
-      otherPage(new OtherPage(services))
+      serverPage(new ServerPage(services))
 {
     ui->setupUi(this);
     placePanels();
-    addPages();
-    wireConnection();
+    addTabs();
     wireMenus();
-    orderTabs();
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &MainWindow::watchActivation);
 }
 
@@ -93,22 +87,42 @@ void MainWindow::placePanels()
     ui->lowerSplitter->addWidget(messagePanel);
     ui->upperSplitter->setSizes({900, 220});
     ui->lowerSplitter->setSizes({760, 360});
-    ui->splitter->setSizes({360, 320});
+    ui->splitter->setSizes({375, 305}); // room for the tallest page, so that nothing moves when it comes
 }
 
-void MainWindow::addPages()
+void MainWindow::addTabs()
 {
+    ui->SSTab->addTab(serverPage, tr("Server"));
+    for (const QString &caption : {tr("COD2 Modes"), tr("Maps"), tr("Weapons"), tr("Players"), tr("Mods"),
+                                   tr("Messages"), tr("Misc"), tr("COD2 other")})
+        ui->SSTab->addTab(new QWidget, caption);
+}
+
+void MainWindow::buildPages()
+{
+    playersPage = new PlayersPage(services, *connectPanel);
     auto *modsPage = new ModsPage;
     connect(modsPage, &ModsPage::hobwanted, this, &MainWindow::showhob);
-    ui->SSTab->addTab(serverPage, tr("Server"));
-    ui->SSTab->addTab(new ModesPage(services), tr("COD2 Modes"));
-    ui->SSTab->addTab(new MapsPage(services), tr("Maps"));
-    ui->SSTab->addTab(new WeaponsPage(services), tr("Weapons"));
-    ui->SSTab->addTab(playersPage, tr("Players"));
-    ui->SSTab->addTab(modsPage, tr("Mods"));
-    ui->SSTab->addTab(messagesPage, tr("Messages"));
-    ui->SSTab->addTab(miscPage, tr("Misc"));
-    ui->SSTab->addTab(otherPage, tr("COD2 other"));
+    messagesPage = new MessagesPage(services, *connectPanel, serverPage->placeholderVariables());
+    miscPage = new MiscPage(services);
+    otherPage = new OtherPage(services);
+    const std::array<QWidget *, 8> pages{new ModesPage(services),
+                                         new MapsPage(services),
+                                         new WeaponsPage(services),
+                                         playersPage,
+                                         modsPage,
+                                         messagesPage,
+                                         miscPage,
+                                         otherPage};
+
+    QTabWidget &tabs = *ui->SSTab;
+    const int chosen = tabs.currentIndex();
+    for (int tab = tabs.indexOf(serverPage) + 1; QWidget * page : pages) {
+        const QString caption = tabs.tabText(tab);
+        delete tabs.widget(tab);
+        tabs.insertTab(tab++, page, caption);
+    }
+    tabs.setCurrentIndex(chosen);
 }
 
 void MainWindow::wireConnection()
@@ -169,7 +183,8 @@ void MainWindow::wireCommonTasks()
 
 void MainWindow::setclanbase()
 {
-    otherPage->setclanbase();
+    if (otherPage)
+        otherPage->setclanbase();
 }
 
 void MainWindow::showhob()
@@ -225,7 +240,12 @@ void MainWindow::cmdexit_Click()
 void MainWindow::Form_Load()
 {
     Session &session = services.session;
+    if (session.closing)
+        return;
     const QScopedValueRollback loading(session.formloading, true);
+    buildPages();
+    wireConnection();
+    orderTabs();
     const IniText ini = services.ini.contents();
     savedServers->load(readSavedServers(ini));
     messagesPage->load(ini);
@@ -286,7 +306,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
 
 bool MainWindow::Form_Unload()
 {
-    if (messagesPage->hasUnsavedSets()) {
+    if (messagesPage && messagesPage->hasUnsavedSets()) {
         const Answer answer = services.prompts.ask(
             {tr("Unsaved Messages Sets"), tr("Message changes not saved\rClick OK if you wish to go back to save them"),
              BoxIcon::Exclamation, BoxButtons::OkCancel});

@@ -33,7 +33,8 @@ public:
     ~MainWindow() override;
 
 public slots:
-    /// Reads the settings and, if they say so, connects. Yields to the event loop meanwhile.
+    /// Builds what no one looks at first, reads the settings and, if they say so, connects. To be called once, when
+    /// the window has been painted. Yields to the event loop meanwhile.
     void Form_Load();
     /// Puts the server on the rules of the Clan Base league, for other windows.
     void setclanbase();
@@ -49,7 +50,8 @@ protected:
 
 private:
     void placePanels();
-    void addPages();
+    void addTabs();
+    void buildPages();
     void wireConnection();
     void wireMenus();
     void wireCommonTasks();
@@ -70,11 +72,12 @@ private:
     ConsolePanel *consolePanel;
     MessagePanel *messagePanel;
     SavedServersPanel *savedServers;
-    PlayersPage *playersPage;
     ServerPage *serverPage;
-    MessagesPage *messagesPage;
-    MiscPage *miscPage;
-    OtherPage *otherPage;
+    // Not built before the window is there: what no one looks at yet would hold it up.
+    PlayersPage *playersPage = nullptr;
+    MessagesPage *messagesPage = nullptr;
+    MiscPage *miscPage = nullptr;
+    OtherPage *otherPage = nullptr;
     // No children, so that their controls are not taken for the main window's.
     std::unique_ptr<HobWindow> hobWindow;
     std::unique_ptr<PreferencesWindow> preferencesWindow;

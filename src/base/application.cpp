@@ -2,9 +2,16 @@
 #include "application.h"
 
 #include "fault.h"
+#include "plain_frames.h"
 #include "prompts.h"
 
 #include <exception>
+
+Application::Application(int &argc, char **argv) : QApplication(argc, argv)
+{
+    if (style()->name() == u"fusion")
+        setStyle(new PlainFrames);
+}
 
 bool Application::notify(QObject *receiver, QEvent *event)
 {

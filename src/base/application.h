@@ -10,7 +10,7 @@ class Application final : public QApplication {
     Q_OBJECT
 
 public:
-    Application(int &argc, char **argv) : QApplication(argc, argv) {}
+    Application(int &argc, char **argv);
 
     /// Where untrapped faults are shown; nowhere before it is set. The prompts must outlive the event loop.
     void setPrompts(Prompts *shower) { prompts = shower; }

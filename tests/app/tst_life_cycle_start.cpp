@@ -4,6 +4,7 @@
 #include "window_test.h"
 
 #include <QPushButton>
+#include <QTabWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -49,6 +50,55 @@ private slots:
         QVERIFY(!program.session.formloading);
         QVERIFY(!isConnected(program));
         QVERIFY2(!QFile::exists(u"molvark.ini"_s), "starting writes no settings");
+    }
+
+    void theTabsStandBeforeTheirPagesAreBuilt()
+    {
+        Program program;
+        program.window.show();
+        auto *tabs = program.find<QTabWidget>(u"SSTab"_s);
+        QCOMPARE(tabs->count(), 9);
+        QVERIFY(program.window.findChild<QPushButton *>(u"cmdservpop"_s));
+        QVERIFY(!program.window.findChild<QPushButton *>(u"cmdplypop"_s));
+        QStringList captions;
+        for (int tab = 0; tab < tabs->count(); ++tab)
+            captions.append(tabs->tabText(tab));
+
+        QCoreApplication::processEvents();
+        const QSize size = tabs->size();
+
+        program.start();
+        QCoreApplication::processEvents();
+        QCOMPARE(tabs->size(), size); // what is seen already does not move
+        QCOMPARE(tabs->currentIndex(), 0);
+        QStringList later;
+        for (int tab = 0; tab < tabs->count(); ++tab)
+            later.append(tabs->tabText(tab));
+        QCOMPARE(later, captions);
+    }
+
+    void aTabThatWasChosenBeforeIsShownOnceItIsBuilt()
+    {
+        Program program;
+        auto *tabs = program.find<QTabWidget>(u"SSTab"_s);
+        tabs->setCurrentIndex(4);
+        program.start();
+        QCOMPARE(tabs->currentIndex(), 4);
+        QVERIFY(program.find<QPushButton>(u"cmdplypop"_s)->isVisible());
+    }
+
+    void aWindowThatIsClosedBeforeItIsBuiltLeavesTheSettingsAndConnectsNowhere()
+    {
+        PracticeServer server;
+        QVERIFY(server.listen());
+        const QByteArray settings = "[servers]\r\nserver1=one\r\n" + autoConnect(server);
+        Program program(settings);
+        program.window.show();
+        program.window.close();
+        program.window.Form_Load();
+        QVERIFY(!program.window.isVisible());
+        QCOMPARE(program.file(u"molvark.ini"_s), settings);
+        QVERIFY(server.requests().isEmpty());
     }
 
     void theSavedServersAreRead_data()

@@ -51,7 +51,8 @@ private slots:
 
     void theFormIsCaptioned()
     {
-        const Program program;
+        Program program;
+        program.start();
         QCOMPARE(program.text(u"cmdmapload"_s), u"Load selected map"_s);
         QCOMPARE(program.text(u"cmddefmaps"_s), u"Load Default maps"_s);
         QCOMPARE(program.text(u"cmdpopmaps"_s), u"Populate from server"_s);

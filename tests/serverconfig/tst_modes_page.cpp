@@ -99,7 +99,8 @@ private slots:
         QFETCH(QString, tag);
         QFETCH(QString, initial);
         QFETCH(QString, frame);
-        const Program program;
+        Program program;
+        program.start();
         const QString name = QString::fromLatin1(QTest::currentDataTag());
         const auto *box = program.find<TextBox>(name);
         QCOMPARE(labelOf(program, name)->text(), label);
@@ -111,7 +112,8 @@ private slots:
 
     void theBoxesHaveToolTips()
     {
-        const Program program;
+        Program program;
+        program.start();
         for (const QString &stem : {u"dm"_s, u"tdm"_s, u"hq"_s}) {
             QCOMPARE(program.find<QWidget>(u"txt"_s + stem + u"scorelim"_s)->toolTip(), u"Map score limit"_s);
             QCOMPARE(program.find<QWidget>(u"txt"_s + stem + u"timelim"_s)->toolTip(), u"Time limit in minutes"_s);
@@ -123,7 +125,8 @@ private slots:
 
     void theButtonsAreCaptioned()
     {
-        const Program program;
+        Program program;
+        program.start();
         for (const QString &button : {u"cmdsetdm"_s, u"cmdsettdm"_s, u"cmdsethq"_s, u"cmdsetctf"_s, u"cmdsetsd"_s})
             QCOMPARE(program.text(button), u"Set"_s);
         for (const QString &button :

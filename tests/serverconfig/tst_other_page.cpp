@@ -50,7 +50,8 @@ private slots:
 
     void theFormNamesTheGrenadesBesideTheirBoxes()
     {
-        const Program program;
+        Program program;
+        program.start();
         QCOMPARE(program.find<QGroupBox>(u"frmwep"_s)->title(), u"Other settings"_s);
         QCOMPARE(labelOf(program, smoke)->text(), u"Smoke Grenades"_s);
         QCOMPARE(labelOf(program, frag)->text(), u"Frag Grenades"_s);

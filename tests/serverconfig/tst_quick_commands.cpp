@@ -250,7 +250,8 @@ private slots:
 
     void theMapButtonsAreCaptioned()
     {
-        const Program program;
+        Program program;
+        program.start();
         QCOMPARE(program.text(u"cmdrestartmap"_s), u"Restart current map"_s);
         QCOMPARE(program.text(u"cmdrotatemap"_s), u"Next map in rotation"_s);
     }

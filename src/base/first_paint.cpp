@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "first_paint.h"
+
+#include <QEvent>
+#include <QTimer>
+#include <QWidget>
+
+#include <utility>
+
+namespace {
+
+class FirstPaint final : public QObject {
+public:
+    FirstPaint(QWidget *window, std::chrono::milliseconds atMost, std::function<void()> action_)
+        : QObject(window), action(std::move(action_))
+    {
+        window->installEventFilter(this);
+        QTimer::singleShot(atMost, this, [this] { act(); });
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        // The painting is still to come, but the rest of the window is painted in the same turn.
+        if (event->type() == QEvent::Paint) {
+            watched->removeEventFilter(this);
+            QTimer::singleShot(0, this, [this] { act(); });
+        }
+        return false;
+    }
+
+private:
+    void act()
+    {
+        deleteLater();
+        if (const auto once = std::exchange(action, {}))
+            once();
+    }
+
+    std::function<void()> action;
+};
+
+} // namespace
+
+void afterFirstPaint(QWidget *window, std::chrono::milliseconds atMost, std::function<void()> action)
+{
+    new FirstPaint(window, atMost, std::move(action));
+}
