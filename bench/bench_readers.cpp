@@ -71,7 +71,7 @@ void readTable(benchmark::State &state, const QString &reply, qsizetype count)
         }
         benchmark::DoNotOptimize(rows.constData());
         if (rows.size() != count)
-            qFatal("%lld rows were read, not %lld", rows.size(), count);
+            qFatal("%d rows were read, not %d", static_cast<int>(rows.size()), static_cast<int>(count));
     }
 }
 

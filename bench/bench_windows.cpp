@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "app/composition.h"
+#include "base/application.h"
 #include "base/clock.h"
 #include "base/dialog_prompts.h"
 #include "output/rcon_pane.h"
 #include "row.h"
 #include "settings/saved_servers.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
@@ -133,7 +133,7 @@ bool thousandServers(IniFile &ini)
 
 int main(int argc, char *argv[])
 {
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     const QTemporaryDir folder;
     DialogPrompts prompts;
     const Clock clock;
@@ -141,6 +141,7 @@ int main(int argc, char *argv[])
     program.window.show();
     if (!QTest::qWaitForWindowExposed(&program.window))
         qFatal("the window does not appear");
+    program.window.Form_Load();
     auto *tabs = program.window.findChild<QTabWidget *>(u"SSTab"_s);
     tabs->setCurrentWidget(tabs->findChild<QWidget *>(u"PlayersPage"_s)); // only a box that is seen can be clicked
 

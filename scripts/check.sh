@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Checks the sources: formatting of all, clang-tidy and cppcheck over the programs (not the tests and benchmarks), and which lines of
+# Checks the sources: formatting of all, clang-tidy and cppcheck over the programs (not the tests), and which lines of
 # src/ the tests run.
 set -euo pipefail
 cd "$(dirname "$0")/.."

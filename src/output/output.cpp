@@ -6,22 +6,20 @@
 #include "base/memory.h"
 #include "base/prompts.h"
 #include "log_file.h"
+#include "message_list.h"
 #include "rcon_pane.h"
-
-#include <QListWidget>
 
 using namespace Qt::StringLiterals;
 
 Output::Output(Prompts &prompts_, const Clock &clock_)
-    : prompts(prompts_), clock(clock_), txtoutput(new RconPane), lstmessages(new QListWidget)
+    : prompts(prompts_), clock(clock_), txtoutput(new RconPane), lstmessages(new MessageList)
 {
     txtoutput->setObjectName(u"txtoutput"_s);
     txtoutput->setAccessibleName(QObject::tr("Responses from server"));
     lstmessages->setObjectName(u"lstmessages"_s);
     lstmessages->setAccessibleName(QObject::tr("Messages"));
-    lstmessages->setUniformItemSizes(true);
     toBottom.setSingleShot(true);
-    QObject::connect(&toBottom, &QTimer::timeout, lstmessages, &QListWidget::scrollToBottom);
+    QObject::connect(&toBottom, &QTimer::timeout, lstmessages, &MessageList::scrollToBottom);
 }
 
 Output::~Output()
@@ -48,7 +46,7 @@ void Output::addrcon(const QString &text)
 
 void Output::addmessage(const QString &text)
 {
-    lstmessages->addItem(u"Time: "_s + clock.shortTime() + u' ' + text);
+    lstmessages->append(u"Time: "_s + clock.shortTime() + u' ' + text);
     toBottom.start(0); // each scrolling lays out the whole list
 }
 

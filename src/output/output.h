@@ -9,6 +9,7 @@
 #include <functional>
 
 class Clock;
+class MessageList;
 class Prompts;
 class QListWidget;
 class RconPane;
@@ -58,7 +59,7 @@ private:
     Prompts &prompts;
     const Clock &clock;
     QPointer<RconPane> txtoutput;
-    QPointer<QListWidget> lstmessages;
+    QPointer<MessageList> lstmessages;
     ProgressWindow frmprogress;
     QTimer toBottom; ///< scrolls the message list once in the window's turn, however many lines have come
 };

@@ -4,6 +4,7 @@
 
 #include <QListWidget>
 #include <QLocale>
+#include <QScrollBar>
 
 using namespace Qt::StringLiterals;
 
@@ -59,6 +60,42 @@ private slots:
         const QListWidget &list = *program.output.list();
         QCOMPARE(list.visualItemRect(list.item(0)).height(), list.visualItemRect(list.item(1)).height());
         QVERIFY(list.item(0)->toolTip().isEmpty());
+    }
+
+    void aLongMessageCanBeReadToItsEndAlsoWhenShortOnesFollow()
+    {
+        Program program;
+        program.start();
+        const QListWidget &list = *program.output.list();
+        program.output.addmessage(u"Connected"_s);
+        QCoreApplication::processEvents();
+        QCOMPARE(list.horizontalScrollBar()->maximum(), 0);
+
+        const QString text(300, u'W');
+        program.output.addmessage(text);
+        program.output.addmessage(u"Connected"_s);
+        QCoreApplication::processEvents();
+        const int width = list.fontMetrics().horizontalAdvance(text);
+        QVERIFY(list.visualItemRect(list.item(1)).width() >= width);
+        QVERIFY(list.horizontalScrollBar()->maximum() >= width - list.viewport()->width());
+
+        program.output.clearmessages();
+        program.output.addmessage(u"Connected"_s);
+        QCoreApplication::processEvents();
+        QCOMPARE(list.horizontalScrollBar()->maximum(), 0);
+    }
+
+    void theLastOfManyMessagesIsSeen()
+    {
+        Program program;
+        program.start();
+        const QListWidget &list = *program.output.list();
+        for (int message = 0; message < 1000; ++message)
+            program.output.addmessage(QString(message % 50, u'x'));
+        QCoreApplication::processEvents();
+        const QRect last = list.visualItemRect(list.item(999));
+        QVERIFY(list.viewport()->rect().contains(last.bottomLeft()));
+        QCOMPARE(last.top() - list.visualItemRect(list.item(998)).top(), last.height());
     }
 };
 
