@@ -143,7 +143,7 @@ int main(int argc, char *argv[])
         qFatal("the window does not appear");
     program.window.Form_Load();
     auto *tabs = program.window.findChild<QTabWidget *>(u"SSTab"_s);
-    tabs->setCurrentWidget(tabs->findChild<QWidget *>(u"PlayersPage"_s)); // only a box that is seen can be clicked
+    tabs->setCurrentIndex(4); // "Players": only a box that is seen can be clicked
 
     Output &output = program.output;
     bool kept = fill("RCON pane", {program.window, output.pane()->viewport()},

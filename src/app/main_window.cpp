@@ -35,6 +35,7 @@
 #include <QScopedValueRollback>
 #include <QTabBar>
 #include <QTimer>
+#include <QVBoxLayout>
 #include <QWindow>
 
 #include <algorithm>
@@ -87,15 +88,18 @@ void MainWindow::placePanels()
     ui->lowerSplitter->addWidget(messagePanel);
     ui->upperSplitter->setSizes({900, 220});
     ui->lowerSplitter->setSizes({760, 360});
-    ui->splitter->setSizes({375, 305}); // room for the tallest page, so that nothing moves when it comes
+    ui->splitter->setSizes({375, 305}); // the tallest page fits in with the usual font
 }
 
 void MainWindow::addTabs()
 {
     ui->SSTab->addTab(serverPage, tr("Server"));
     for (const QString &caption : {tr("COD2 Modes"), tr("Maps"), tr("Weapons"), tr("Players"), tr("Mods"),
-                                   tr("Messages"), tr("Misc"), tr("COD2 other")})
-        ui->SSTab->addTab(new QWidget, caption);
+                                   tr("Messages"), tr("Misc"), tr("COD2 other")}) {
+        auto *place = new QWidget;
+        (new QVBoxLayout(place))->setContentsMargins({});
+        ui->SSTab->addTab(place, caption);
+    }
 }
 
 void MainWindow::buildPages()
@@ -106,23 +110,12 @@ void MainWindow::buildPages()
     messagesPage = new MessagesPage(services, *connectPanel, serverPage->placeholderVariables());
     miscPage = new MiscPage(services);
     otherPage = new OtherPage(services);
-    const std::array<QWidget *, 8> pages{new ModesPage(services),
-                                         new MapsPage(services),
-                                         new WeaponsPage(services),
-                                         playersPage,
-                                         modsPage,
-                                         messagesPage,
-                                         miscPage,
-                                         otherPage};
 
-    QTabWidget &tabs = *ui->SSTab;
-    const int chosen = tabs.currentIndex();
-    for (int tab = tabs.indexOf(serverPage) + 1; QWidget * page : pages) {
-        const QString caption = tabs.tabText(tab);
-        delete tabs.widget(tab);
-        tabs.insertTab(tab++, page, caption);
-    }
-    tabs.setCurrentIndex(chosen);
+    int tab = ui->SSTab->indexOf(serverPage);
+    for (QWidget *page :
+         std::initializer_list<QWidget *>{new ModesPage(services), new MapsPage(services), new WeaponsPage(services),
+                                          playersPage, modsPage, messagesPage, miscPage, otherPage})
+        ui->SSTab->widget(++tab)->layout()->addWidget(page);
 }
 
 void MainWindow::wireConnection()
@@ -183,8 +176,7 @@ void MainWindow::wireCommonTasks()
 
 void MainWindow::setclanbase()
 {
-    if (otherPage)
-        otherPage->setclanbase();
+    otherPage->setclanbase();
 }
 
 void MainWindow::showhob()
@@ -306,7 +298,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
 
 bool MainWindow::Form_Unload()
 {
-    if (messagesPage && messagesPage->hasUnsavedSets()) {
+    if (isLoaded() && messagesPage->hasUnsavedSets()) {
         const Answer answer = services.prompts.ask(
             {tr("Unsaved Messages Sets"), tr("Message changes not saved\rClick OK if you wish to go back to save them"),
              BoxIcon::Exclamation, BoxButtons::OkCancel});
@@ -323,6 +315,8 @@ void MainWindow::endRun()
     for (QTimer *timer : findChildren<QTimer *>())
         timer->stop();
     services.udpclient.Close();
+    if (!isLoaded())
+        return; // what would be saved, and whether the logs are wanted, has not been read
 
     services.output.showprogress(tr("Saving server list to INI"), Progress::Replace);
     if (writeServerList()) {

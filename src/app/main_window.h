@@ -33,8 +33,8 @@ public:
     ~MainWindow() override;
 
 public slots:
-    /// Builds what no one looks at first, reads the settings and, if they say so, connects. To be called once, when
-    /// the window has been painted. Yields to the event loop meanwhile.
+    /// Builds the pages behind the first, reads the settings and, if they say so, connects. To be called once, before
+    /// anything but closing. Yields to the event loop meanwhile.
     void Form_Load();
     /// Puts the server on the rules of the Clan Base league, for other windows.
     void setclanbase();
@@ -61,6 +61,7 @@ private:
     void cmdexit_Click();
     void autoConnect();
     void Form_Activate();
+    [[nodiscard]] bool isLoaded() const { return messagesPage != nullptr; }
     [[nodiscard]] bool Form_Unload();
     void endRun();
     [[nodiscard]] bool writeServerList();
@@ -73,7 +74,7 @@ private:
     MessagePanel *messagePanel;
     SavedServersPanel *savedServers;
     ServerPage *serverPage;
-    // Not built before the window is there: what no one looks at yet would hold it up.
+    // Built when the window has been painted, which they would hold up.
     PlayersPage *playersPage = nullptr;
     MessagesPage *messagesPage = nullptr;
     MiscPage *miscPage = nullptr;

@@ -21,19 +21,19 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         // The painting is still to come, but the rest of the window is painted in the same turn.
-        if (event->type() == QEvent::Paint) {
-            watched->removeEventFilter(this);
+        if (action && event->type() == QEvent::Paint)
             QTimer::singleShot(0, this, [this] { act(); });
-        }
-        return false;
+        return QObject::eventFilter(watched, event);
     }
 
 private:
+    // The action may run an event loop of its own, in which both reasons come again.
     void act()
     {
-        deleteLater();
-        if (const auto once = std::exchange(action, {}))
+        if (const auto once = std::exchange(action, {})) {
+            deleteLater();
             once();
+        }
     }
 
     std::function<void()> action;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plain_frames.h"
 
+#include <QGroupBox>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -19,6 +20,23 @@ void drawFrame(QPainter &painter, const QRect &place, const QColor &colour)
 
 constexpr int titleMargin = 3; // pixels between the title of a group and its frame
 
+// The ground of the tab that is shown, as the style paints it: a page has the same.
+QColor tabGround(const QPalette &palette)
+{
+    const QColor button = palette.button().color();
+    const int lift = std::max(1, (180 - qGray(button.rgb())) / 6);
+    return button.lighter(100 + lift).lighter(104);
+}
+
+// A little of the colour of text is seen on every ground.
+QColor groupLine(const QPalette &palette)
+{
+    const QColor ground = palette.window().color();
+    const QColor text = palette.windowText().color();
+    const auto mixed = [](int most, int little) { return (most * 6 + little) / 7; };
+    return {mixed(ground.red(), text.red()), mixed(ground.green(), text.green()), mixed(ground.blue(), text.blue())};
+}
+
 } // namespace
 
 PlainFrames::PlainFrames() : QProxyStyle(QStringLiteral("fusion")) {}
@@ -26,16 +44,17 @@ PlainFrames::PlainFrames() : QProxyStyle(QStringLiteral("fusion")) {}
 void PlainFrames::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                                 const QWidget *widget) const
 {
-    const QColor ground = option->palette.window().color();
     switch (element) {
     case PE_FrameTabWidget:
-        painter->fillRect(option->rect, ground.lighter(104));
-        drawFrame(*painter, option->rect, ground.darker(140));
+        painter->fillRect(option->rect, tabGround(option->palette));
+        drawFrame(*painter, option->rect, option->palette.window().color().darker(140));
         break;
     case PE_FrameGroupBox: {
+        const auto *group = qobject_cast<const QGroupBox *>(widget);
+        const bool hasTitle = !group || group->isCheckable() || !group->title().isEmpty();
         const int indicator = proxy()->pixelMetric(PM_ExclusiveIndicatorHeight, option, widget);
-        const int title = std::max(indicator, option->fontMetrics.height()) + titleMargin;
-        drawFrame(*painter, option->rect.adjusted(0, title, 0, 0), ground.darker(115));
+        const int title = hasTitle ? std::max(indicator, option->fontMetrics.height()) : 0;
+        drawFrame(*painter, option->rect.adjusted(0, title + titleMargin, 0, 0), groupLine(option->palette));
         break;
     }
     default:

@@ -4,7 +4,7 @@
 #include <QProxyStyle>
 
 /// Qt's own style "fusion" with plain frames. It makes those of groups and tabs out of pictures and see-through lines,
-/// for which it starts threads and loads all readers of pictures: a fifth of the time until the window is there.
+/// for which it starts threads and loads all readers of pictures: a sixth of the time until the window is there.
 class PlainFrames final : public QProxyStyle {
     Q_OBJECT
 

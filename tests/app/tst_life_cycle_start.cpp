@@ -3,6 +3,7 @@
 #include "tests/rcon/game_replies.h"
 #include "window_test.h"
 
+#include <QDir>
 #include <QPushButton>
 #include <QTabWidget>
 
@@ -84,20 +85,22 @@ private slots:
         tabs->setCurrentIndex(4);
         program.start();
         QCOMPARE(tabs->currentIndex(), 4);
-        QVERIFY(program.find<QPushButton>(u"cmdplypop"_s)->isVisible());
+        QTRY_VERIFY(program.find<QPushButton>(u"cmdplypop"_s)->isVisible());
     }
 
     void aWindowThatIsClosedBeforeItIsBuiltLeavesTheSettingsAndConnectsNowhere()
     {
         PracticeServer server;
         QVERIFY(server.listen());
-        const QByteArray settings = "[servers]\r\nserver1=one\r\n" + autoConnect(server);
+        const QByteArray settings = "[servers]\r\nserver1=one\r\n" + autoConnect(server) + "savercon=0\r\n";
         Program program(settings);
         program.window.show();
         program.window.close();
         program.window.Form_Load();
         QVERIFY(!program.window.isVisible());
+        QVERIFY(!program.window.findChild<QWidget *>(u"cmdplypop"_s));
         QCOMPARE(program.file(u"molvark.ini"_s), settings);
+        QCOMPARE(QDir().entryList(QDir::Files), QStringList{u"molvark.ini"_s}); // no logs either
         QVERIFY(server.requests().isEmpty());
     }
 

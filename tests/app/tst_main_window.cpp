@@ -102,11 +102,16 @@ private slots:
         Program program;
         program.start();
         const auto *tabs = program.find<QTabWidget>(u"SSTab"_s);
-        QStringList captions;
-        for (int tab = 0; tab < tabs->count(); ++tab)
-            captions.append(tabs->tabText(tab));
-        QCOMPARE(captions, QStringList({u"Server"_s, u"COD2 Modes"_s, u"Maps"_s, u"Weapons"_s, u"Players"_s, u"Mods"_s,
-                                        u"Messages"_s, u"Misc"_s, u"COD2 other"_s}));
+        const QList<std::pair<QString, QString>> captionsAndControls{
+            {u"Server"_s, u"cmdservpop"_s},   {u"COD2 Modes"_s, u"cmdsetdm"_s}, {u"Maps"_s, u"cmdmapload"_s},
+            {u"Weapons"_s, u"cmdpopwep"_s},   {u"Players"_s, u"cmdplypop"_s},   {u"Mods"_s, u"cmdhob"_s},
+            {u"Messages"_s, u"cmdsetsave"_s}, {u"Misc"_s, u"cmdcfgexec"_s},     {u"COD2 other"_s, u"cmdCodOther_0"_s}};
+        QCOMPARE(tabs->count(), captionsAndControls.size());
+        for (int tab = 0; tab < tabs->count(); ++tab) {
+            const auto &[caption, control] = captionsAndControls.at(tab);
+            QCOMPARE(tabs->tabText(tab), caption);
+            QVERIFY2(tabs->widget(tab)->isAncestorOf(program.find<QWidget>(control)), qPrintable(caption));
+        }
         QCOMPARE(tabs->currentIndex(), 0);
     }
 

@@ -86,7 +86,8 @@ private slots:
 
     void noControlAndNoMenuItemOffersIt()
     {
-        const Program program;
+        Program program;
+        program.start();
         for (const auto *button : program.window.findChildren<QAbstractButton *>())
             QVERIFY2(!button->text().contains(u"clan", Qt::CaseInsensitive), qPrintable(button->text()));
         for (const auto *item : program.window.findChildren<QAction *>())
