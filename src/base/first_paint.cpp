@@ -11,10 +11,10 @@ namespace {
 
 class FirstPaint final : public QObject {
 public:
-    FirstPaint(QWidget *window, std::chrono::milliseconds atMost, std::function<void()> action_)
-        : QObject(window), action(std::move(action_))
+    FirstPaint(QWidget *widget, std::chrono::milliseconds atMost, std::function<void()> action_)
+        : QObject(widget), action(std::move(action_))
     {
-        window->installEventFilter(this);
+        widget->installEventFilter(this);
         QTimer::singleShot(atMost, this, [this] { act(); });
     }
 
@@ -41,7 +41,7 @@ private:
 
 } // namespace
 
-void afterFirstPaint(QWidget *window, std::chrono::milliseconds atMost, std::function<void()> action)
+void afterFirstPaint(QWidget *widget, std::chrono::milliseconds atMost, std::function<void()> action)
 {
-    new FirstPaint(window, atMost, std::move(action));
+    new FirstPaint(widget, atMost, std::move(action));
 }

@@ -49,6 +49,13 @@ void PlainFrames::drawPrimitive(PrimitiveElement element, const QStyleOption *op
         painter->fillRect(option->rect, tabGround(option->palette));
         drawFrame(*painter, option->rect, option->palette.window().color().darker(140));
         break;
+    case PE_FrameLineEdit: {
+        const bool hasFocus = option->state.testFlag(State_HasFocus);
+        const QPalette &palette = option->palette;
+        drawFrame(*painter, option->rect,
+                  hasFocus ? palette.highlight().color().darker(125) : palette.window().color().darker(140));
+        break;
+    }
     case PE_FrameGroupBox: {
         const auto *group = qobject_cast<const QGroupBox *>(widget);
         const bool hasTitle = !group || group->isCheckable() || !group->title().isEmpty();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "rcon_pane.h"
 
+#include "base/first_paint.h"
+
 #include <QFontDatabase>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -9,6 +11,7 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -16,6 +19,14 @@ namespace {
 // characters instead, and the blocks that only continue a line are marked.
 constexpr qsizetype longestBlock = 2000;
 constexpr int continued = 1;
+
+QFont tableFont()
+{
+    QFont bold = QFontDatabase::systemFont(QFontDatabase::FixedFont); // the server's tables are made of columns
+    bold.setPointSize(10);
+    bold.setBold(true);
+    return bold;
+}
 
 } // namespace
 
@@ -26,10 +37,8 @@ RconPane::RconPane(QWidget *parent) : QPlainTextEdit(parent)
     setUndoRedoEnabled(false);
     setLineWrapMode(NoWrap); // the rows of the server's tables stay rows
 
-    QFont bold = QFontDatabase::systemFont(QFontDatabase::FixedFont); // the server's tables are made of columns
-    bold.setPointSize(10);
-    bold.setBold(true);
-    setFont(bold);
+    // Looking for the font would hold up the start, and nothing shows it before there is text.
+    afterFirstPaint(this, 500ms, [this] { setFont(tableFont()); });
 
     QPalette colours = palette();
     colours.setColor(QPalette::Base, QColor(0x1E, 0x1E, 0x1E));
@@ -47,6 +56,8 @@ RconPane::RconPane(QWidget *parent) : QPlainTextEdit(parent)
 
 void RconPane::append(const QString &text)
 {
+    if (document()->isEmpty())
+        setFont(tableFont()); // if the pane has not been painted yet
     QTextCursor end(document());
     end.movePosition(QTextCursor::End);
     end.beginEditBlock();

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QGroupBox>
+#include <QLineEdit>
 #include <QTabWidget>
 
 using namespace Qt::StringLiterals;
@@ -102,6 +103,36 @@ private slots:
             QCOMPARE(colours.last(), palette.window().color());
             QVERIFY(std::abs(colours.first().lightness() - colours.last().lightness()) >= 20);
         }
+    }
+
+    void aBoxForTextHasALineOnEachSide_data() { aGroupHasALineOnEachSide_data(); }
+
+    void aBoxForTextHasALineOnEachSide()
+    {
+        QFETCH(QPoint, edge);
+        PlainFrames style;
+        QLineEdit box;
+        box.setStyle(&style);
+        box.resize(side, side);
+        const QList<QColor> colours = coloursBetween(pictureOf(box), edge, middle);
+        QCOMPARE(colours.size(), 2);
+        QCOMPARE(colours.last(), box.palette().base().color());
+        QVERIFY(colours.last().lightness() - colours.first().lightness() >= 50);
+    }
+
+    void theFrameOfTheBoxThatIsTypedIntoHasAColourOfItsOwn()
+    {
+        PlainFrames style;
+        QLineEdit box;
+        box.setStyle(&style);
+        box.resize(side, side);
+        box.show();
+        const QColor before = pictureOf(box).pixelColor(0, side / 2);
+        QVERIFY(QTest::qWaitForWindowActive(&box));
+        box.setFocus();
+        QVERIFY(box.hasFocus());
+        const QColor focused = pictureOf(box).pixelColor(0, side / 2);
+        QVERIFY(focused.saturation() > before.saturation());
     }
 
     void theTitleOfAGroupStandsAboveItsFrame_data()

@@ -91,6 +91,15 @@ private slots:
         QVERIFY2(qGray(ground) < 64, qPrintable(QColor(ground).name()));
     }
 
+    void thePaneWaitsForTextInItsFont()
+    {
+        Program program;
+        program.start();
+        QTRY_VERIFY(program.output.pane()->font().bold());
+        QCOMPARE(program.output.pane()->font().pointSize(), 10);
+        QVERIFY(program.pane().isEmpty());
+    }
+
     void textIsBoldAndTenPointsHigh()
     {
         Program program;
