@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "median.h"
 #include "row.h"
 
 #include <QDir>
@@ -6,9 +7,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <ctime>
-#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -39,12 +38,6 @@ Start started(const QString &program, const QStringList &preloaded)
         qFatal("%s did not paint a window", qPrintable(program));
     const QList<QByteArray> figures = process.readAllStandardOutput().split(' ');
     return {figures.value(0).toDouble() / 1e6, figures.value(1).toDouble() / 1024};
-}
-
-double median(QList<double> figures)
-{
-    std::ranges::sort(figures);
-    return figures.at(figures.size() / 2);
 }
 
 double medianMemory(const QList<Start> &starts)
@@ -145,10 +138,10 @@ bool idle(const QByteArray &state, Running &program, double mostMilliseconds, do
 bool idleWithoutServer(const QString &path, double emptyMemory)
 {
     Running program(path);
-    bool kept = idle("Started", program, 50, 21); // the text cursor in the box for the server blinks and is painted
+    bool kept = idle("Started", program, 10, 21); // the text cursor in the box for the server blinks and is painted
     const QByteArray status = contents(u"/proc/%1/status"_s.arg(program.id()));
     kept &= row("Started, idle: memory, against an empty window",
-                between(status, "VmRSS:", 'k').toDouble() / 1024 / emptyMemory, 1.6);
+                between(status, "VmRSS:", 'k').toDouble() / 1024 / emptyMemory, 1.5);
     return kept;
 }
 

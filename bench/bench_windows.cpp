@@ -3,6 +3,7 @@
 #include "base/application.h"
 #include "base/clock.h"
 #include "base/dialog_prompts.h"
+#include "median.h"
 #include "output/rcon_pane.h"
 #include "row.h"
 #include "settings/saved_servers.h"
@@ -75,12 +76,6 @@ private:
     bool answered = false;
     bool painted = false;
 };
-
-double median(QList<double> figures)
-{
-    std::ranges::sort(figures);
-    return figures.at(figures.size() / 2);
-}
 
 struct Pane {
     Turn turn;

@@ -73,7 +73,8 @@ int main(int argc, char *argv[])
     Composition program(prompts, clock, QDir::toNativeSeparators(QDir::currentPath() + u"/molvark.ini"_s));
     QObject::connect(&program.window, &MainWindow::closed, &application, &QApplication::quit);
     program.window.show();
-    // From the event loop, because connecting at start waits inside it and the window can be closed meanwhile.
+    // From the event loop, because connecting at start waits inside it and the window can be closed meanwhile. The icon
+    // too would hold up the window: it is the first picture that is read.
     afterFirstPaint(&program.window, 500ms, [&program] {
         QApplication::setWindowIcon(programIcon());
         program.window.Form_Load();

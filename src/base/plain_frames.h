@@ -3,8 +3,9 @@
 
 #include <QProxyStyle>
 
-/// Qt's own style "fusion" with plain frames. It makes those of groups and tabs out of pictures and see-through lines,
-/// for which it starts threads and loads all readers of pictures: a sixth of the time until the window is there.
+/// Qt's own style "fusion" with plain frames around groups, tabs and boxes of text. It makes them out of pictures and
+/// see-through lines, for which it starts threads and reads picture files: a sixth of the time until the window is
+/// there.
 class PlainFrames final : public QProxyStyle {
     Q_OBJECT
 

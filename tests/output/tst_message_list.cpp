@@ -15,21 +15,23 @@ void setTime(Program &program, QTime time)
     program.clock.set({QDate(2006, 3, 5), time});
 }
 
+bool hasGermanTime()
+{
+    return QLocale::system().timeFormat(QLocale::ShortFormat) == u"HH:mm"_s;
+}
+
 } // namespace
 
 class MessageListTest final : public QObject {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        failOnWarnings();
-        if (QLocale::system().timeFormat(QLocale::ShortFormat) != u"HH:mm"_s)
-            QSKIP("the system has another short form of the time");
-    }
+    void init() { failOnWarnings(); }
 
     void aMessageCarriesTheTimeInTheShortFormatOfTheSystem()
     {
+        if (!hasGermanTime())
+            QSKIP("the system has another short form of the time");
         Program program;
         setTime(program, {15, 4});
         program.output.addmessage(u"Server name updated."_s);
@@ -41,6 +43,8 @@ private slots:
 
     void aMessageIsNeitherTrimmedNorSqueezed()
     {
+        if (!hasGermanTime())
+            QSKIP("the system has another short form of the time");
         Program program;
         setTime(program, {15, 4});
         program.output.addmessage(u"  a   b  "_s);
@@ -50,6 +54,8 @@ private slots:
 
     void markupShowsAsTyped()
     {
+        if (!hasGermanTime())
+            QSKIP("the system has another short form of the time");
         Program program;
         program.start();
         setTime(program, {15, 4});
