@@ -28,10 +28,10 @@ QColor tabGround(const QPalette &palette)
     return button.lighter(100 + lift).lighter(104);
 }
 
-// A little of the colour of text is seen on every ground.
+// A little of the colour of text is seen on the ground of a page, and on that of a window too.
 QColor groupLine(const QPalette &palette)
 {
-    const QColor ground = palette.window().color();
+    const QColor ground = tabGround(palette);
     const QColor text = palette.windowText().color();
     const auto mixed = [](int most, int little) { return (most * 6 + little) / 7; };
     return {mixed(ground.red(), text.red()), mixed(ground.green(), text.green()), mixed(ground.blue(), text.blue())};

@@ -41,7 +41,7 @@ QPalette dark()
 {
     QPalette palette;
     palette.setColor(QPalette::Window, QColor(50, 50, 50));
-    palette.setColor(QPalette::Button, QColor(50, 50, 50));
+    palette.setColor(QPalette::Button, QColor(60, 60, 60));
     palette.setColor(QPalette::WindowText, QColor(240, 240, 240));
     palette.setColor(QPalette::ButtonText, QColor(240, 240, 240));
     return palette;
@@ -102,6 +102,25 @@ private slots:
             QCOMPARE(colours.size(), 2);
             QCOMPARE(colours.last(), palette.window().color());
             QVERIFY(std::abs(colours.first().lightness() - colours.last().lightness()) >= 20);
+        }
+    }
+
+    void theLineOfAGroupIsSeenOnAPage()
+    {
+        for (const QPalette &palette : {QPalette(), dark()}) {
+            PlainFrames style;
+            QGroupBox group(u"Players"_s);
+            group.setStyle(&style);
+            group.setPalette(palette);
+            group.resize(side, side);
+            QTabWidget tabs;
+            tabs.setStyle(&style);
+            tabs.setPalette(palette);
+            tabs.addTab(new QWidget, u"Players"_s);
+            tabs.resize(side, side);
+            tabs.show();
+            const int line = pictureOf(group).pixelColor(0, side / 2).lightness();
+            QVERIFY(std::abs(line - pictureOf(tabs).pixelColor(middle).lightness()) >= 20);
         }
     }
 
