@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks the sources: formatting of all, clang-tidy and cppcheck over the programs (not the tests), and which lines of
-# src/ the tests run.
+# Checks the sources: formatting of all, cppcheck (not over the tests), clang-tidy (not over tests and benchmarks), and
+# which lines of src/ the tests run.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/lib/packages.sh

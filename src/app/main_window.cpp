@@ -72,6 +72,7 @@ MainWindow::MainWindow(Services &services_, QWidget *parent)
     ui->setupUi(this);
     placePanels();
     addTabs();
+    wirePanels();
     wireMenus();
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &MainWindow::watchActivation);
 }
@@ -118,13 +119,16 @@ void MainWindow::buildPages()
         ui->SSTab->widget(++tab)->layout()->addWidget(page);
 }
 
-void MainWindow::wireConnection()
+void MainWindow::wirePanels()
 {
     connect(savedServers, &SavedServersPanel::serverchosen, connectPanel, &ConnectPanel::fill);
     connect(connectPanel, &ConnectPanel::passwordentered, consolePanel, &ConsolePanel::cmdsend_Click);
-    connect(messagesPage, &MessagesPage::entered, consolePanel, &ConsolePanel::cmdsend_Click);
     connect(connectPanel, &ConnectPanel::modsitewanted, this, [] { openurl(WebAddress::hobMod); });
+}
 
+void MainWindow::wirePages()
+{
+    connect(messagesPage, &MessagesPage::entered, consolePanel, &ConsolePanel::cmdsend_Click);
     connect(connectPanel, &ConnectPanel::connected, miscPage, &MiscPage::awaitServer);
     connect(connectPanel, &ConnectPanel::rotationread, miscPage, &MiscPage::showRotation);
     connect(connectPanel, &ConnectPanel::cfgfilesread, miscPage, &MiscPage::showCfgFiles);
@@ -236,7 +240,7 @@ void MainWindow::Form_Load()
         return;
     const QScopedValueRollback loading(session.formloading, true);
     buildPages();
-    wireConnection();
+    wirePages();
     orderTabs();
     const IniText ini = services.ini.contents();
     savedServers->load(readSavedServers(ini));

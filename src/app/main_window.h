@@ -33,10 +33,10 @@ public:
     ~MainWindow() override;
 
 public slots:
-    /// Builds the pages behind the first, reads the settings and, if they say so, connects. To be called once, before
-    /// anything but closing. Yields to the event loop meanwhile.
+    /// Builds the pages behind the first, reads the settings and, if they say so, connects. To be called once, soon
+    /// after the window is shown. Yields to the event loop meanwhile.
     void Form_Load();
-    /// Puts the server on the rules of the Clan Base league, for other windows.
+    /// Puts the server on the rules of the Clan Base league, for other windows. Only after `Form_Load`.
     void setclanbase();
     /// Opens the settings window of the Heat of Battle mod.
     void showhob();
@@ -52,7 +52,8 @@ private:
     void placePanels();
     void addTabs();
     void buildPages();
-    void wireConnection();
+    void wirePanels();
+    void wirePages();
     void wireMenus();
     void wireCommonTasks();
     void mpref_Click();

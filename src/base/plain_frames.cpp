@@ -25,7 +25,8 @@ QColor tabGround(const QPalette &palette)
 {
     const QColor button = palette.button().color();
     const int lift = std::max(1, (180 - qGray(button.rgb())) / 6);
-    return button.lighter(100 + lift).lighter(104);
+    const QColor lit = button.lighter(100 + lift);
+    return QColor::fromHsv(lit.hue(), lit.saturation() * 3 / 4, lit.value()).lighter(104);
 }
 
 // A little of the colour of text is seen on the ground of a page, and on that of a window too.
@@ -71,7 +72,7 @@ void PlainFrames::drawPrimitive(PrimitiveElement element, const QStyleOption *op
 
 QIcon PlainFrames::standardIcon(StandardPixmap picture, const QStyleOption *option, const QWidget *widget) const
 {
-    // Every menu bar asks for it, for the case that its menus do not fit; the window is never that narrow.
+    // Every menu bar asks for it, for the button that stands in for menus that do not fit: it has no arrow then.
     if (picture == SP_ToolBarHorizontalExtensionButton)
         return {};
     return QProxyStyle::standardIcon(picture, option, widget);

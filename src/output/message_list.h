@@ -3,8 +3,8 @@
 
 #include <QListWidget>
 
-/// A list of lines of one height, which stays quick with very many of them. Its scroll bar reaches the end of the
-/// widest.
+/// A list of lines, which stays quick with very many of them. All are as high as the first since it was empty, and its
+/// scroll bar reaches the end of the widest.
 class MessageList final : public QListWidget {
     Q_OBJECT
 

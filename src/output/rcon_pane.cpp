@@ -57,7 +57,7 @@ RconPane::RconPane(QWidget *parent) : QPlainTextEdit(parent)
 void RconPane::append(const QString &text)
 {
     if (document()->isEmpty())
-        setFont(tableFont()); // if the pane has not been painted yet
+        setFont(tableFont()); // also when the pane has not been painted yet
     QTextCursor end(document());
     end.movePosition(QTextCursor::End);
     end.beginEditBlock();

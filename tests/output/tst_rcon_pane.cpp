@@ -91,6 +91,15 @@ private slots:
         QVERIFY2(qGray(ground) < 64, qPrintable(QColor(ground).name()));
     }
 
+    void textThatComesBeforeThePaneIsSeenHasItsFont()
+    {
+        RconPane pane;
+        QVERIFY(!pane.font().bold());
+        pane.append(u"one\r\n"_s);
+        QVERIFY(pane.font().bold());
+        QCOMPARE(pane.font().pointSize(), 10);
+    }
+
     void thePaneWaitsForTextInItsFont()
     {
         Program program;
