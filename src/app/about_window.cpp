@@ -19,12 +19,12 @@ AboutWindow::AboutWindow(Prompts &prompts_, QWidget *parent)
     : QWidget(parent), prompts(prompts_), ui(std::make_unique<Ui::AboutWindow>())
 {
     ui->setupUi(this);
-    setWindowTitle(tr("About ") + title);
+    setWindowTitle(u"About "_s + title);
     ui->picIcon->setPixmap(programIcon().pixmap(64, 64));
     ui->lblTitle->setText(title);
-    ui->Label2->setText(tr("The forum: see \"Visit forum\" in the Help menu. By mail: ") +
+    ui->Label2->setText(u"The forum: see \"Visit forum\" in the Help menu. By mail: "_s +
                         ContactAddress::authors.toString());
-    ui->Label3->setText(tr("If the program is of use to you, please think of a donation to ") +
+    ui->Label3->setText(u"If the program is of use to you, please think of a donation to "_s +
                         ContactAddress::donations.toString());
     resize(minimumWidth(),
            heightForWidth(minimumWidth())); // by itself a window takes two thirds of a small screen at most
@@ -38,5 +38,5 @@ AboutWindow::~AboutWindow() = default;
 void AboutWindow::cmdSysInfo_Click()
 {
     if (!startSystemInformation())
-        prompts.ask({title, tr("System Information Is Unavailable At This Time"), BoxIcon::None, BoxButtons::Ok});
+        prompts.ask({title, u"System Information Is Unavailable At This Time"_s, BoxIcon::None, BoxButtons::Ok});
 }

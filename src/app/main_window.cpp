@@ -94,9 +94,9 @@ void MainWindow::placePanels()
 
 void MainWindow::addTabs()
 {
-    ui->SSTab->addTab(serverPage, tr("Server"));
-    for (const QString &caption : {tr("COD2 Modes"), tr("Maps"), tr("Weapons"), tr("Players"), tr("Mods"),
-                                   tr("Messages"), tr("Misc"), tr("COD2 other")}) {
+    ui->SSTab->addTab(serverPage, u"Server"_s);
+    for (const QString &caption : {u"COD2 Modes"_s, u"Maps"_s, u"Weapons"_s, u"Players"_s, u"Mods"_s, u"Messages"_s,
+                                   u"Misc"_s, u"COD2 other"_s}) {
         auto *place = new QWidget;
         (new QVBoxLayout(place))->setContentsMargins({});
         ui->SSTab->addTab(place, caption);
@@ -304,7 +304,7 @@ bool MainWindow::Form_Unload()
 {
     if (isLoaded() && messagesPage->hasUnsavedSets()) {
         const Answer answer = services.prompts.ask(
-            {tr("Unsaved Messages Sets"), tr("Message changes not saved\rClick OK if you wish to go back to save them"),
+            {u"Unsaved Messages Sets"_s, u"Message changes not saved\rClick OK if you wish to go back to save them"_s,
              BoxIcon::Exclamation, BoxButtons::OkCancel});
         if (answer == Answer::Ok)
             return false;
@@ -322,7 +322,7 @@ void MainWindow::endRun()
     if (!isLoaded())
         return; // what would be saved, and whether the logs are wanted, has not been read
 
-    services.output.showprogress(tr("Saving server list to INI"), Progress::Replace);
+    services.output.showprogress(u"Saving server list to INI"_s, Progress::Replace);
     if (writeServerList()) {
         services.session.autoaction = true;
         if (services.session.options.savercon)
@@ -342,6 +342,6 @@ bool MainWindow::writeServerList()
     if (!fault)
         return true;
     // One replacement of the file writes all keys, so its failure is that of the first.
-    services.prompts.showWriteFailure(tr("server list to INI file (Server)"), *fault);
+    services.prompts.showWriteFailure(u"server list to INI file (Server)"_s, *fault);
     return false;
 }

@@ -125,13 +125,13 @@ void PreferencesWindow::chkautomessages_Click()
 
 void PreferencesWindow::cmdsave_Click()
 {
-    const Answer answer = services.prompts.ask(
-        {tr("Save Changes"), tr("Save any changes made"), BoxIcon::Question, BoxButtons::OkCancel});
+    const Answer answer =
+        services.prompts.ask({u"Save Changes"_s, u"Save any changes made"_s, BoxIcon::Question, BoxButtons::OkCancel});
     if (answer == Answer::Cancel)
         return;
     try {
         if (save())
-            services.prompts.inform(tr("Preferences saved."), tr("Saved"));
+            services.prompts.inform(u"Preferences saved."_s, u"Saved"_s);
         close();
     } catch (const Fault &fault) {
         services.prompts.showFault(fault); // a message number that is none; what came before it is saved
@@ -150,7 +150,7 @@ bool PreferencesWindow::save()
         const std::optional<Fault> fault =
             services.ini.write({{preferenceSection.toString(), preference.key.toString(), text}});
         if (fault && index == 0) { // the others are written without looking
-            services.prompts.showWriteFailure(tr("save rcon to INI file"), *fault);
+            services.prompts.showWriteFailure(u"save rcon to INI file"_s, *fault);
             return false;
         }
     }
@@ -159,9 +159,9 @@ bool PreferencesWindow::save()
 
 void PreferencesWindow::cmdexit_Click()
 {
-    const Answer answer = services.prompts.ask({tr("Have you Saved?"),
-                                                tr("Exit preferences?\r\rThis will cancel any changes made\r\r"
-                                                   "Please select Save first if any changes"),
+    const Answer answer = services.prompts.ask({u"Have you Saved?"_s,
+                                                u"Exit preferences?\r\rThis will cancel any changes made\r\r"
+                                                "Please select Save first if any changes"_s,
                                                 BoxIcon::Information, BoxButtons::OkCancel});
     if (answer == Answer::Ok)
         close();

@@ -11,7 +11,7 @@ namespace {
 
 QString numberAndDescription(const Fault &fault)
 {
-    return QObject::tr("Error code %1 Descr: ").arg(fault.number()) + fault.description();
+    return u"Error code %1 Descr: "_s.arg(fault.number()) + fault.description();
 }
 
 } // namespace
@@ -41,8 +41,7 @@ void Prompts::inform(const QString &text, const QString &title)
 
 void Prompts::showWriteFailure(const QString &what, const Fault &fault)
 {
-    refuse(QObject::tr("Failed to write new ") + what + u'\r' + numberAndDescription(fault),
-           QObject::tr("INI Write Fail"));
+    refuse(u"Failed to write new "_s + what + u'\r' + numberAndDescription(fault), u"INI Write Fail"_s);
 }
 
 void Prompts::showFault(const Fault &fault)

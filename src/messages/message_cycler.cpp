@@ -46,9 +46,9 @@ void MessagesPage::txtinterval_LostFocus()
         cycle.sendNext();
         return;
     }
-    services.prompts.inform(isNumeric(text) ? tr("Value between 1 and 10 minutes")
-                                            : tr("Value between 1 and 10 only please"),
-                            tr("Invalid Entry"));
+    services.prompts.inform(isNumeric(text) ? u"Value between 1 and 10 minutes"_s
+                                            : u"Value between 1 and 10 only please"_s,
+                            u"Invalid Entry"_s);
     ui->txtinterval->setFocus();
 }
 
@@ -57,19 +57,19 @@ void MessagesPage::cmdmessstart_Click()
     const bool asks = !services.session.autoaction;
     if (!services.session.connected) {
         if (asks)
-            services.prompts.inform(tr("Please connect to server first"), tr("Not Connected"));
+            services.prompts.inform(u"Please connect to server first"_s, u"Not Connected"_s);
         return;
     }
     if (hasUnsavedSets()) {
-        services.prompts.refuse(tr("Pending Save sets active\rPlease either Save or Discard changes\r"
-                                   "before starting message cycler"),
-                                tr("Pending Save Sets"));
+        services.prompts.refuse(u"Pending Save sets active\rPlease either Save or Discard changes\r"
+                                "before starting message cycler"_s,
+                                u"Pending Save Sets"_s);
         return;
     }
     const QString name = ui->commessset->currentText();
     if (asks) {
         const Answer answer =
-            services.prompts.ask({tr("Start Message Cycler"), tr("Start message Cycle for set named:\r") + name,
+            services.prompts.ask({u"Start Message Cycler"_s, u"Start message Cycle for set named:\r"_s + name,
                                   BoxIcon::Question, BoxButtons::OkCancel});
         if (answer == Answer::Cancel)
             return;
@@ -79,8 +79,8 @@ void MessagesPage::cmdmessstart_Click()
     if (!isEmpty)
         setCycling(true);
     else if (asks)
-        services.prompts.refuse(tr("The message set does not contain any messages!\r Please make some messages first."),
-                                tr("No messages in set"));
+        services.prompts.refuse(u"The message set does not contain any messages!\r Please make some messages first."_s,
+                                u"No messages in set"_s);
 }
 
 void MessagesPage::cmdmessstop_Click()
@@ -105,7 +105,7 @@ void MessagesPage::tmrmessage_Timer()
         return; // the last message, or a box that it brought, is still there
     if (!services.session.connected) {
         if (!programMinimised())
-            services.prompts.inform(tr("Please connect to server first"), tr("Not Connected"));
+            services.prompts.inform(u"Please connect to server first"_s, u"Not Connected"_s);
         return;
     }
     const QString interval = ui->txtinterval->text();

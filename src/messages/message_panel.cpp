@@ -43,14 +43,14 @@ void MessagePanel::load(const IniText &ini)
 
 void MessagePanel::cmdmessage_Click()
 {
-    const QString typed = services.prompts.askText(tr("Type message to send to server"), tr("Server Message"),
-                                                   tr("Welcome to our server, enjoy your stay"));
+    const QString typed = services.prompts.askText(u"Type message to send to server"_s, u"Server Message"_s,
+                                                   u"Welcome to our server, enjoy your stay"_s);
     if (typed.isEmpty())
         return;
     const QString answer = oneLine(typed); // the server reads no further than a line break
     const QString message = ui->txtprefix->text() + u' ' + answer;
     services.exchange.sendinfo(u"say "_s + chatPrefix + message);
-    services.output.addmessage(tr("Message to server>> ") + message);
+    services.output.addmessage(u"Message to server>> "_s + message);
 }
 
 void MessagePanel::txtprefix_LostFocus()
@@ -60,5 +60,5 @@ void MessagePanel::txtprefix_LostFocus()
     const std::optional<Fault> fault = services.ini.write({{section, key, ui->txtprefix->text()}});
     ui->txtprefix->dataChanged = fault.has_value(); // what was not written is tried again
     if (fault)
-        services.prompts.showWriteFailure(tr("user prefix to INI file"), *fault);
+        services.prompts.showWriteFailure(u"user prefix to INI file"_s, *fault);
 }

@@ -121,15 +121,15 @@ void MessagesPage::commessset_LostFocus()
     } else {
         // A number is written with a place for its sign, so there are two blanks.
         services.prompts.inform(
-            tr("No free sets left,  %1 in use\rTo add new you must remove an old one").arg(sets.setcount()),
-            tr("No Free Slots"));
+            u"No free sets left,  %1 in use\rTo add new you must remove an old one"_s.arg(sets.setcount()),
+            u"No Free Slots"_s);
     }
 }
 
 void MessagesPage::createSet(const QString &name)
 {
-    const Answer answer = services.prompts.ask(
-        {tr("New Message Set"), tr("Add new Set to list"), BoxIcon::Question, BoxButtons::OkCancel});
+    const Answer answer =
+        services.prompts.ask({u"New Message Set"_s, u"Add new Set to list"_s, BoxIcon::Question, BoxButtons::OkCancel});
     if (answer == Answer::Cancel)
         return;
     ui->commessset->addItem(name);
@@ -149,11 +149,11 @@ void MessagesPage::cmdsetdel_Click()
     }
     const QString name = ui->commessset->itemText(chosen);
     if (name.isEmpty()) {
-        services.prompts.inform(tr("No message set selected in Message Set field"), tr("No set selected"));
+        services.prompts.inform(u"No message set selected in Message Set field"_s, u"No set selected"_s);
         return;
     }
     const Answer answer =
-        services.prompts.ask({tr("Confirm Delete"), tr("Are you sure you want to delete the set named:\r") + name,
+        services.prompts.ask({u"Confirm Delete"_s, u"Are you sure you want to delete the set named:\r"_s + name,
                               BoxIcon::Question, BoxButtons::OkCancel});
     if (answer == Answer::Cancel)
         return;
@@ -164,7 +164,7 @@ void MessagesPage::cmdsetdel_Click()
     ui->commessset->clearEditText();
     ui->lstmess->clear();
     showFreeSets(false);
-    services.output.addmessage(tr("Set named ") + name + tr(" removed."));
+    services.output.addmessage(u"Set named "_s + name + u" removed."_s);
     ui->txtmess->clear();
     setPending(true);
     if (ui->commessset->count() == 0) {
@@ -250,16 +250,16 @@ void MessagesPage::move(int by)
 void MessagesPage::cmdsetsave_Click()
 {
     const Answer answer = services.prompts.ask(
-        {tr("Save Changes"), tr("Save message sets to INI"), BoxIcon::Question, BoxButtons::OkCancel});
+        {u"Save Changes"_s, u"Save message sets to INI"_s, BoxIcon::Question, BoxButtons::OkCancel});
     if (answer == Answer::Cancel) {
         discardsets();
         return;
     }
     if (tmrmessage.isActive()) {
-        services.output.showprogress(tr("Stopping the active message Cycle to sync changes"), Progress::Replace);
+        services.output.showprogress(u"Stopping the active message Cycle to sync changes"_s, Progress::Replace);
         setCycling(false);
     }
-    services.output.showprogress(tr("Writing changes to INI file"), Progress::Add);
+    services.output.showprogress(u"Writing changes to INI file"_s, Progress::Add);
     writeSets();
     setPending(false);
     services.output.showprogress({}, Progress::Replace);
@@ -269,8 +269,8 @@ void MessagesPage::writeSets()
 {
     sets.beginSave();
     if (services.ini.write(sets.entries())) {
-        services.prompts.refuse(tr("Failed to write to INI file, Please report bug and messages attempted"),
-                                tr("Failed to write INI"));
+        services.prompts.refuse(u"Failed to write to INI file, Please report bug and messages attempted"_s,
+                                u"Failed to write INI"_s);
         return;
     }
     sets.endSave();
@@ -280,7 +280,7 @@ void MessagesPage::writeSets()
 void MessagesPage::discardsets()
 {
     const Answer answer = services.prompts.ask(
-        {tr("Discard changes"), tr("Discard changes and reset to existing"), BoxIcon::Question, BoxButtons::YesNo});
+        {u"Discard changes"_s, u"Discard changes and reset to existing"_s, BoxIcon::Question, BoxButtons::YesNo});
     if (answer == Answer::No)
         return;
     ui->lstmess->clear();
@@ -288,7 +288,7 @@ void MessagesPage::discardsets()
     ui->commessset->addItems(sets.discard());
     ui->commessset->setCurrentIndex(-1);
     ui->commessset->clearEditText();
-    services.prompts.inform(tr("Reverted back to existing messages"), tr("Discarded changes"));
+    services.prompts.inform(u"Reverted back to existing messages"_s, u"Discarded changes"_s);
     setPending(false);
 }
 

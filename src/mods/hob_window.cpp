@@ -54,10 +54,10 @@ HobWindow::HobWindow(Services &services_, QWidget *parent)
     loadPictures();
     ui->setupUi(this);
     ui->pichob->setPixmap(QIcon(u":/mods/hob.png"_s).pixmap(60, 40));
-    percentages = {{{ui->txtsniper, ui->vssniper, tr("Sniper allow "), tr("Sniper percentage changed.")},
-                    {ui->txtsmg, ui->vssmg, tr("SMG allow "), tr("Smg percentage changed.")},
-                    {ui->txtsup, ui->vssup, tr("Support allow "), tr("Support percentage changed.")},
-                    {ui->txtrifle, ui->vsrifle, tr("Rifle allow "), tr("Rifle percentage changed.")}}};
+    percentages = {{{ui->txtsniper, ui->vssniper, u"Sniper allow "_s, u"Sniper percentage changed."_s},
+                    {ui->txtsmg, ui->vssmg, u"SMG allow "_s, u"Smg percentage changed."_s},
+                    {ui->txtsup, ui->vssup, u"Support allow "_s, u"Support percentage changed."_s},
+                    {ui->txtrifle, ui->vsrifle, u"Rifle allow "_s, u"Rifle percentage changed."_s}}};
     wirePercentages();
     wireHints();
     connect(ui->cmdhobpop, &QPushButton::clicked, this, &HobWindow::cmdhobpop_Click);
@@ -88,15 +88,15 @@ void HobWindow::wireHints()
     const auto onClick = [this](QCheckBox *box, const QString &hint) {
         connect(box, &QCheckBox::clicked, this, [this, hint] { ui->txtmess->setText(hint); });
     };
-    onClick(ui->chkspawn, tr("Spawn Zone protection (Requires HOB compliant maps)"));
-    onClick(ui->chkdb, tr("Bomb plant/Defuse limiting.(Based on # of people on server)"));
-    onClick(ui->chkdf, tr("Flag capping limiting.(Based on # of people on server)"));
-    onClick(ui->chkdw, tr("Weapon limiting (Based on # of people on server)"));
-    onClick(ui->chkshell, tr("Shell shock from nearly grenades."));
-    onClick(ui->chkdrop, tr("Drop the weapon when shot in arm."));
-    onClick(ui->chkshot, tr("Enable/Disable Foot/Leg tripping Code."));
-    onClick(ui->chkobi, tr("Show Obitory when people Die."));
-    onClick(ui->chkannouncespawn, tr("Announce spawn campers."));
+    onClick(ui->chkspawn, u"Spawn Zone protection (Requires HOB compliant maps)"_s);
+    onClick(ui->chkdb, u"Bomb plant/Defuse limiting.(Based on # of people on server)"_s);
+    onClick(ui->chkdf, u"Flag capping limiting.(Based on # of people on server)"_s);
+    onClick(ui->chkdw, u"Weapon limiting (Based on # of people on server)"_s);
+    onClick(ui->chkshell, u"Shell shock from nearly grenades."_s);
+    onClick(ui->chkdrop, u"Drop the weapon when shot in arm."_s);
+    onClick(ui->chkshot, u"Enable/Disable Foot/Leg tripping Code."_s);
+    onClick(ui->chkobi, u"Show Obitory when people Die."_s);
+    onClick(ui->chkannouncespawn, u"Announce spawn campers."_s);
     for (QLineEdit *box : {ui->txtrifle, ui->txtsup, ui->txtsmg, ui->txtsniper, ui->txtwave})
         box->installEventFilter(this);
 }
@@ -105,11 +105,11 @@ bool HobWindow::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::FocusIn && !keepsHint) {
         const std::array<std::pair<QObject *, QString>, 5> hints{
-            {{ui->txtrifle, tr("Rifle allowed percentage 0 to 100")},
-             {ui->txtsup, tr("Support allowed percentage 0 to 100")},
-             {ui->txtsmg, tr("SMG allowed percentage 0 to 100")},
-             {ui->txtsniper, tr("Sniper allowed percentage 0 to 100")},
-             {ui->txtwave, tr("Wave respawn time interval, 1 to 30 seconds")}}};
+            {{ui->txtrifle, u"Rifle allowed percentage 0 to 100"_s},
+             {ui->txtsup, u"Support allowed percentage 0 to 100"_s},
+             {ui->txtsmg, u"SMG allowed percentage 0 to 100"_s},
+             {ui->txtsniper, u"Sniper allowed percentage 0 to 100"_s},
+             {ui->txtwave, u"Wave respawn time interval, 1 to 30 seconds"_s}}};
         for (const auto &[box, hint] : hints) {
             if (box == watched)
                 ui->txtmess->setText(hint);
@@ -128,7 +128,7 @@ void HobWindow::cmdhobpop_Click()
         return;
     // Collecting goes on afterwards: replies stay silent until somebody else ends that. The timers are not held off.
     services.session.rconcollect = true;
-    services.output.showprogress(tr("Heat of Battle MOD...\nReading variables from the server..."), Progress::Replace);
+    services.output.showprogress(u"Heat of Battle MOD...\nReading variables from the server..."_s, Progress::Replace);
     try {
         readVariables();
     } catch (const Fault &) {
@@ -158,12 +158,12 @@ void HobWindow::readVariables()
 void HobWindow::cmdhobset_Click()
 {
     // Cancel sends all the same.
-    services.prompts.ask({tr("Send to Server?"), tr("Only changed values will be sent.\rSend settings to server?"),
+    services.prompts.ask({u"Send to Server?"_s, u"Only changed values will be sent.\rSend settings to server?"_s,
                           BoxIcon::Information, BoxButtons::OkCancel});
     if (!requireConnection(services))
         return;
     services.session.rconcollect = true; // and stays so
-    services.output.showprogress(tr("Heat of Battle MOD...\nSending variables to the server..."), Progress::Replace);
+    services.output.showprogress(u"Heat of Battle MOD...\nSending variables to the server..."_s, Progress::Replace);
     const QScopedValueRollback sending(busy, true);
     sendChanges();
     services.output.showprogress({}, Progress::Replace);
@@ -176,16 +176,16 @@ void HobWindow::sendChanges()
         sendIfChanged(talk, control, ValueForm::Quoted, confirmation);
         talk.services.exchange.yield();
     };
-    sendOne(*ui->chkobi, tr("Show Obituory changed."));
-    sendOne(*ui->chkshot, tr("Foot/Leg shot changed."));
-    sendOne(*ui->txtwave, tr("Wave respawn changed to [") + ui->txtwave->text() + u']');
-    sendOne(*ui->chkdrop, tr("Drop weapon on arm/leg shot changed."));
-    sendOne(*ui->chkshell, tr("Shell Shock changed."));
-    sendOne(*ui->chkdw, tr("Dynamic Weapons changed."));
-    sendOne(*ui->chkdf, tr("Dynamic flags changed."));
-    sendOne(*ui->chkdb, tr("Dynamic bombs changed."));
-    sendOne(*ui->chkspawn, tr("Spawn protection changed."));
-    sendOne(*ui->chkannouncespawn, tr("Annouce Spawn campers changed."));
+    sendOne(*ui->chkobi, u"Show Obituory changed."_s);
+    sendOne(*ui->chkshot, u"Foot/Leg shot changed."_s);
+    sendOne(*ui->txtwave, u"Wave respawn changed to ["_s + ui->txtwave->text() + u']');
+    sendOne(*ui->chkdrop, u"Drop weapon on arm/leg shot changed."_s);
+    sendOne(*ui->chkshell, u"Shell Shock changed."_s);
+    sendOne(*ui->chkdw, u"Dynamic Weapons changed."_s);
+    sendOne(*ui->chkdf, u"Dynamic flags changed."_s);
+    sendOne(*ui->chkdb, u"Dynamic bombs changed."_s);
+    sendOne(*ui->chkspawn, u"Spawn protection changed."_s);
+    sendOne(*ui->chkannouncespawn, u"Annouce Spawn campers changed."_s);
     for (const Percentage &each : percentages)
         sendOne(*each.box, each.confirmation);
 }
@@ -196,7 +196,7 @@ void HobWindow::cmdsethob_Click()
     const Conversation talk(services);
     talk.sendinfo(u"set g_gametype hob"_s, true);
     talk.waitseconds(1);
-    talk.addmessage(tr("Mode changed to HOB"));
+    talk.addmessage(u"Mode changed to HOB"_s);
     talk.sendWithoutWaiting(u"map_restart"_s);
 }
 
@@ -211,7 +211,7 @@ void HobWindow::check(const Percentage &each)
     const QScopedValueRollback keeping(keepsHint, true);
     setBar(each.bar, 0);
     each.box->setText(u"0"_s);
-    ui->txtmess->setText(each.weapons + tr("Value should be a percentage between 0 and 100"));
+    ui->txtmess->setText(each.weapons + u"Value should be a percentage between 0 and 100"_s);
     each.box->setFocus();
 }
 
@@ -221,9 +221,9 @@ void HobWindow::txtwave_LostFocus()
         return;
     const QString text = ui->txtwave->text();
     if (!isNumeric(text))
-        services.prompts.inform(tr("Numeric value between 1 and 30 please"), tr("Number Field"));
+        services.prompts.inform(u"Numeric value between 1 and 30 please"_s, u"Number Field"_s);
     else if (toNumber(text) < 1 || toNumber(text) > 30)
-        services.prompts.inform(tr("Value between 1 and 30 please"), tr("Invalid Value"));
+        services.prompts.inform(u"Value between 1 and 30 please"_s, u"Invalid Value"_s);
     else
         return;
     ui->txtwave->setFocus();

@@ -15,9 +15,9 @@ Output::Output(Prompts &prompts_, const Clock &clock_)
     : prompts(prompts_), clock(clock_), txtoutput(new RconPane), lstmessages(new MessageList)
 {
     txtoutput->setObjectName(u"txtoutput"_s);
-    txtoutput->setAccessibleName(QObject::tr("Responses from server"));
+    txtoutput->setAccessibleName(u"Responses from server"_s);
     lstmessages->setObjectName(u"lstmessages"_s);
-    lstmessages->setAccessibleName(QObject::tr("Messages"));
+    lstmessages->setAccessibleName(u"Messages"_s);
     toBottom.setSingleShot(true);
     QObject::connect(&toBottom, &QTimer::timeout, lstmessages, &MessageList::scrollToBottom);
 }
@@ -65,15 +65,13 @@ void Output::showprogress(const QString &text, Progress mode)
 
 void Output::clearrcon_Click()
 {
-    if (prompts.ask({QObject::tr("Clear"), QObject::tr("Clear the RCON window?"), BoxIcon::Question,
-                     BoxButtons::YesNo}) != Answer::No)
+    if (prompts.ask({u"Clear"_s, u"Clear the RCON window?"_s, BoxIcon::Question, BoxButtons::YesNo}) != Answer::No)
         clearrcon();
 }
 
 void Output::clearmessage_Click()
 {
-    if (prompts.ask({QObject::tr("Clear"), QObject::tr("Clear the message window?"), BoxIcon::Question,
-                     BoxButtons::YesNo}) != Answer::No)
+    if (prompts.ask({u"Clear"_s, u"Clear the message window?"_s, BoxIcon::Question, BoxButtons::YesNo}) != Answer::No)
         clearmessages();
 }
 
@@ -91,7 +89,7 @@ void Output::clearmessages()
 
 void Output::savercon_Click(bool autoaction)
 {
-    saveLog({u"molvark_rcon_"_s, QObject::tr("Saving RCON output..."), QObject::tr("Rcon log not written"),
+    saveLog({u"molvark_rcon_"_s, u"Saving RCON output..."_s, u"Rcon log not written"_s,
              [this] { return txtoutput->text() + u"\r\n"_s; }},
             autoaction);
 }
@@ -99,7 +97,7 @@ void Output::savercon_Click(bool autoaction)
 void Output::savemessages_Click(bool autoaction)
 {
     // "molvar", not "molvark": the two kinds of log have different stems.
-    saveLog({u"molvar_messages_"_s, QObject::tr("Saving Message output..."), QObject::tr("Message log not written"),
+    saveLog({u"molvar_messages_"_s, u"Saving Message output..."_s, u"Message log not written"_s,
              [this] { return messages(); }},
             autoaction);
 }
@@ -108,7 +106,7 @@ void Output::saveLog(const Log &log, bool autoaction)
 {
     QString file = log.prefix + logDate(clock.now().date());
     if (!autoaction)
-        file = prompts.askFileName(QObject::tr("Save file as..."), file, u"log"_s);
+        file = prompts.askFileName(u"Save file as..."_s, file, u"log"_s);
     if (file.isEmpty())
         return;
 
@@ -116,8 +114,7 @@ void Output::saveLog(const Log &log, bool autoaction)
     if (autoaction)
         file += u".log"_s;
     if (const std::optional<Fault> fault = appendToLog(file, log.text())) {
-        prompts.refuse(QObject::tr("Error writing file, err %1\r").arg(fault->number()) + log.failure,
-                       QObject::tr("Failed to Save"));
+        prompts.refuse(u"Error writing file, err %1\r"_s.arg(fault->number()) + log.failure, u"Failed to Save"_s);
         return;
     }
     if (!autoaction)

@@ -20,64 +20,64 @@ using namespace Qt::StringLiterals;
 
 /// One way to get rid of a player: its command and its texts.
 struct PlayersPage::Dismissal {
-    const char *command;
-    const char *select;     ///< when nobody is selected
-    const char *refusal;    ///< in Query Mode
-    const char *noteBefore; ///< around the name in the message list
-    const char *noteBehind;
-    const char *noteSection = ""; ///< names of the last two steps, for the report of a fault
-    const char *removalSection = "";
-    const char *failureTitle = nullptr; ///< of that report; the general box reports when there is none
-    const char *failure = nullptr;
+    QLatin1StringView command;
+    QLatin1StringView select;     ///< when nobody is selected
+    QLatin1StringView refusal;    ///< in Query Mode
+    QLatin1StringView noteBefore; ///< around the name in the message list
+    QLatin1StringView noteBehind;
+    QLatin1StringView noteSection{}; ///< names of the last two steps, for the report of a fault
+    QLatin1StringView removalSection{};
+    QLatin1StringView failureTitle{}; ///< of that report; the general box reports when there is none
+    QLatin1StringView failure{};
 };
 
 void PlayersPage::cmdplykick_Click()
 {
-    dismiss({.command = "clientkick ",
-             .select = QT_TR_NOOP("Select a player from the list to Kick first"),
-             .refusal = QT_TR_NOOP("Only Kick with Rcon access, not in Query Mode"),
-             .noteBefore = QT_TR_NOOP("Player Kicked >"),
-             .noteBehind = "<"});
+    dismiss({.command = "clientkick "_L1,
+             .select = "Select a player from the list to Kick first"_L1,
+             .refusal = "Only Kick with Rcon access, not in Query Mode"_L1,
+             .noteBefore = "Player Kicked >"_L1,
+             .noteBehind = "<"_L1});
 }
 
 void PlayersPage::cmdplyban_Click()
 {
-    dismiss({.command = "banclient ",
-             .select = QT_TR_NOOP("Select a player from the list to Ban first"),
-             .refusal = QT_TR_NOOP("Only Ban with Rcon access, not in Query Mode"),
-             .noteBefore = QT_TR_NOOP("Player banned and kicked ["),
-             .noteBehind = "]",
-             .noteSection = "Middle",
-             .removalSection = "Remove Grid",
-             .failureTitle = QT_TR_NOOP("BanUser Error"),
-             .failure = QT_TR_NOOP("Error in BAN Routine")});
+    dismiss({.command = "banclient "_L1,
+             .select = "Select a player from the list to Ban first"_L1,
+             .refusal = "Only Ban with Rcon access, not in Query Mode"_L1,
+             .noteBefore = "Player banned and kicked ["_L1,
+             .noteBehind = "]"_L1,
+             .noteSection = "Middle"_L1,
+             .removalSection = "Remove Grid"_L1,
+             .failureTitle = "BanUser Error"_L1,
+             .failure = "Error in BAN Routine"_L1});
 }
 
 void PlayersPage::cmdtempban_Click()
 {
-    dismiss({.command = "tempbanclient ",
-             .select = QT_TR_NOOP("Select a player from the list to temporary Ban first"),
-             .refusal = QT_TR_NOOP("Only Temp Ban with Rcon access, not in Query Mode"),
-             .noteBefore = QT_TR_NOOP("Player temporary banned and kicked ["),
-             .noteBehind = "]",
-             .noteSection = "Top",
-             .removalSection = "Grid remove",
-             .failureTitle = QT_TR_NOOP("TempBan Error"),
-             .failure = QT_TR_NOOP("Error in TempBan Routines")});
+    dismiss({.command = "tempbanclient "_L1,
+             .select = "Select a player from the list to temporary Ban first"_L1,
+             .refusal = "Only Temp Ban with Rcon access, not in Query Mode"_L1,
+             .noteBefore = "Player temporary banned and kicked ["_L1,
+             .noteBehind = "]"_L1,
+             .noteSection = "Top"_L1,
+             .removalSection = "Grid remove"_L1,
+             .failureTitle = "TempBan Error"_L1,
+             .failure = "Error in TempBan Routines"_L1});
 }
 
 void PlayersPage::dismiss(const Dismissal &dismissal)
 {
-    const char *section = "Top";
+    QLatin1StringView section = "Top"_L1;
     try {
         const QPersistentModelIndex row = players.index(selectedRow(), PlayerColumn::Num);
         if (!row.isValid()) {
-            services.prompts.inform(tr(dismissal.select), tr("No player"));
+            services.prompts.inform(dismissal.select, u"No player"_s);
             return;
         }
         const QString num = players.text(row.row(), PlayerColumn::Num);
         if (ui->chkplyq->isChecked() || num.isEmpty()) { // Query Mode also fills in rows without a number
-            services.prompts.inform(tr(dismissal.refusal), tr("Need Rcon Access"));
+            services.prompts.inform(dismissal.refusal, u"Need Rcon Access"_s);
             return;
         }
 
@@ -87,23 +87,23 @@ void PlayersPage::dismiss(const Dismissal &dismissal)
         const auto done = qScopeGuard([this, row] { dismissed.removeOne(row); });
 
         const QString name = players.text(row.row(), PlayerColumn::Player);
-        services.exchange.sendinfo(QLatin1StringView(dismissal.command) + num);
+        services.exchange.sendinfo(dismissal.command + num);
         section = dismissal.noteSection;
-        services.output.addmessage(tr(dismissal.noteBefore) + name + QLatin1StringView(dismissal.noteBehind));
+        services.output.addmessage(dismissal.noteBefore + name + dismissal.noteBehind);
         section = dismissal.removalSection;
         if (!row.isValid())
             throw Fault(Fault::OutOfRange); // the list was read anew while the command was under way
         removeRow(row.row());
     } catch (const Fault &fault) {
-        if (!dismissal.failure) {
+        if (dismissal.failure.isEmpty()) {
             services.prompts.showFault(fault);
             return;
         }
-        services.prompts.refuse(tr(dismissal.failure) + tr("\rError code %1 Descr: %2\rSection %3\rPlayer Row %4\r")
-                                                            .arg(fault.number())
-                                                            .arg(fault.description(), QLatin1StringView(section))
-                                                            .arg(selectedRow() + 1),
-                                tr(dismissal.failureTitle));
+        services.prompts.refuse(dismissal.failure +
+                                    u"\rError code %1 Descr: %2\rSection %3\rPlayer Row %4\r"_s.arg(fault.number())
+                                        .arg(fault.description(), section)
+                                        .arg(selectedRow() + 1),
+                                dismissal.failureTitle);
     }
 }
 
@@ -112,13 +112,13 @@ void PlayersPage::cmdplymessage_Click()
     const int row = selectedRow();
     const bool hasNumber = row < 0 || !players.text(row, PlayerColumn::Num).isEmpty();
     if (ui->chkplyq->isChecked() || !hasNumber) {
-        services.prompts.refuse(tr("Can only send message to an individual with the RCON access\n"
-                                   "Populate players without Query Mode ticked"),
-                                tr("Need Player ID"));
+        services.prompts.refuse(u"Can only send message to an individual with the RCON access\n"
+                                "Populate players without Query Mode ticked"_s,
+                                u"Need Player ID"_s);
         return;
     }
     if (row < 0) {
-        services.prompts.inform(tr("Select a player from the list to send private to"), tr("No player"));
+        services.prompts.inform(u"Select a player from the list to send private to"_s, u"No player"_s);
         return;
     }
     // Taken now: the list may be another one when the message has been typed.
@@ -126,22 +126,22 @@ void PlayersPage::cmdplymessage_Click()
     const QString name = shownName(players.text(row, PlayerColumn::Player));
 
     QString message =
-        services.prompts.askText(tr("Enter message to send selected player\n( Note: Use %P% to auto full playername)"),
-                                 tr("Enter Message"), tr("You are on a last warning %P%"));
+        services.prompts.askText(u"Enter message to send selected player\n( Note: Use %P% to auto full playername)"_s,
+                                 u"Enter Message"_s, u"You are on a last warning %P%"_s);
     if (message.isEmpty())
         return;
     message = oneLine(message); // the server reads no further than a line break
     static const QString placeholder = u"%P%"_s;
     if (const qsizetype at = message.indexOf(placeholder, 0, Qt::CaseInsensitive); at >= 0)
         message.replace(at, placeholder.size(), name);
-    services.output.addmessage(tr("Private message to [") + name + u"]: "_s + message);
+    services.output.addmessage(u"Private message to ["_s + name + u"]: "_s + message);
     services.exchange.sendinfo(u"tell "_s + num + u' ' + message);
 }
 
 void PlayersPage::cmdsavenames_Click()
 {
     const Answer answer =
-        services.prompts.ask({tr("Save list"), tr("Append current list of players and GUIDs to playerlist.csv"),
+        services.prompts.ask({u"Save list"_s, u"Append current list of players and GUIDs to playerlist.csv"_s,
                               BoxIcon::Question, BoxButtons::OkCancel});
     if (answer == Answer::Cancel)
         return;
@@ -154,7 +154,7 @@ void PlayersPage::cmdsavenames_Click()
     if (fault)
         services.prompts.showFault(*fault);
     else
-        services.prompts.inform(tr("Players appended"), tr("Players saved"));
+        services.prompts.inform(u"Players appended"_s, u"Players saved"_s);
 }
 
 QString PlayersPage::csvRows() const

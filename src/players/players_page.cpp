@@ -89,14 +89,14 @@ void PlayersPage::cmdplypop_Click()
     if (!once)
         return;
     if (!services.session.connected) {
-        services.prompts.refuse(tr("You need to connect to a server first"), tr("Not Connected"));
+        services.prompts.refuse(u"You need to connect to a server first"_s, u"Not Connected"_s);
         return;
     }
 
     players.clear();
     const bool isTold = isAskedByHand();
     if (isTold)
-        services.output.showprogress(tr("Asking server for player list..."), Progress::Replace);
+        services.output.showprogress(u"Asking server for player list..."_s, Progress::Replace);
     if (services.session.options.autokick999)
         list999.unsee();
     try {
@@ -128,7 +128,7 @@ void PlayersPage::listByStatus(bool isTold)
     StatusTable table;
     if (!table.skipHeading(session.rconreply)) {
         if (isTold)
-            services.prompts.inform(tr("No players on server"), tr("No players"));
+            services.prompts.inform(u"No players on server"_s, u"No players"_s);
         return;
     }
     int tries = 0;
@@ -146,8 +146,8 @@ bool PlayersPage::awaitRest(bool isTold, int &tries)
 {
     constexpr int mostTries = 5;
     if (isTold)
-        services.prompts.refuse(tr("The server is not responding quickly enough\rTry populate again"),
-                                tr("Slow Server Response"));
+        services.prompts.refuse(u"The server is not responding quickly enough\rTry populate again"_s,
+                                u"Slow Server Response"_s);
     else if (++tries > mostTries)
         return false;
     // By hand too: between two boxes the person can disconnect or close the window.
@@ -174,15 +174,15 @@ void PlayersPage::listByQuery()
         return;
     if (!session.rconarrived) {
         if (!silent)
-            services.prompts.refuse(tr("No response from server in 5 seconds with standard Query method"),
-                                    tr("No response"));
+            services.prompts.refuse(u"No response from server in 5 seconds with standard Query method"_s,
+                                    u"No response"_s);
         return;
     }
 
     GetstatusReply reply(session.rconreply);
     if (reply.isEmpty()) {
         if (!silent)
-            services.prompts.inform(tr("No players on server"), tr("No players"));
+            services.prompts.inform(u"No players on server"_s, u"No players"_s);
         return;
     }
     while (const std::optional<GetstatusRow> row = reply.next())
@@ -275,7 +275,7 @@ void PlayersPage::kickHanging(int link)
         if (!record.seen || record.hits < enough)
             continue;
         services.exchange.sendinfo(u"clientkick "_s + record.pnum);
-        services.output.addmessage(tr("Player Auto Kicked for 999 ping [") + record.pname + u']');
+        services.output.addmessage(u"Player Auto Kicked for 999 ping ["_s + record.pname + u']');
         if (const int row = players.rowOf(record.pnum); row >= 0)
             removeRow(row);
     }
@@ -288,12 +288,11 @@ void PlayersPage::check999(const QString &name, const QString &ping, const QStri
     try {
         list999.check999(name, ping, num);
     } catch (const Fault &fault) {
-        services.prompts.refuse(tr("Error in ADD999 Routines\rError code %1 Descr: %2\rSection %3\r"
-                                   "LBound Player999 1\rUBound Player999 %4")
-                                    .arg(fault.number())
+        services.prompts.refuse(u"Error in ADD999 Routines\rError code %1 Descr: %2\rSection %3\r"
+                                "LBound Player999 1\rUBound Player999 %4"_s.arg(fault.number())
                                     .arg(fault.description(), list999.section())
                                     .arg(list999.records().size()),
-                                tr("ADD999 Error"));
+                                u"ADD999 Error"_s);
     }
 }
 

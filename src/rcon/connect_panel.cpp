@@ -113,7 +113,7 @@ void ConnectPanel::connectToServer()
         clearOutput();
     trimFields();
     if (server().isEmpty() || port().isEmpty() || password().isEmpty()) {
-        services.prompts.refuse(tr("Please provide all fields, Server, Port and password"), tr("Error..."));
+        services.prompts.refuse(u"Please provide all fields, Server, Port and password"_s, u"Error..."_s);
         return;
     }
 
@@ -169,7 +169,7 @@ bool ConnectPanel::enterSession()
     fill(host, hostPort, password());
     ++connection;
     showConnected(true);
-    services.output.addmessage(tr("Connected to server ") + host + u':' + hostPort);
+    services.output.addmessage(u"Connected to server "_s + host + u':' + hostPort);
     emit connected();
     return true;
 }
@@ -181,7 +181,7 @@ bool ConnectPanel::passwordAccepted()
     if (services.session.closing || services.session.rconnoroute != 0)
         return false;
     if (refusesPassword(services.session.rconreply)) {
-        services.prompts.refuse(tr("Invalid Rcon password, no connection established"), tr("No connection"));
+        services.prompts.refuse(u"Invalid Rcon password, no connection established"_s, u"No connection"_s);
         return false;
     }
     return true;
@@ -191,14 +191,14 @@ bool ConnectPanel::passwordAccepted()
 // connection's questions is left out.
 void ConnectPanel::askServer(int number)
 {
-    showStep(tr("Asking server for status"), Progress::Replace);
+    showStep(u"Asking server for status"_s, Progress::Replace);
     if (!askGame(number))
         return;
-    showStep(tr("Asking server for Map rotation"), Progress::Add);
+    showStep(u"Asking server for Map rotation"_s, Progress::Add);
     askRotation(number);
     if (!isCurrent(number))
         return;
-    showStep(tr("Asking server for cfg files"), Progress::Add);
+    showStep(u"Asking server for cfg files"_s, Progress::Add);
     askCfgFiles(number);
     if (isCurrent(number))
         emit settled();
@@ -250,7 +250,7 @@ void ConnectPanel::showConnected(bool on)
 {
     services.session.connected = on;
     ui->cmdconnect->tag = on ? u"YES"_s : u"NO"_s;
-    ui->cmdconnect->setText(on ? tr("Disconnect") : tr("Connect"));
+    ui->cmdconnect->setText(on ? u"Disconnect"_s : u"Connect"_s);
     ui->comserver->setLocked(on);
     ui->comport->setLocked(on);
     lockLine(ui->txtPWD, on);

@@ -56,11 +56,11 @@ void ConsolePanel::cmdsend_Click()
 void ConsolePanel::cmdstatus_Click()
 {
     services.exchange.sendinfo(u"Status"_s, true);
-    services.output.addmessage(tr("Server Status requested"));
+    services.output.addmessage(u"Server Status requested"_s);
 }
 
 void ConsolePanel::cmsserverinfo_Click()
 {
     services.exchange.sendinfo(u"serverinfo"_s, true);
-    services.output.addmessage(tr("Server Info requested"));
+    services.output.addmessage(u"Server Info requested"_s);
 }

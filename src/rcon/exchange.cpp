@@ -59,9 +59,9 @@ void Exchange::sendinfo(const QString &comm, bool quietmode)
 
     if (!session.rconarrived) {
         if (!programMinimised())
-            prompts.refuse(tr("No response from server in 15 seconds\nCould be server loading map! or \n"
-                              "Fragmented UDP packets which routers do not pass onTry again..."),
-                           tr("No response"));
+            prompts.refuse(u"No response from server in 15 seconds\nCould be server loading map! or \n"
+                           "Fragmented UDP packets which routers do not pass onTry again..."_s,
+                           u"No response"_s);
         return;
     }
     if (!quietmode)
@@ -74,7 +74,7 @@ bool Exchange::send(const QString &comm)
         return false;
     session.rconnotconnected = udpclient.State() == UDPClient::Closed;
     if (session.rconnotconnected) {
-        prompts.refuse(tr("Please connect to a server first!"), tr("Not connected"));
+        prompts.refuse(u"Please connect to a server first!"_s, u"Not connected"_s);
         return false;
     }
     try {
@@ -82,7 +82,7 @@ bool Exchange::send(const QString &comm)
     } catch (const Fault &fault) {
         if (fault.number() == Fault::NoRoute) {
             session.rconnoroute = -1;
-            prompts.refuse(tr("No route to server, are you sure your connected to the Internet!"), tr("No Route"));
+            prompts.refuse(u"No route to server, are you sure your connected to the Internet!"_s, u"No Route"_s);
         }
         return false;
     }
@@ -154,6 +154,6 @@ void Exchange::tellTruncated()
     // for each datagram would leave the person nothing to do but close boxes.
     if (std::exchange(truncationTold, true))
         return;
-    prompts.inform(tr("Data returned is to large for buffers\rTruncated after 8192 bytes\rI bet you did dvarlist ;)"),
-                   tr("Truncated data"));
+    prompts.inform(u"Data returned is to large for buffers\rTruncated after 8192 bytes\rI bet you did dvarlist ;)"_s,
+                   u"Truncated data"_s);
 }

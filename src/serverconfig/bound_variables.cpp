@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 bool requireConnection(const Services &services)
 {
     if (!services.session.connected)
-        services.prompts.refuse(QObject::tr("You need to connect to a server first"), QObject::tr("Not Connected"));
+        services.prompts.refuse(u"You need to connect to a server first"_s, u"Not Connected"_s);
     return services.session.connected;
 }
 

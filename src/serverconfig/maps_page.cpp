@@ -50,7 +50,7 @@ void MapsPage::cmdpopmaps_Click()
     Session &session = services.session;
     ui->lstmaps->clear();
     session.rconcollect = true;
-    services.output.showprogress(tr("Asking server for map list..."), Progress::Replace);
+    services.output.showprogress(u"Asking server for map list..."_s, Progress::Replace);
     std::optional<QStringList> names;
     for (int attempt = 0; attempt < 3 && !names; ++attempt) {
         session.rconbusy = true;
@@ -68,7 +68,7 @@ void MapsPage::cmdpopmaps_Click()
         session.rconbusy = false;
     } else {
         // The busy mark stays until the next reading or sending takes it away.
-        services.prompts.inform(tr("Asked server 3 times for list and none returned"), tr("No response"));
+        services.prompts.inform(u"Asked server 3 times for list and none returned"_s, u"No response"_s);
     }
     services.output.showprogress({}, Progress::Replace);
     session.rconcollect = false;
@@ -78,7 +78,7 @@ void MapsPage::cmdmapload_Click()
 {
     const QList<QListWidgetItem *> selected = ui->lstmaps->selectedItems();
     if (selected.isEmpty()) {
-        services.prompts.inform(tr("Select a map in the table to load first"), tr("Select Map"));
+        services.prompts.inform(u"Select a map in the table to load first"_s, u"Select Map"_s);
         return;
     }
     Conversation(services).sendWithoutWaiting(u"map "_s + selected.first()->text());

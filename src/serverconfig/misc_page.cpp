@@ -39,9 +39,9 @@ MiscPage::~MiscPage() = default;
 
 void MiscPage::awaitServer()
 {
-    setRotation(tr("Server did not give rotation."), false);
+    setRotation(u"Server did not give rotation."_s, false);
     ui->lstcfgs->clear();
-    ui->lstcfgs->addItem(tr("No CFGs on server"));
+    ui->lstcfgs->addItem(u"No CFGs on server"_s);
     ui->cmdcfgexec->setEnabled(false);
 }
 
@@ -60,7 +60,7 @@ void MiscPage::showCfgFiles()
 {
     const QString &listing = services.session.rconreply;
     if (!listing.contains(u'\n'))
-        services.output.addmessage(tr("Server has no CFG files - Disabling fields..."));
+        services.output.addmessage(u"Server has no CFG files - Disabling fields..."_s);
     ui->lstcfgs->clear();
     ui->lstcfgs->addItems(cfgFiles(listing)); // the first becomes the selected one
     // Enabled also when there is none, whatever the message says.
@@ -86,25 +86,25 @@ void MiscPage::cmdsetservedit_Click()
     if (rotation.isEmpty())
         return;
     services.exchange.sendinfo(u"sv_maprotationcurrent \""_s + rotation + u'"');
-    services.output.addmessage(tr("Set Map rotation to Custom choice."));
+    services.output.addmessage(u"Set Map rotation to Custom choice."_s);
 }
 
 void MiscPage::lblsmrnotes_Click()
 {
     const bool show = ui->txtsmrnotes->isHidden();
     ui->txtsmrnotes->setVisible(show);
-    ui->lblsmrnotes->setText(show ? tr("Click to remove") : tr("Click for Notes"));
+    ui->lblsmrnotes->setText(show ? u"Click to remove"_s : u"Click for Notes"_s);
     ui->lstcfgs->setHidden(show);
     ui->cmdcfgexec->setHidden(show);
 }
 
 void MiscPage::cmdcfgexec_Click()
 {
-    const Answer answer = services.prompts.ask({tr("Exec CFG"),
-                                                tr("Are you sure you want to Exec the selected CFG file\r"
-                                                   "Executing CFGs is at your own risk!\r"
-                                                   "\r"
-                                                   "Please ensure you know what the file performs"),
+    const Answer answer = services.prompts.ask({u"Exec CFG"_s,
+                                                u"Are you sure you want to Exec the selected CFG file\r"
+                                                "Executing CFGs is at your own risk!\r"
+                                                "\r"
+                                                "Please ensure you know what the file performs"_s,
                                                 BoxIcon::Question, BoxButtons::OkCancel});
     if (answer == Answer::Cancel)
         return;
@@ -113,7 +113,7 @@ void MiscPage::cmdcfgexec_Click()
     const QString file = shown.endsWith(u".cfg", Qt::CaseInsensitive) ? shown : shown + u".cfg"_s;
     services.exchange.sendinfo(u"exec "_s + file, true);
     services.exchange.waitseconds(1);
-    services.output.addmessage(tr("Performed EXEC of ") + shown);
+    services.output.addmessage(u"Performed EXEC of "_s + shown);
 }
 
 void MiscPage::setRotation(const QString &text, bool told)

@@ -71,9 +71,9 @@ void ModesPage::setLimits(TextBox &score, TextBox &time, const QString &mode)
     const QString scoreText = score.text();
     const QString timeText = time.text();
     try {
-        if (isInvalid(isNumeric(scoreText), score, tr("Score limit has to be a number")) ||
-            isInvalid(isNumeric(timeText), time, tr("Time limit has to be a positive number of minutes")) ||
-            isInvalid(isTimeLimit(timeText), time, tr("Time limit has to be a number of minutes (0 - 1440)")))
+        if (isInvalid(isNumeric(scoreText), score, u"Score limit has to be a number"_s) ||
+            isInvalid(isNumeric(timeText), time, u"Time limit has to be a positive number of minutes"_s) ||
+            isInvalid(isTimeLimit(timeText), time, u"Time limit has to be a number of minutes (0 - 1440)"_s))
             return;
     } catch (const Fault &fault) {
         services.prompts.showFault(fault);
@@ -82,10 +82,10 @@ void ModesPage::setLimits(TextBox &score, TextBox &time, const QString &mode)
     // What was checked is sent, also when it is edited meanwhile.
     const Conversation talk(services);
     talk.sendinfo(score.tag + u' ' + scoreText);
-    talk.addmessage(mode + tr(" score limit updated to ") + scoreText);
+    talk.addmessage(mode + u" score limit updated to "_s + scoreText);
     talk.waitseconds(1);
     talk.sendinfo(time.tag + u' ' + timeText);
-    talk.addmessage(mode + tr(" time limit updated to ") + timeText);
+    talk.addmessage(mode + u" time limit updated to "_s + timeText);
 }
 
 void ModesPage::cmdsetsd_Click()
@@ -96,21 +96,21 @@ void ModesPage::cmdsetsd_Click()
     const QString score = ui->txtscorelim->text();
     const QString time = ui->txttimelim->text();
     try {
-        if (isInvalid(isNumeric(grace), *ui->txtgrace, tr("Grace period has to be a number of seconds")) ||
+        if (isInvalid(isNumeric(grace), *ui->txtgrace, u"Grace period has to be a number of seconds"_s) ||
             isInvalid(isNumeric(roundLength), *ui->txtroundlen,
-                      tr("Round length has to be a positive number of minutes")) ||
+                      u"Round length has to be a positive number of minutes"_s) ||
             isInvalid(isNumeric(roundLimit), *ui->txtroundlim,
-                      tr("Round limit has to be a number of round wins (0=unlimited)")) ||
-            isInvalid(isNumeric(score), *ui->txtscorelim, tr("Score limit has to be a number of round wins")) ||
+                      u"Round limit has to be a number of round wins (0=unlimited)"_s) ||
+            isInvalid(isNumeric(score), *ui->txtscorelim, u"Score limit has to be a number of round wins"_s) ||
             isInvalid(isNumeric(time) && isTimeLimit(time), *ui->txttimelim,
-                      tr("Time limit has to be a number of minutes (0 - 1440)")))
+                      u"Time limit has to be a number of minutes (0 - 1440)"_s))
             return;
     } catch (const Fault &fault) {
         services.prompts.showFault(fault);
         return;
     }
     const Answer answer = services.prompts.ask(
-        {tr("Set server"), tr("Set server with values in display?"), BoxIcon::Information, BoxButtons::OkCancel});
+        {u"Set server"_s, u"Set server with values in display?"_s, BoxIcon::Information, BoxButtons::OkCancel});
     if (answer == Answer::Cancel)
         return;
 
@@ -119,23 +119,23 @@ void ModesPage::cmdsetsd_Click()
         talk.sendinfo(box->tag + u' ' + text);
         talk.addmessage(confirmation);
     };
-    send(ui->txtgrace, grace, tr("S&D Grace period updated to ") + grace);
+    send(ui->txtgrace, grace, u"S&D Grace period updated to "_s + grace);
     talk.waitseconds(1);
     // The line about the round length names the round limit.
-    send(ui->txtroundlen, roundLength, tr("S&D Round length updated to ") + roundLimit);
+    send(ui->txtroundlen, roundLength, u"S&D Round length updated to "_s + roundLimit);
     talk.waitseconds(1);
-    send(ui->txtroundlim, roundLimit, tr("S&D Round limit updated to ") + roundLimit);
+    send(ui->txtroundlim, roundLimit, u"S&D Round limit updated to "_s + roundLimit);
     talk.waitseconds(1);
-    send(ui->txtscorelim, score, tr("S&D Score limit updated to ") + score);
+    send(ui->txtscorelim, score, u"S&D Score limit updated to "_s + score);
     talk.waitseconds(1);
-    send(ui->txttimelim, time, tr("S&D Time limit updated to ") + time);
+    send(ui->txttimelim, time, u"S&D Time limit updated to "_s + time);
 }
 
 bool ModesPage::isInvalid(bool valid, TextBox &box, const QString &complaint)
 {
     if (valid)
         return false;
-    services.prompts.ask({tr("Invalid value"), complaint, BoxIcon::None, BoxButtons::Ok});
+    services.prompts.ask({u"Invalid value"_s, complaint, BoxIcon::None, BoxButtons::Ok});
     box.setFocus();
     return true;
 }

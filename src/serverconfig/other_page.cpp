@@ -63,7 +63,7 @@ void OtherPage::populate()
 
     // Unlike other pages this one goes on collecting afterwards: replies stay silent until somebody else ends that.
     services.session.rconcollect = true;
-    services.output.showprogress(u"\r\n"_s + tr("Reading variables from the server..."), Progress::Replace);
+    services.output.showprogress(u"\r\nReading variables from the server..."_s, Progress::Replace);
     services.session.rconbusy = true;
     try {
         const Conversation talk(services);
@@ -83,26 +83,25 @@ void OtherPage::populate()
 void OtherPage::sendChanges()
 {
     // Cancel sends all the same.
-    services.prompts.ask({tr("Send to Server?"),
-                          tr("Only changed values will be sent.\rSend other settings to server?"), BoxIcon::Information,
-                          BoxButtons::OkCancel});
+    services.prompts.ask({u"Send to Server?"_s, u"Only changed values will be sent.\rSend other settings to server?"_s,
+                          BoxIcon::Information, BoxButtons::OkCancel});
     const Conversation talk(services);
     services.session.rconbusy = true;
     for (CheckBox *box : chkCodOther)
-        sendIfChanged(talk, *box, ValueForm::Quoted, box->text() + tr(" updated."));
+        sendIfChanged(talk, *box, ValueForm::Quoted, box->text() + u" updated."_s);
     services.session.rconbusy = false;
 }
 
 void OtherPage::setclanbase()
 {
-    const Answer answer = services.prompts.ask({tr("Change settings?"),
-                                                tr("Are you sure you want to set as Clan Base rules\r"
-                                                   "Check popup rules to see what variables will change"),
+    const Answer answer = services.prompts.ask({u"Change settings?"_s,
+                                                u"Are you sure you want to set as Clan Base rules\r"
+                                                "Check popup rules to see what variables will change"_s,
                                                 BoxIcon::Information, BoxButtons::OkCancel});
     if (answer == Answer::Cancel)
         return;
     const Conversation talk(services);
-    talk.addmessage(tr("Setting server to Clanbase rules....."));
+    talk.addmessage(u"Setting server to Clanbase rules....."_s);
     for (const QLatin1StringView rule : clanBaseRules) {
         talk.sendinfo(rule, true);
         services.exchange.yield();

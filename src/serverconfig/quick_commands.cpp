@@ -6,8 +6,6 @@
 #include "rcon/services.h"
 #include "rcon/session.h"
 
-#include <QObject>
-
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -16,28 +14,28 @@ namespace {
 
 struct GameType {
     QLatin1StringView prefix;
-    const char *confirmation;
+    QLatin1StringView confirmation;
 };
 
 constexpr std::array<GameType, 5> gameTypes{{
-    {"sd"_L1, QT_TRANSLATE_NOOP("QObject", "Mode changed to SD")},
-    {"ctf"_L1, QT_TRANSLATE_NOOP("QObject", "Mode changed to CTF")},
-    {"tdm"_L1, QT_TRANSLATE_NOOP("QObject", "Mode changed to TDM")},
-    {"dm"_L1, QT_TRANSLATE_NOOP("QObject", "Mode changed to DM")},
-    {"hq"_L1, QT_TRANSLATE_NOOP("QObject", "Mode changed to HeadQuarters")},
+    {"sd"_L1, "Mode changed to SD"_L1},
+    {"ctf"_L1, "Mode changed to CTF"_L1},
+    {"tdm"_L1, "Mode changed to TDM"_L1},
+    {"dm"_L1, "Mode changed to DM"_L1},
+    {"hq"_L1, "Mode changed to HeadQuarters"_L1},
 }};
 constexpr int teamDeathmatch = 2;
 
 struct FriendlyFire {
     QLatin1StringView announcement;
-    const char *confirmation;
+    QLatin1StringView confirmation;
 };
 
 constexpr std::array<FriendlyFire, 4> friendlyFireModes{{
-    {"Friendly Fire now ^2OFF"_L1, QT_TRANSLATE_NOOP("QObject", "Friendly Fire OFF")},
-    {"Friendly Fire now ^2ON"_L1, QT_TRANSLATE_NOOP("QObject", "Friendly Fire ON")},
-    {"Friendly Fire now ^2Reflective"_L1, QT_TRANSLATE_NOOP("QObject", "Friendly Fire Reflective")},
-    {"Friendly Fire now ^2Shared"_L1, QT_TRANSLATE_NOOP("QObject", "Friendly Fire Shared")},
+    {"Friendly Fire now ^2OFF"_L1, "Friendly Fire OFF"_L1},
+    {"Friendly Fire now ^2ON"_L1, "Friendly Fire ON"_L1},
+    {"Friendly Fire now ^2Reflective"_L1, "Friendly Fire Reflective"_L1},
+    {"Friendly Fire now ^2Shared"_L1, "Friendly Fire Shared"_L1},
 }};
 
 } // namespace
@@ -59,7 +57,7 @@ void switchGameType(const Services &services, int index)
     if (services.session.rconnotconnected)
         return;
     talk.waitseconds(1);
-    talk.addmessage(QObject::tr(type.confirmation));
+    talk.addmessage(type.confirmation);
     if (index == teamDeathmatch)
         talk.sendinfo(restart, true);
     else
@@ -73,19 +71,19 @@ void setFriendlyFire(const Services &services, int mode)
     talk.sendinfo(u"scr_friendlyfire "_s + QString::number(mode), true);
     talk.waitseconds(1);
     talk.sendinfo(u"say "_s + chatPrefix + how.announcement, true);
-    talk.addmessage(QObject::tr(how.confirmation));
+    talk.addmessage(how.confirmation);
 }
 
 void restartMap(const Services &services)
 {
     const Conversation talk(services);
     talk.sendWithoutWaiting(u"map_restart"_s);
-    talk.addmessage(QObject::tr("Map Restart"));
+    talk.addmessage(u"Map Restart"_s);
 }
 
 void rotateMap(const Services &services)
 {
     const Conversation talk(services);
     talk.sendWithoutWaiting(u"map_rotate"_s);
-    talk.addmessage(QObject::tr("Map Rotate"));
+    talk.addmessage(u"Map Rotate"_s);
 }

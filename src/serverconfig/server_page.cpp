@@ -45,7 +45,7 @@ void ServerPage::cmdservpop_Click()
 
     Session &session = services.session;
     session.rconcollect = true;
-    services.output.showprogress(tr("Reading variables from the server..."), Progress::Replace);
+    services.output.showprogress(u"Reading variables from the server..."_s, Progress::Replace);
     session.rconbusy = true;
     try {
         readVariables();
@@ -85,30 +85,30 @@ void ServerPage::readVariables()
 void ServerPage::cmdservsetbasics_Click()
 {
     // Cancel sends all the same.
-    services.prompts.ask({tr("Send to Server?"), tr("Only changed values will be sent.\rSend settings to server?"),
+    services.prompts.ask({u"Send to Server?"_s, u"Only changed values will be sent.\rSend settings to server?"_s,
                           BoxIcon::Information, BoxButtons::OkCancel});
     const Conversation talk(services);
     services.session.rconbusy = true;
-    sendIfChanged(talk, *ui->txtservername, ValueForm::Quoted, tr("Server name updated."));
-    sendIfChanged(talk, *ui->txtservermotd, ValueForm::Quoted, tr("Server MOTD updated."));
-    sendIfChanged(talk, *ui->chkkillcam, ValueForm::Plain, tr("Kill cam updated"));
-    sendIfChanged(talk, *ui->chkteamicons, ValueForm::Plain, tr("Team Icons updated"));
+    sendIfChanged(talk, *ui->txtservername, ValueForm::Quoted, u"Server name updated."_s);
+    sendIfChanged(talk, *ui->txtservermotd, ValueForm::Quoted, u"Server MOTD updated."_s);
+    sendIfChanged(talk, *ui->chkkillcam, ValueForm::Plain, u"Kill cam updated"_s);
+    sendIfChanged(talk, *ui->chkteamicons, ValueForm::Plain, u"Team Icons updated"_s);
     if (ui->chkvoting->dataChanged)
         sendVoting(talk);
-    sendIfChanged(talk, *ui->txtmaxclients, ValueForm::Plain, tr("Maximum clients updated"));
-    sendIfChanged(talk, *ui->txtmaxping, ValueForm::Plain, tr("Maximum client Ping updated"));
-    sendIfChanged(talk, *ui->txtmaxrate, ValueForm::Plain, tr("Maximum client Rate updated"));
-    sendIfChanged(talk, *ui->chkfreelook, ValueForm::Plain, tr("Free Look updated"));
-    sendIfChanged(talk, *ui->chkteambal, ValueForm::Plain, tr("Team Balance updated"));
-    sendIfChanged(talk, *ui->chkspecenemy, ValueForm::Plain, tr("Spectate Enemy updated"));
-    sendIfChanged(talk, *ui->txtbantime, ValueForm::Plain, tr("Temporary ban time updated"));
+    sendIfChanged(talk, *ui->txtmaxclients, ValueForm::Plain, u"Maximum clients updated"_s);
+    sendIfChanged(talk, *ui->txtmaxping, ValueForm::Plain, u"Maximum client Ping updated"_s);
+    sendIfChanged(talk, *ui->txtmaxrate, ValueForm::Plain, u"Maximum client Rate updated"_s);
+    sendIfChanged(talk, *ui->chkfreelook, ValueForm::Plain, u"Free Look updated"_s);
+    sendIfChanged(talk, *ui->chkteambal, ValueForm::Plain, u"Team Balance updated"_s);
+    sendIfChanged(talk, *ui->chkspecenemy, ValueForm::Plain, u"Spectate Enemy updated"_s);
+    sendIfChanged(talk, *ui->txtbantime, ValueForm::Plain, u"Temporary ban time updated"_s);
     services.session.rconbusy = false;
 }
 
 // The game has the switch twice; the second one takes what the box shows a second later.
 void ServerPage::sendVoting(const Conversation &talk)
 {
-    const QString confirmation = tr("Voting updated");
+    const QString confirmation = u"Voting updated"_s;
     send(talk, *ui->chkvoting, ValueForm::Plain);
     talk.addmessage(confirmation);
     talk.waitseconds(1);
@@ -120,13 +120,13 @@ void ServerPage::sendVoting(const Conversation &talk)
 void ServerPage::cmdservsetpass_Click()
 {
     if (ui->txtservpass->text().isEmpty()) {
-        services.prompts.inform(tr("Use the Remove button to clear the server password"), tr("No password given"));
+        services.prompts.inform(u"Use the Remove button to clear the server password"_s, u"No password given"_s);
         return;
     }
     const Conversation talk(services);
     talk.sendinfo(ui->txtservpass->tag + u" \""_s + ui->txtservpass->text() + u'"', true);
     talk.waitseconds(3);
-    talk.addmessage(tr("Server password added"));
+    talk.addmessage(u"Server password added"_s);
     talk.sendWithoutWaiting(u"map_restart"_s);
 }
 
@@ -134,7 +134,7 @@ void ServerPage::cmdservrempass_Click()
 {
     const Conversation talk(services);
     talk.sendinfo(ui->txtservpass->tag + u" \"\""_s, true);
-    talk.addmessage(tr("Server password Removed"));
+    talk.addmessage(u"Server password Removed"_s);
 }
 
 void ServerPage::cmdff_Click()

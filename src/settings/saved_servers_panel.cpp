@@ -6,6 +6,8 @@
 #include "ini_text.h"
 #include "saved_servers.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QStringList texts(const QListWidget *list)
@@ -55,7 +57,7 @@ void SavedServersPanel::lstservers_Click()
 void SavedServersPanel::Saveserver_Click(const QString &server, const QString &port, const QString &password)
 {
     if (server.isEmpty() || port.isEmpty() || password.isEmpty()) {
-        prompts.refuse(tr("Need a Server, Port and password to be present to save"), tr("In complete details"));
+        prompts.refuse(u"Need a Server, Port and password to be present to save"_s, u"In complete details"_s);
         return;
     }
     if (findServerRow(texts(ui->lstservers), server) >= 0)

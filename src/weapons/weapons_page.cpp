@@ -65,14 +65,14 @@ void WeaponsPage::cmdpopwep_Click()
     Session &session = services.session;
     session.rconbusy = true;
     session.rconcollect = true;
-    services.output.showprogress(tr("Reading variables from the server...\r\nAllies..."), Progress::Replace);
+    services.output.showprogress(u"Reading variables from the server...\r\nAllies..."_s, Progress::Replace);
     try {
         readWeapons();
     } catch (const Fault &) {
-        services.prompts.refuse(tr("The server is not responding quickly enough\r"
-                                   "or a server side mod has replaced the rcon variables\r"
-                                   "Try populate again"),
-                                tr("Slow Server Response"));
+        services.prompts.refuse(u"The server is not responding quickly enough\r"
+                                "or a server side mod has replaced the rcon variables\r"
+                                "Try populate again"_s,
+                                u"Slow Server Response"_s);
     }
     services.output.showprogress({}, Progress::Replace);
     session.rconcollect = false;
@@ -82,7 +82,7 @@ void WeaponsPage::cmdpopwep_Click()
 void WeaponsPage::readWeapons()
 {
     // By WeaponGroup.
-    const std::array notes{tr("British..."), tr("Russians..."), tr("Allies..."), tr("German..."), tr("Others...")};
+    const std::array notes{u"British..."_s, u"Russians..."_s, u"Allies..."_s, u"German..."_s, u"Others..."_s};
     const Conversation talk(services);
     readGroup(talk, u"scr_allow_*"_s);
     WeaponGroup group = weapons().first().group;
@@ -97,9 +97,9 @@ void WeaponsPage::readWeapons()
 
 void WeaponsPage::cmdwepsetserv_Click()
 {
-    const Answer answer = services.prompts.ask(
-        {tr("Send to Server?"), tr("Send weapon settings to server?\rOnly changed values will be sent."),
-         BoxIcon::Information, BoxButtons::OkCancel});
+    const Answer answer = services.prompts.ask({u"Send to Server?"_s,
+                                                u"Send weapon settings to server?\rOnly changed values will be sent."_s,
+                                                BoxIcon::Information, BoxButtons::OkCancel});
     if (answer == Answer::Cancel)
         return;
     const Conversation talk(services);
@@ -117,9 +117,9 @@ void WeaponsPage::setAll(bool allowed)
 
 void WeaponsPage::cmdriflesonly_Click()
 {
-    const Answer answer = services.prompts.ask({tr("Rifles only?"),
-                                                tr("Set weapons to rifles only on server?\r"
-                                                   "Screen will reflect changes"),
+    const Answer answer = services.prompts.ask({u"Rifles only?"_s,
+                                                u"Set weapons to rifles only on server?\r"
+                                                "Screen will reflect changes"_s,
                                                 BoxIcon::Information, BoxButtons::OkCancel});
     if (answer == Answer::Cancel)
         return;
@@ -132,13 +132,13 @@ void WeaponsPage::cmdriflesonly_Click()
         weapon.setChecked(setting.allowed);
         send(talk, weapon, ValueForm::Quoted);
     }
-    talk.addmessage(tr("Server set to rifles only"));
+    talk.addmessage(u"Server set to rifles only"_s);
 }
 
 void WeaponsPage::cmdnosnipers_Click()
 {
     const Answer answer = services.prompts.ask(
-        {tr("No Snipers"), tr("Disable snipers on server"), BoxIcon::Question, BoxButtons::OkCancel});
+        {u"No Snipers"_s, u"Disable snipers on server"_s, BoxIcon::Question, BoxButtons::OkCancel});
     if (answer == Answer::Cancel)
         return;
     const Conversation talk(services);
@@ -151,5 +151,5 @@ void WeaponsPage::cmdnosnipers_Click()
         if (weapon->dataChanged)
             send(talk, *weapon, ValueForm::Quoted);
     }
-    talk.addmessage(tr("No snipers set on server."));
+    talk.addmessage(u"No snipers set on server."_s);
 }
