@@ -167,11 +167,11 @@ int main(int argc, char *argv[])
     }
 
     const auto rconPane = [](Composition &program) -> Pane {
-        return {Turn(program.window, program.output.pane()->viewport()),
+        return {Turn(program.window, program.output.pane().viewport()),
                 [&program](const QString &text) { program.output.addrcon(text + u'\n'); }};
     };
     const auto messageList = [](Composition &program) -> Pane {
-        return {Turn(program.window, program.output.list()->viewport()),
+        return {Turn(program.window, program.output.list().viewport()),
                 [&program](const QString &text) { program.output.addmessage(text); }};
     };
     bool kept = fill("RCON pane", rconPane(one), rconPane(other));

@@ -87,7 +87,7 @@ void answer(const QList<QByteArray> &datagrams, bool collects)
     require(link.program.session.rconreply == fromAnsi(reply),
             "the reply is what was sent, one datagram after another");
     require(link.program.session.rconarrived, "an answer has arrived");
-    require(link.program.output.pane()->text() == fromAnsi(pane), "the pane shows it as plain text, or nothing of it");
+    require(link.program.output.pane().text() == fromAnsi(pane), "the pane shows it as plain text, or nothing of it");
 
     const bool tooLarge = std::ranges::any_of(datagrams, [](const QByteArray &one) { return one.size() > 8192; });
     require(link.program.prompts.takeBoxes().size() == (tooLarge ? 1 : 0), "one box tells of what was cut off");

@@ -4,8 +4,12 @@
 #include "fast_clock.h"
 #include "scripted_prompts.h"
 
+#include "output/message_list.h"
 #include "output/output.h"
+#include "output/rcon_pane.h"
 #include "rcon/exchange.h"
+#include "rcon/server_fields.h"
+#include "rcon/server_link.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
 #include "rcon/udp_client.h"
@@ -24,7 +28,11 @@ struct ServerSide {
     Session session;
     UDPClient udpclient;
     IniFile ini{QString()};
+    ServerFields fields;
+    RconPane txtoutput;
+    MessageList lstmessages;
     Output output{prompts, clock};
-    Exchange exchange{session, udpclient, output, prompts, clock};
-    Services services{session, udpclient, exchange, output, prompts, ini, clock};
+    Exchange exchange{session, udpclient, fields, output, prompts, clock};
+    ServerLink link{session.rconcollect, session.rconbusy, udpclient, exchange};
+    Services services{session, fields, link, output, prompts, ini, clock};
 };

@@ -3,7 +3,10 @@
 
 #include "main_window.h"
 #include "output/output.h"
+#include "rcon/connecting.h"
 #include "rcon/exchange.h"
+#include "rcon/server_fields.h"
+#include "rcon/server_link.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
 #include "rcon/udp_client.h"
@@ -15,17 +18,22 @@ struct Composition {
     Composition(Prompts &prompts, const Clock &clock, const QString &inipath)
         : ini(inipath),
           output(prompts, clock),
-          exchange(session, udpclient, output, prompts, clock),
-          services{session, udpclient, exchange, output, prompts, ini, clock},
-          window(services)
+          exchange(session, udpclient, fields, output, prompts, clock),
+          link(session.rconcollect, session.rconbusy, udpclient, exchange),
+          services{session, fields, link, output, prompts, ini, clock},
+          connecting(services),
+          window(services, connecting)
     {
     }
 
     Session session;
+    ServerFields fields;
     UDPClient udpclient;
     IniFile ini;
     Output output;
     Exchange exchange;
+    ServerLink link;
     Services services;
+    Connecting connecting;
     MainWindow window;
 };

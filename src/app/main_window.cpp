@@ -8,15 +8,16 @@
 #include "messages/messages_page.h"
 #include "mods/hob_window.h"
 #include "mods/mods_page.h"
+#include "output/message_list.h"
 #include "output/output.h"
-#include "output/rcon_pane.h"
 #include "players/players_page.h"
 #include "preferences_window.h"
 #include "rcon/connect_panel.h"
+#include "rcon/connecting.h"
 #include "rcon/console_panel.h"
+#include "rcon/server_fields.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
-#include "rcon/udp_client.h"
 #include "serverconfig/maps_page.h"
 #include "serverconfig/misc_page.h"
 #include "serverconfig/modes_page.h"
@@ -59,14 +60,15 @@ void bringUp(QWidget &window)
 
 } // namespace
 
-MainWindow::MainWindow(Services &services_, QWidget *parent)
+MainWindow::MainWindow(Services &services_, Connecting &connecting_, QWidget *parent)
     : QMainWindow(parent),
       services(services_),
+      connecting(connecting_),
       ui(std::make_unique<Ui::MainWindow>()),
-      connectPanel(new ConnectPanel(services)),
+      connectPanel(new ConnectPanel(services.fields, connecting)),
       consolePanel(new ConsolePanel(services)),
       messagePanel(new MessagePanel(services)),
-      savedServers(new SavedServersPanel(services.prompts, services.session.servercount)),
+      savedServers(new SavedServersPanel(services.prompts)),
       serverPage(new ServerPage(services))
 {
     ui->setupUi(this);
@@ -84,9 +86,9 @@ void MainWindow::placePanels()
     ui->rows->insertWidget(0, connectPanel);
     ui->upperSplitter->addWidget(savedServers);
     ui->upperSplitter->setStretchFactor(0, 1);
-    ui->responseRows->addWidget(services.output.pane());
     ui->responseRows->addWidget(consolePanel);
     ui->lowerSplitter->addWidget(messagePanel);
+    services.output.attach(*ui->txtoutput, messagePanel->list());
     ui->upperSplitter->setSizes({900, 220});
     ui->lowerSplitter->setSizes({760, 360});
     ui->splitter->setSizes({375, 305}); // the tallest page fits in with the usual font
@@ -105,10 +107,10 @@ void MainWindow::addTabs()
 
 void MainWindow::buildPages()
 {
-    playersPage = new PlayersPage(services, *connectPanel);
+    playersPage = new PlayersPage(services);
     auto *modsPage = new ModsPage;
     connect(modsPage, &ModsPage::hobwanted, this, &MainWindow::showhob);
-    messagesPage = new MessagesPage(services, *connectPanel, serverPage->placeholderVariables());
+    messagesPage = new MessagesPage(services, serverPage->placeholderVariables());
     miscPage = new MiscPage(services);
     otherPage = new OtherPage(services);
 
@@ -121,7 +123,7 @@ void MainWindow::buildPages()
 
 void MainWindow::wirePanels()
 {
-    connect(savedServers, &SavedServersPanel::serverchosen, connectPanel, &ConnectPanel::fill);
+    connect(savedServers, &SavedServersPanel::serverchosen, &services.fields, &ServerFields::set);
     connect(connectPanel, &ConnectPanel::passwordentered, consolePanel, &ConsolePanel::cmdsend_Click);
     connect(connectPanel, &ConnectPanel::modsitewanted, this, [] { openurl(WebAddress::hobMod); });
 }
@@ -129,29 +131,27 @@ void MainWindow::wirePanels()
 void MainWindow::wirePages()
 {
     connect(messagesPage, &MessagesPage::entered, consolePanel, &ConsolePanel::cmdsend_Click);
-    connect(connectPanel, &ConnectPanel::connected, miscPage, &MiscPage::awaitServer);
-    connect(connectPanel, &ConnectPanel::rotationread, miscPage, &MiscPage::showRotation);
-    connect(connectPanel, &ConnectPanel::cfgfilesread, miscPage, &MiscPage::showCfgFiles);
-    connect(connectPanel, &ConnectPanel::settled, playersPage, &PlayersPage::startRefresh);
+    connect(&connecting, &Connecting::connected, miscPage, &MiscPage::awaitServer);
+    connect(&connecting, &Connecting::rotationread, miscPage, &MiscPage::showRotation);
+    connect(&connecting, &Connecting::cfgfilesread, miscPage, &MiscPage::showCfgFiles);
+    connect(&connecting, &Connecting::surveyed, playersPage, &PlayersPage::startRefresh);
 
-    connect(connectPanel, &ConnectPanel::disconnected, messagesPage, &MessagesPage::endCycle);
-    connect(connectPanel, &ConnectPanel::disconnected, playersPage, &PlayersPage::endRefresh);
-    connect(connectPanel, &ConnectPanel::disconnected, miscPage, &MiscPage::forgetServer);
+    connect(&connecting, &Connecting::disconnected, messagesPage, &MessagesPage::endCycle);
+    connect(&connecting, &Connecting::disconnected, playersPage, &PlayersPage::endRefresh);
+    connect(&connecting, &Connecting::disconnected, miscPage, &MiscPage::forgetServer);
 }
 
 void MainWindow::wireMenus()
 {
     connect(ui->Saveserver, &QAction::triggered, this, [this] {
-        savedServers->Saveserver_Click(connectPanel->server(), connectPanel->port(), connectPanel->password());
+        savedServers->Saveserver_Click(services.fields.server(), services.fields.port(), services.fields.password());
     });
     connect(ui->removeserver, &QAction::triggered, this,
-            [this] { savedServers->removeserver_Click(connectPanel->server(), connectPanel->port()); });
+            [this] { savedServers->removeserver_Click(services.fields.server(), services.fields.port()); });
 
-    connect(ui->savemessages, &QAction::triggered, this,
-            [this] { services.output.savemessages_Click(services.session.autoaction); });
+    connect(ui->savemessages, &QAction::triggered, this, [this] { services.output.savemessages_Click(false); });
     connect(ui->clearmessage, &QAction::triggered, this, [this] { services.output.clearmessage_Click(); });
-    connect(ui->savercon, &QAction::triggered, this,
-            [this] { services.output.savercon_Click(services.session.autoaction); });
+    connect(ui->savercon, &QAction::triggered, this, [this] { services.output.savercon_Click(false); });
     connect(ui->clearrcon, &QAction::triggered, this, [this] { services.output.clearrcon_Click(); });
 
     wireCommonTasks();
@@ -218,7 +218,7 @@ void MainWindow::orderTabs()
     }
     QWidgetList ordered;
     for (const QWidget *area : QList<const QWidget *>{connectPanel, ui->SSTab, savedServers, ui->responses,
-                                                      services.output.list(), messagePanel, ui->cmdexit}) {
+                                                      &messagePanel->list(), messagePanel, ui->cmdexit}) {
         for (QWidget *stop : std::as_const(stops)) {
             if ((stop == area || area->isAncestorOf(stop)) && !ordered.contains(stop))
                 ordered.append(stop);
@@ -238,7 +238,6 @@ void MainWindow::Form_Load()
     Session &session = services.session;
     if (session.closing)
         return;
-    const QScopedValueRollback loading(session.formloading, true);
     buildPages();
     wirePages();
     orderTabs();
@@ -256,13 +255,11 @@ void MainWindow::Form_Load()
 
 void MainWindow::autoConnect()
 {
-    Session &session = services.session;
-    const Preferences &options = session.options;
-    connectPanel->fill(options.autoconnectserv, options.autoconnectport, options.autoconnectrcon);
+    const Preferences &options = services.session.options;
+    services.fields.set(options.autoconnectserv, options.autoconnectport, options.autoconnectrcon);
     if (options.autoconnectserv.isEmpty() || options.autoconnectport.isEmpty() || options.autoconnectrcon.isEmpty())
         return;
-    const QScopedValueRollback collecting(session.rconcollect, true);
-    connectPanel->cmdconnect_Click();
+    connecting.connectAtStart();
 }
 
 void MainWindow::Form_Activate()
@@ -318,17 +315,16 @@ void MainWindow::endRun()
     services.session.closing = true;
     for (QTimer *timer : findChildren<QTimer *>())
         timer->stop();
-    services.udpclient.Close();
+    connecting.closeLink();
     if (!isLoaded())
         return; // what would be saved, and whether the logs are wanted, has not been read
 
     services.output.showprogress(u"Saving server list to INI"_s, Progress::Replace);
     if (writeServerList()) {
-        services.session.autoaction = true;
         if (services.session.options.savercon)
-            services.output.savercon_Click(services.session.autoaction);
+            services.output.savercon_Click(true);
         if (services.session.options.savemessages)
-            services.output.savemessages_Click(services.session.autoaction);
+            services.output.savemessages_Click(true);
     }
     services.output.showprogress({}, Progress::Replace);
 }

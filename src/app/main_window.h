@@ -6,6 +6,7 @@
 #include <memory>
 
 class ConnectPanel;
+class Connecting;
 class ConsolePanel;
 class AboutWindow;
 class HobWindow;
@@ -29,7 +30,7 @@ class MainWindow final : public QMainWindow {
     Q_OBJECT
 
 public:
-    explicit MainWindow(Services &services, QWidget *parent = nullptr);
+    MainWindow(Services &services_, Connecting &connecting_, QWidget *parent = nullptr);
     ~MainWindow() override;
 
 public slots:
@@ -69,6 +70,7 @@ private:
     void watchActivation(const QWindow *active);
 
     Services &services;
+    Connecting &connecting;
     std::unique_ptr<Ui::MainWindow> ui;
     ConnectPanel *connectPanel;
     ConsolePanel *consolePanel;

@@ -4,7 +4,8 @@
 #include <QDateTime>
 #include <QLocale>
 
-/// The time of day. The program asks nothing else what time it is, so that tests can let it run faster.
+/// The time of day. The program asks nothing else what time it is and waits in no other way, so that tests can let it
+/// run faster.
 class Clock {
 public:
     Clock() = default;
@@ -17,4 +18,8 @@ public:
     [[nodiscard]] QString shortTime() const { return QLocale::system().toString(now().time(), QLocale::ShortFormat); }
     /// Seconds since midnight with fractions, 0 to 86,400; falls back to zero at midnight.
     [[nodiscard]] double secondsSinceMidnight() const { return now().time().msecsSinceStartOfDay() / 1000.0; }
+
+    /// Yields to the event loop, which sleeps until something happens: a datagram, a click, a timer. At most that long,
+    /// and at most a second, so that a clock that is set meanwhile is noticed.
+    virtual void rest(double seconds) const;
 };

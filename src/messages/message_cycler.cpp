@@ -1,73 +1,46 @@
 // SPDX-License-Identifier: MIT
+#include "message_cycler.h"
+
 #include "base/fault.h"
 #include "base/focus.h"
 #include "base/numbers.h"
-#include "base/once.h"
 #include "base/prompts.h"
-#include "messages_page.h"
-#include "rcon/connect_panel.h"
-#include "rcon/exchange.h"
+#include "message_sets.h"
+#include "rcon/conversation.h"
+#include "rcon/server_fields.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
-#include "rcon/udp_client.h"
 #include "serverconfig/chat_prefix.h"
 #include "serverconfig/dvar_reply.h"
-#include "ui_messages_page.h"
-
-#include <QScopedValueRollback>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
-void MessagesPage::autoStart()
+MessageCycler::MessageCycler(Services &services_, const MessageSets &sets_, PlaceholderVariables variables_,
+                             QObject *parent)
+    : QObject(parent), services(services_), sets(sets_), variables(std::move(variables_)), tmrmessage(this)
 {
-    const Preferences &options = services.session.options;
-    ui->txtinterval->setText(QString::number(options.messagetime));
-    ui->txtinterval->dataChanged = false;
-    ui->txtfreesets->setText(QString::number(options.messageset)); // shown there, and nothing more
-    const QScopedValueRollback initiative(services.session.autoaction, true);
-    cmdmessstart_Click();
+    tmrmessage.setObjectName(u"tmrmessage"_s);
+    tmrmessage.setInterval(60'000);
+    connect(&tmrmessage, &QTimer::timeout, this, &MessageCycler::tmrmessage_Timer);
 }
 
-void MessagesPage::endCycle()
+void MessageCycler::start(const QString &name, bool unsaved, bool autoaction)
 {
-    if (!ui->cmdmessstart->isEnabled())
-        setCycling(false);
-}
-
-void MessagesPage::txtinterval_LostFocus()
-{
-    if (!ui->txtinterval->dataChanged)
-        return;
-    ui->txtinterval->dataChanged = false;
-    const QString text = ui->txtinterval->text();
-    if (isNumeric(text) && toNumber(text) >= 1 && toNumber(text) <= 10) {
-        cycle.sendNext();
-        return;
-    }
-    services.prompts.inform(isNumeric(text) ? u"Value between 1 and 10 minutes"_s
-                                            : u"Value between 1 and 10 only please"_s,
-                            u"Invalid Entry"_s);
-    ui->txtinterval->setFocus();
-}
-
-void MessagesPage::cmdmessstart_Click()
-{
-    const bool asks = !services.session.autoaction;
     if (!services.session.connected) {
-        if (asks)
+        if (!autoaction)
             services.prompts.inform(u"Please connect to server first"_s, u"Not Connected"_s);
         return;
     }
-    if (hasUnsavedSets()) {
+    if (unsaved) {
         services.prompts.refuse(u"Pending Save sets active\rPlease either Save or Discard changes\r"
                                 "before starting message cycler"_s,
                                 u"Pending Save Sets"_s);
         return;
     }
-    const QString name = ui->commessset->currentText();
-    if (asks) {
+    if (!autoaction) {
         const Answer answer =
             services.prompts.ask({u"Start Message Cycler"_s, u"Start message Cycle for set named:\r"_s + name,
                                   BoxIcon::Question, BoxButtons::OkCancel});
@@ -76,78 +49,68 @@ void MessagesPage::cmdmessstart_Click()
     }
     cycleset = sets.savedSlotOf(name);
     const bool isEmpty = cycleset < 0 || std::ranges::all_of(sets.savedMessages(cycleset), &QString::isEmpty);
-    if (!isEmpty)
-        setCycling(true);
-    else if (asks)
+    if (!isEmpty) {
+        tmrmessage.start();
+        emit runningchanged(true);
+    } else if (!autoaction) {
         services.prompts.refuse(u"The message set does not contain any messages!\r Please make some messages first."_s,
                                 u"No messages in set"_s);
+    }
 }
 
-void MessagesPage::cmdmessstop_Click()
+void MessageCycler::stop()
 {
-    setCycling(false);
+    tmrmessage.stop();
+    emit runningchanged(false);
 }
 
-void MessagesPage::setCycling(bool on)
+void MessageCycler::tmrmessage_Timer()
 {
-    if (on)
-        tmrmessage.start();
-    else
-        tmrmessage.stop();
-    ui->cmdmessstart->setEnabled(!on);
-    ui->cmdmessstop->setEnabled(on);
-}
-
-void MessagesPage::tmrmessage_Timer()
-{
-    const Once once(tickingSince, services.clock);
-    if (!once)
+    const ReentrancyGuard guard(ticking, services.clock);
+    if (!guard)
         return; // the last message, or a box that it brought, is still there
     if (!services.session.connected) {
         if (!programMinimised())
             services.prompts.inform(u"Please connect to server first"_s, u"Not Connected"_s);
         return;
     }
-    const QString interval = ui->txtinterval->text();
     if (cycle.minutePassed(isNumeric(interval) ? toNumber(interval) : 0) && !services.session.rconbusy)
         sayNext();
 }
 
-void MessagesPage::sayNext()
+void MessageCycler::sayNext()
 {
     const std::optional<QString> chosen = cycle.next(sets.savedMessages(cycleset));
     if (!chosen)
         return;
-    const int link = services.udpclient.link();
-    QString message = fillPlaceholder(*chosen, u"%IP%"_s, connectPanel.server() + u':' + connectPanel.port());
+    const Conversation talk(services);
+    QString message = fillPlaceholder(*chosen, u"%IP%"_s, services.fields.address());
     QString value;
     bool hasAsked = false;
     if (hasPlaceholder(message, u"%SN%"_s)) {
-        value = askVariable(variables.servername);
+        value = askVariable(talk, variables.servername);
         message = fillPlaceholder(message, u"%SN%"_s, value);
         hasAsked = true;
     }
-    const auto isLeft = [this, link] { return !services.session.connected || services.udpclient.link() != link; };
-    if (isLeft())
+    if (!talk.isOpen())
         return; // the message was meant for the server that has been left
     if (hasPlaceholder(message, u"%FF%"_s)) {
         // A mode without a word leaves the server's name in its place, if that has been asked for.
-        value = friendlyFireWord(askVariable(variables.friendlyfire), value);
+        value = friendlyFireWord(askVariable(talk, variables.friendlyfire), value);
         message = fillPlaceholder(message, u"%FF%"_s, value);
         hasAsked = true;
     }
-    if (isLeft())
+    if (!talk.isOpen())
         return;
-    services.exchange.sendinfo(u"say "_s + chatPrefix + message, hasAsked);
+    talk.tell(u"say "_s + chatPrefix + message, hasAsked);
     cycle.advance();
 }
 
-QString MessagesPage::askVariable(const QString &name)
+QString MessageCycler::askVariable(const Conversation &talk, const QString &name)
 {
-    services.exchange.sendinfo(u"dvarlist "_s + name, true);
-    services.exchange.waitseconds(1);
+    talk.ask(u"dvarlist "_s + name);
     try {
-        return getdvar(services.session.rconreply, name);
+        return getdvar(talk.reply(), name);
     } catch (const Fault &) {
         return {}; // the reply was cut off: the message is said all the same
     }

@@ -4,13 +4,10 @@
 
 #include "base/focus.h"
 #include "base/prompts.h"
-#include "output/output.h"
-#include "rcon/exchange.h"
+#include "rcon/conversation.h"
 #include "rcon/services.h"
 #include "serverconfig/chat_prefix.h"
 #include "settings/ini_file.h"
-
-#include <QListWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -26,13 +23,16 @@ MessagePanel::MessagePanel(Services &services_, QWidget *parent)
     : QWidget(parent), services(services_), ui(std::make_unique<Ui::MessagePanel>())
 {
     ui->setupUi(this);
-    ui->rows->insertWidget(1, services.output.list());
-    ui->lblmessages->setBuddy(services.output.list());
     connect(ui->cmdmessage, &QPushButton::clicked, this, &MessagePanel::cmdmessage_Click);
     onLostFocus(ui->txtprefix, [this] { txtprefix_LostFocus(); });
 }
 
 MessagePanel::~MessagePanel() = default;
+
+MessageList &MessagePanel::list() const
+{
+    return *ui->lstmessages;
+}
 
 void MessagePanel::load(const IniText &ini)
 {
@@ -43,14 +43,15 @@ void MessagePanel::load(const IniText &ini)
 
 void MessagePanel::cmdmessage_Click()
 {
+    const Conversation talk(services);
     const QString typed = services.prompts.askText(u"Type message to send to server"_s, u"Server Message"_s,
                                                    u"Welcome to our server, enjoy your stay"_s);
     if (typed.isEmpty())
         return;
     const QString answer = oneLine(typed); // the server reads no further than a line break
     const QString message = ui->txtprefix->text() + u' ' + answer;
-    services.exchange.sendinfo(u"say "_s + chatPrefix + message);
-    services.output.addmessage(u"Message to server>> "_s + message);
+    talk.tell(u"say "_s + chatPrefix + message);
+    talk.note(u"Message to server>> "_s + message);
 }
 
 void MessagePanel::txtprefix_LostFocus()

@@ -6,6 +6,7 @@
 #include <memory>
 
 class IniText;
+class MessageList;
 struct Services;
 
 namespace Ui {
@@ -20,6 +21,7 @@ public:
     explicit MessagePanel(Services &services, QWidget *parent = nullptr);
     ~MessagePanel() override;
 
+    [[nodiscard]] MessageList &list() const;
     /// Fills the signing name from the settings file.
     void load(const IniText &ini);
 

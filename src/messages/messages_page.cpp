@@ -4,6 +4,7 @@
 
 #include "base/fault.h"
 #include "base/focus.h"
+#include "base/numbers.h"
 #include "base/prompts.h"
 #include "output/output.h"
 #include "rcon/services.h"
@@ -22,28 +23,18 @@ static void loadPictures()
     Q_INIT_RESOURCE(messages);
 }
 
-MessagesPage::MessagesPage(Services &services_, const ConnectPanel &connectPanel_, PlaceholderVariables variables_,
-                           QWidget *parent)
+MessagesPage::MessagesPage(Services &services_, const PlaceholderVariables &variables, QWidget *parent)
     : QWidget(parent),
       services(services_),
-      connectPanel(connectPanel_),
-      variables(std::move(variables_)),
       ui(std::make_unique<Ui::MessagesPage>()),
-      tmrmessage(this)
+      cycler(services_, sets, variables, this)
 {
     loadPictures();
     ui->setupUi(this);
     lockLine(ui->txtfreesets, true);
     showColourCodes();
     wireEditor();
-
-    ui->txtinterval->dataChanged = false; // its initial text is nobody's edit
-    tmrmessage.setObjectName(u"tmrmessage"_s);
-    tmrmessage.setInterval(60'000);
-    onLostFocus(ui->txtinterval, [this] { txtinterval_LostFocus(); });
-    connect(ui->cmdmessstart, &QPushButton::clicked, this, &MessagesPage::cmdmessstart_Click);
-    connect(ui->cmdmessstop, &QPushButton::clicked, this, &MessagesPage::cmdmessstop_Click);
-    connect(&tmrmessage, &QTimer::timeout, this, &MessagesPage::tmrmessage_Timer);
+    wireCycler();
 }
 
 MessagesPage::~MessagesPage() = default;
@@ -65,6 +56,18 @@ void MessagesPage::wireEditor()
     connect(ui->commessset->lineEdit(), &QLineEdit::returnPressed, this, &MessagesPage::entered);
     onLostFocus(ui->commessset, [this] { commessset_LostFocus(); });
     onLostFocus(ui->txtmess, [this] { txtmess_LostFocus(); });
+}
+
+void MessagesPage::wireCycler()
+{
+    ui->txtinterval->dataChanged = false; // its initial text is nobody's edit
+    cycler.setInterval(ui->txtinterval->text());
+    connect(ui->txtinterval, &QLineEdit::textChanged, &cycler, &MessageCycler::setInterval);
+    onLostFocus(ui->txtinterval, [this] { txtinterval_LostFocus(); });
+    connect(ui->cmdmessstart, &QPushButton::clicked, this, &MessagesPage::cmdmessstart_Click);
+    connect(ui->cmdmessstop, &QPushButton::clicked, &cycler, &MessageCycler::stop);
+    connect(&cycler, &MessageCycler::runningchanged, ui->cmdmessstart, &QWidget::setDisabled);
+    connect(&cycler, &MessageCycler::runningchanged, ui->cmdmessstop, &QWidget::setEnabled);
 }
 
 // Each code in the colour that the game gives it, on the one of two grounds on which it can be read.
@@ -255,9 +258,9 @@ void MessagesPage::cmdsetsave_Click()
         discardsets();
         return;
     }
-    if (tmrmessage.isActive()) {
+    if (cycler.isRunning()) {
         services.output.showprogress(u"Stopping the active message Cycle to sync changes"_s, Progress::Replace);
-        setCycling(false);
+        cycler.stop();
     }
     services.output.showprogress(u"Writing changes to INI file"_s, Progress::Add);
     writeSets();
@@ -290,6 +293,42 @@ void MessagesPage::discardsets()
     ui->commessset->clearEditText();
     services.prompts.inform(u"Reverted back to existing messages"_s, u"Discarded changes"_s);
     setPending(false);
+}
+
+void MessagesPage::autoStart()
+{
+    const Preferences &options = services.session.options;
+    ui->txtinterval->setText(QString::number(options.messagetime));
+    ui->txtinterval->dataChanged = false;
+    ui->txtfreesets->setText(QString::number(options.messageset)); // shown there, and nothing more
+    cycler.start(ui->commessset->currentText(), hasUnsavedSets(), true);
+}
+
+void MessagesPage::endCycle()
+{
+    if (cycler.isRunning())
+        cycler.stop();
+}
+
+void MessagesPage::cmdmessstart_Click()
+{
+    cycler.start(ui->commessset->currentText(), hasUnsavedSets(), false);
+}
+
+void MessagesPage::txtinterval_LostFocus()
+{
+    if (!ui->txtinterval->dataChanged)
+        return;
+    ui->txtinterval->dataChanged = false;
+    const QString text = ui->txtinterval->text();
+    if (isNumeric(text) && toNumber(text) >= 1 && toNumber(text) <= 10) {
+        cycler.sendNext();
+        return;
+    }
+    services.prompts.inform(isNumeric(text) ? u"Value between 1 and 10 minutes"_s
+                                            : u"Value between 1 and 10 only please"_s,
+                            u"Invalid Entry"_s);
+    ui->txtinterval->setFocus();
 }
 
 void MessagesPage::showMessages()

@@ -1,30 +1,26 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "message_cycle.h"
+#include "message_cycler.h"
 #include "message_sets.h"
-#include "serverconfig/placeholder_variables.h"
 
-#include <QDate>
-#include <QTimer>
 #include <QWidget>
 
 #include <memory>
 
-class ConnectPanel;
+class IniText;
 struct Services;
 
 namespace Ui {
 class MessagesPage;
 }
 
-/// The "Messages" tab: the editor of the message sets, and the cycler that says a saved set's messages on the server.
+/// The "Messages" tab: the editor of the sets of chat messages, and the controls of the cycler that says them.
 class MessagesPage final : public QWidget {
     Q_OBJECT
 
 public:
-    MessagesPage(Services &services, const ConnectPanel &connectPanel_, PlaceholderVariables variables_,
-                 QWidget *parent = nullptr);
+    MessagesPage(Services &services_, const PlaceholderVariables &variables, QWidget *parent = nullptr);
     ~MessagesPage() override;
 
     void load(const IniText &ini);
@@ -42,6 +38,7 @@ signals:
 
 private:
     void wireEditor();
+    void wireCycler();
     void showColourCodes();
     void commessset_LostFocus();
     void createSet(const QString &name);
@@ -58,25 +55,15 @@ private:
 
     void txtinterval_LostFocus();
     void cmdmessstart_Click();
-    void cmdmessstop_Click();
-    void tmrmessage_Timer();
-    void sayNext();
-    [[nodiscard]] QString askVariable(const QString &name);
 
     void showMessages();
     void showFreeSets(bool withSign);
     void setPending(bool on);
-    void setCycling(bool on);
     [[nodiscard]] int selectedRow() const;
 
     Services &services;
-    const ConnectPanel &connectPanel;
-    const PlaceholderVariables variables;
     std::unique_ptr<Ui::MessagesPage> ui;
     MessageSets sets;
-    MessageCycle cycle;
-    int cycleset = -1; ///< slot of the saved set that is being said
+    MessageCycler cycler;
     bool editingmessage = false;
-    QDate tickingSince;
-    QTimer tmrmessage;
 };

@@ -5,13 +5,10 @@
 #include "base/fault.h"
 #include "base/focus.h"
 #include "base/numbers.h"
-#include "base/once.h"
 #include "base/prompts.h"
-#include "output/output.h"
 #include "rcon/conversation.h"
-#include "rcon/exchange.h"
+#include "rcon/reading.h"
 #include "rcon/services.h"
-#include "rcon/session.h"
 #include "serverconfig/bound_variables.h"
 
 #include <QIcon>
@@ -120,21 +117,18 @@ bool HobWindow::eventFilter(QObject *watched, QEvent *event)
 
 void HobWindow::cmdhobpop_Click()
 {
-    const Once once(readingSince, services.clock);
-    if (!once)
+    const QScopedValueRollback atWork(busy, true);
+    Reading scope(services, {.door = &reading,
+                             .note = u"Heat of Battle MOD...\nReading variables from the server..."_s,
+                             .holdsTimersOff = false});
+    if (!scope)
         return;
-    const QScopedValueRollback reading(busy, true);
-    if (!requireConnection(services))
-        return;
-    // Collecting goes on afterwards: replies stay silent until somebody else ends that. The timers are not held off.
-    services.session.rconcollect = true;
-    services.output.showprogress(u"Heat of Battle MOD...\nReading variables from the server..."_s, Progress::Replace);
+    scope.leaveCollecting(); // unlike most pages
     try {
         readVariables();
     } catch (const Fault &) {
         // A switch that the reply lacks ends the reading; what has been filled stays.
     }
-    services.output.showprogress({}, Progress::Replace);
 }
 
 void HobWindow::readVariables()
@@ -160,13 +154,13 @@ void HobWindow::cmdhobset_Click()
     // Cancel sends all the same.
     services.prompts.ask({u"Send to Server?"_s, u"Only changed values will be sent.\rSend settings to server?"_s,
                           BoxIcon::Information, BoxButtons::OkCancel});
-    if (!requireConnection(services))
+    Reading scope(services,
+                  {.note = u"Heat of Battle MOD...\nSending variables to the server..."_s, .holdsTimersOff = false});
+    if (!scope)
         return;
-    services.session.rconcollect = true; // and stays so
-    services.output.showprogress(u"Heat of Battle MOD...\nSending variables to the server..."_s, Progress::Replace);
-    const QScopedValueRollback sending(busy, true);
+    scope.leaveCollecting(); // likewise
+    const QScopedValueRollback atWork(busy, true);
     sendChanges();
-    services.output.showprogress({}, Progress::Replace);
 }
 
 void HobWindow::sendChanges()
@@ -174,7 +168,7 @@ void HobWindow::sendChanges()
     const Conversation talk(services);
     const auto sendOne = [&talk](BoundControl &control, const QString &confirmation) {
         sendIfChanged(talk, control, ValueForm::Quoted, confirmation);
-        talk.services.exchange.yield();
+        talk.yield();
     };
     sendOne(*ui->chkobi, u"Show Obituory changed."_s);
     sendOne(*ui->chkshot, u"Foot/Leg shot changed."_s);
@@ -194,10 +188,10 @@ void HobWindow::cmdsethob_Click()
 {
     const QScopedValueRollback sending(busy, true);
     const Conversation talk(services);
-    talk.sendinfo(u"set g_gametype hob"_s, true);
-    talk.waitseconds(1);
-    talk.addmessage(u"Mode changed to HOB"_s);
-    talk.sendWithoutWaiting(u"map_restart"_s);
+    talk.tell(u"set g_gametype hob"_s, true);
+    talk.wait(1);
+    talk.note(u"Mode changed to HOB"_s);
+    talk.tellWithoutWaiting(u"map_restart"_s);
 }
 
 void HobWindow::check(const Percentage &each)

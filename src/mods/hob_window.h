@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QDate>
+#include "base/reentrancy_guard.h"
+
 #include <QWidget>
 
 #include <array>
@@ -51,7 +52,7 @@ private:
     Services &services;
     std::unique_ptr<Ui::HobWindow> ui;
     std::array<Percentage, 4> percentages; ///< in the order in which they are read and sent
-    QDate readingSince;
+    ReentrancyGuard::Door reading;
     bool busy = false;
     bool keepsHint = false; ///< the hint line shows an error, which the focus does not replace
 };

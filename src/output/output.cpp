@@ -11,32 +11,16 @@
 
 using namespace Qt::StringLiterals;
 
-Output::Output(Prompts &prompts_, const Clock &clock_)
-    : prompts(prompts_), clock(clock_), txtoutput(new RconPane), lstmessages(new MessageList)
+Output::Output(Prompts &prompts_, const Clock &clock_) : prompts(prompts_), clock(clock_)
 {
-    txtoutput->setObjectName(u"txtoutput"_s);
-    txtoutput->setAccessibleName(u"Responses from server"_s);
-    lstmessages->setObjectName(u"lstmessages"_s);
-    lstmessages->setAccessibleName(u"Messages"_s);
     toBottom.setSingleShot(true);
+}
+
+void Output::attach(RconPane &pane, MessageList &list)
+{
+    txtoutput = &pane;
+    lstmessages = &list;
     QObject::connect(&toBottom, &QTimer::timeout, lstmessages, &MessageList::scrollToBottom);
-}
-
-Output::~Output()
-{
-    // Both are gone already when a window took them over.
-    delete txtoutput;
-    delete lstmessages;
-}
-
-RconPane *Output::pane() const
-{
-    return txtoutput;
-}
-
-QListWidget *Output::list() const
-{
-    return lstmessages;
 }
 
 void Output::addrcon(const QString &text)

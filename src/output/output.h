@@ -3,7 +3,6 @@
 
 #include "progress_window.h"
 
-#include <QPointer>
 #include <QTimer>
 
 #include <functional>
@@ -11,21 +10,21 @@
 class Clock;
 class MessageList;
 class Prompts;
-class QListWidget;
 class RconPane;
 
 enum class Progress { Replace, Add };
 
 /// The three places in which the program says what it does: the RCON pane, the message list and the progress window;
-/// and their log files. The main window places the pane and the list, and owns them from then on.
+/// and their log files.
 class Output final {
 public:
     Output(Prompts &prompts, const Clock &clock);
-    ~Output();
     Q_DISABLE_COPY_MOVE(Output)
 
-    [[nodiscard]] RconPane *pane() const;
-    [[nodiscard]] QListWidget *list() const;
+    /// Writes into these two from now on. Before this only the progress window can be used.
+    void attach(RconPane &pane, MessageList &list);
+    [[nodiscard]] RconPane &pane() const { return *txtoutput; }
+    [[nodiscard]] MessageList &list() const { return *lstmessages; }
 
     /// Appends `text` to the RCON pane; the caller supplies the line ends.
     void addrcon(const QString &text);
@@ -34,6 +33,8 @@ public:
     /// Replaces or extends the note of the progress window and shows it; an empty text empties the note and hides the
     /// window. A note that comes while the program is minimised is dropped.
     void showprogress(const QString &text, Progress mode);
+    /// The note that the progress window holds; empty when it is hidden.
+    [[nodiscard]] QString progressnote() const { return frmprogress.note(); }
 
     void clearrcon_Click();
     void clearmessage_Click();
@@ -58,8 +59,8 @@ private:
 
     Prompts &prompts;
     const Clock &clock;
-    QPointer<RconPane> txtoutput;
-    QPointer<MessageList> lstmessages;
+    RconPane *txtoutput = nullptr;
+    MessageList *lstmessages = nullptr;
     ProgressWindow frmprogress;
     QTimer toBottom; ///< scrolls the message list once in the window's turn, however many lines have come
 };

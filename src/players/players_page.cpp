@@ -2,56 +2,51 @@
 #include "players_page.h"
 #include "ui_players_page.h"
 
+#include "base/clock.h"
 #include "base/fault.h"
-#include "base/numbers.h"
-#include "base/once.h"
 #include "base/prompts.h"
 #include "colour_codes.h"
 #include "getstatus_reply.h"
-#include "output/output.h"
-#include "rcon/exchange.h"
+#include "output/log_file.h"
+#include "player_csv.h"
+#include "rcon/conversation.h"
+#include "rcon/reading.h"
+#include "rcon/server_fields.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
-#include "rcon/udp_client.h"
 #include "status_table.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QScopeGuard>
-#include <QScrollBar>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
-namespace {
+/// One way to get rid of a player: its command and its texts.
+struct PlayersPage::Dismissal {
+    QLatin1StringView command;
+    QLatin1StringView select;     ///< when nobody is selected
+    QLatin1StringView refusal;    ///< in Query Mode
+    QLatin1StringView noteBefore; ///< around the name in the message list
+    QLatin1StringView noteBehind;
+    QLatin1StringView noteSection{}; ///< names of the last two steps, for the report of a fault
+    QLatin1StringView removalSection{};
+    QLatin1StringView failureTitle{}; ///< of that report; the general box reports when there is none
+    QLatin1StringView failure{};
+};
 
-// Room for as many characters as the header text has, blanks included.
-int columnWidth(const QTableView &grid, int column)
-{
-    const QFontMetrics metrics = grid.fontMetrics();
-    const int margins = 2 * (grid.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &grid) + 1);
-    const QString header = grid.model()->headerData(column, Qt::Horizontal).toString();
-    const int room = static_cast<int>(header.size()) * metrics.horizontalAdvance(u'x');
-    const int text = std::max(room, metrics.horizontalAdvance(header)) + margins;
-    return std::max(text, grid.horizontalHeader()->sectionSizeHint(column)); // some styles keep wide margins in headers
-}
-
-} // namespace
-
-PlayersPage::PlayersPage(Services &services_, const ConnectPanel &connectPanel_, QWidget *parent)
+PlayersPage::PlayersPage(Services &services_, QWidget *parent)
     : QWidget(parent),
       services(services_),
-      connectPanel(connectPanel_),
       ui(std::make_unique<Ui::PlayersPage>()),
       players(this),
-      tmrplayer(this)
+      reader(services_, this),
+      refresh(
+          services_, [this] { return cmdplypop_Click(); }, this)
 {
     ui->setupUi(this);
     ui->msfplayers->setModel(&players);
-    ui->msfplayers->verticalHeader()->setDefaultSectionSize(ui->msfplayers->fontMetrics().height() + 4);
-    for (int column = 0; column < PlayerColumn::Count; ++column)
-        ui->msfplayers->setColumnWidth(column, columnWidth(*ui->msfplayers, column));
     ui->complayersort->setCurrentIndex(-1); // the server's own order
-    tmrplayer.setObjectName(u"tmrplayer"_s);
 
     connect(ui->cmdplypop, &QPushButton::clicked, this, &PlayersPage::cmdplypop_Click);
     connect(ui->complayersort, &QComboBox::currentIndexChanged, this, &PlayersPage::complayersort_Click);
@@ -61,20 +56,15 @@ PlayersPage::PlayersPage(Services &services_, const ConnectPanel &connectPanel_,
     connect(ui->cmdplymessage, &QPushButton::clicked, this, &PlayersPage::cmdplymessage_Click);
     connect(ui->cmdsavenames, &QPushButton::clicked, this, &PlayersPage::cmdsavenames_Click);
     connect(ui->chkautoupdate, &QCheckBox::toggled, this, &PlayersPage::chkautoupdate_Click);
-    connect(&tmrplayer, &QTimer::timeout, this, &PlayersPage::tmrplayer_Timer);
+    connect(&reader, &PlayerReader::statusrowread, this, qOverload<const StatusRow &>(&PlayersPage::add));
+    connect(&reader, &PlayerReader::queryrowread, this, qOverload<const GetstatusRow &>(&PlayersPage::add));
+    connect(&refresh, &PlayerRefresh::kicked, this, [this](const QString &num) {
+        if (const int row = players.rowOf(num); row >= 0)
+            removeRow(row);
+    });
 }
 
 PlayersPage::~PlayersPage() = default;
-
-// The names take what room there is beyond the columns.
-void PlayersPage::resizeEvent(QResizeEvent *event)
-{
-    QWidget::resizeEvent(event);
-    QTableView &grid = *ui->msfplayers;
-    const int others = grid.horizontalHeader()->length() - grid.columnWidth(PlayerColumn::Player);
-    const int spare = grid.maximumViewportSize().width() - others - grid.verticalScrollBar()->sizeHint().width();
-    grid.setColumnWidth(PlayerColumn::Player, std::max(spare, columnWidth(grid, PlayerColumn::Player)));
-}
 
 void PlayersPage::showPreferences()
 {
@@ -83,115 +73,32 @@ void PlayersPage::showPreferences()
     ui->chkplyq->setChecked(options.usequery);
 }
 
-void PlayersPage::cmdplypop_Click()
+bool PlayersPage::cmdplypop_Click()
 {
-    const Once once(populatingSince, services.clock);
-    if (!once)
-        return;
-    if (!services.session.connected) {
-        services.prompts.refuse(u"You need to connect to a server first"_s, u"Not Connected"_s);
-        return;
-    }
-
-    players.clear();
     const bool isTold = isAskedByHand();
-    if (isTold)
-        services.output.showprogress(u"Asking server for player list..."_s, Progress::Replace);
-    if (services.session.options.autokick999)
-        list999.unsee();
+    const Reading reading(services, {.door = &populating,
+                                     .note = isTold ? u"Asking server for player list..."_s : QString(),
+                                     .holdsTimersOff = false});
+    if (!reading)
+        return false;
+    players.clear();
+    refresh.unsee();
     try {
         if (ui->chkplyq->isChecked())
-            listByQuery();
+            reader.readQuery();
         else
-            listByStatus(isTold);
+            reader.readStatus(isTold);
     } catch (const Fault &fault) {
         services.prompts.showFault(fault);
     }
     complayersort_Click();
     ui->msfplayers->clearSelection();
-    if (isTold)
-        services.output.showprogress({}, Progress::Replace);
-}
-
-void PlayersPage::listByStatus(bool isTold)
-{
-    Session &session = services.session;
-    const int link = services.udpclient.link();
-    session.rconcollect = true;
-    const auto collected = qScopeGuard([&session] { session.rconcollect = false; });
-    services.exchange.sendinfo(u"status"_s, true);
-    services.exchange.waitseconds(1); // a long table comes in many datagrams
-    if (!isOnLink(link))
-        return;
-
-    const int exchange = services.exchange.exchanges();
-    StatusTable table;
-    if (!table.skipHeading(session.rconreply)) {
-        if (isTold)
-            services.prompts.inform(u"No players on server"_s, u"No players"_s);
-        return;
-    }
-    int tries = 0;
-    while (!table.ended(session.rconreply)) {
-        try {
-            add(table.next(session.rconreply));
-        } catch (const Fault &) {
-            if (!awaitRest(isTold, tries) || !isOnLink(link) || services.exchange.exchanges() != exchange)
-                return; // also when another command has emptied the reply: its rest will not come
-        }
-    }
-}
-
-bool PlayersPage::awaitRest(bool isTold, int &tries)
-{
-    constexpr int mostTries = 5;
-    if (isTold)
-        services.prompts.refuse(u"The server is not responding quickly enough\rTry populate again"_s,
-                                u"Slow Server Response"_s);
-    else if (++tries > mostTries)
-        return false;
-    // By hand too: between two boxes the person can disconnect or close the window.
-    services.exchange.waitseconds(1);
     return true;
-}
-
-void PlayersPage::listByQuery()
-{
-    Session &session = services.session;
-    const int link = services.udpclient.link();
-    const bool silent = session.options.autoqplayer; // a ticked "Auto Update" alone does not silence this list
-    session.rconarrived = false;
-    session.rconcollect = true;
-    session.rconreply.clear();
-    const auto collected = qScopeGuard([&session] { session.rconcollect = false; });
-
-    services.exchange.sendquery(u"getstatus"_s);
-    for (int pass = 0; pass < 5 && !session.rconarrived && isOnLink(link); ++pass) {
-        services.exchange.waitseconds(1);
-        services.exchange.yield();
-    }
-    if (!isOnLink(link))
-        return;
-    if (!session.rconarrived) {
-        if (!silent)
-            services.prompts.refuse(u"No response from server in 5 seconds with standard Query method"_s,
-                                    u"No response"_s);
-        return;
-    }
-
-    GetstatusReply reply(session.rconreply);
-    if (reply.isEmpty()) {
-        if (!silent)
-            services.prompts.inform(u"No players on server"_s, u"No players"_s);
-        return;
-    }
-    while (const std::optional<GetstatusRow> row = reply.next())
-        add(*row);
 }
 
 void PlayersPage::add(const StatusRow &row)
 {
-    check999(stripcolour(row.name), row.ping, row.num);
+    refresh.check999(stripcolour(row.name), row.ping, row.num);
     players.add(
         {QString(), row.num, row.guid, shownName(row.name), row.ping, row.score, row.address, row.qport, row.rate});
 }
@@ -218,11 +125,11 @@ void PlayersPage::startRefresh()
 void PlayersPage::endRefresh()
 {
     ui->msfplayers->clearSelection(); // the next connection may be to another server
-    if (!tmrplayer.isActive())
+    if (!refresh.isRunning())
         return;
     ui->chkautoupdate->setChecked(false);
     services.session.options.autoqplayer = false;
-    tmrplayer.stop();
+    refresh.stop();
 }
 
 void PlayersPage::chkautoupdate_Click()
@@ -232,68 +139,164 @@ void PlayersPage::chkautoupdate_Click()
         ui->chkautoupdate->setChecked(false);
         return;
     }
-    // The list changes under the person's hands, so nothing that acts on a row is offered.
-    for (QPushButton *button :
-         {ui->cmdplypop, ui->cmdsavenames, ui->cmdplykick, ui->cmdplymessage, ui->cmdplyban, ui->cmdtempban})
-        button->setEnabled(!wanted);
+    offerActions(!wanted);
     if (!wanted) {
-        tmrplayer.stop();
+        refresh.stop();
         return;
     }
     try {
-        startTimer();
+        refresh.start();
         cmdplypop_Click();
     } catch (const Fault &fault) {
         services.prompts.showFault(fault); // connecting ticks the box too, and has more to do
     }
 }
 
-void PlayersPage::startTimer()
+// Not while the list changes under the person's hands.
+void PlayersPage::offerActions(bool on)
 {
-    qint16 &seconds = services.session.options.autoqplayerint;
-    if (seconds < 5 || seconds > 40)
-        seconds = 30;
-    tmrplayer.start(product16(seconds, 1000)); // overflows from 33 seconds on
+    for (QPushButton *button :
+         {ui->cmdplypop, ui->cmdsavenames, ui->cmdplykick, ui->cmdplymessage, ui->cmdplyban, ui->cmdtempban})
+        button->setEnabled(on);
 }
 
-void PlayersPage::tmrplayer_Timer()
+void PlayersPage::cmdplykick_Click()
 {
-    const Once once(refreshingSince, services.clock);
-    if (!once || services.session.rconbusy || populatingSince == services.clock.now().date())
-        return;
-    const int link = services.udpclient.link();
-    cmdplypop_Click();
-    kickHanging(link);
-    list999.sweep();
+    dismiss({.command = "clientkick "_L1,
+             .select = "Select a player from the list to Kick first"_L1,
+             .refusal = "Only Kick with Rcon access, not in Query Mode"_L1,
+             .noteBefore = "Player Kicked >"_L1,
+             .noteBehind = "<"_L1});
 }
 
-void PlayersPage::kickHanging(int link)
+void PlayersPage::cmdplyban_Click()
 {
-    const qint16 &enough = services.session.options.autokick999int;
-    for (qsizetype index = 0; index < list999.records().size() && isOnLink(link); ++index) {
-        const Rec999 record = list999.records().at(index);
-        if (!record.seen || record.hits < enough)
-            continue;
-        services.exchange.sendinfo(u"clientkick "_s + record.pnum);
-        services.output.addmessage(u"Player Auto Kicked for 999 ping ["_s + record.pname + u']');
-        if (const int row = players.rowOf(record.pnum); row >= 0)
-            removeRow(row);
-    }
+    dismiss({.command = "banclient "_L1,
+             .select = "Select a player from the list to Ban first"_L1,
+             .refusal = "Only Ban with Rcon access, not in Query Mode"_L1,
+             .noteBefore = "Player banned and kicked ["_L1,
+             .noteBehind = "]"_L1,
+             .noteSection = "Middle"_L1,
+             .removalSection = "Remove Grid"_L1,
+             .failureTitle = "BanUser Error"_L1,
+             .failure = "Error in BAN Routine"_L1});
 }
 
-void PlayersPage::check999(const QString &name, const QString &ping, const QString &num)
+void PlayersPage::cmdtempban_Click()
 {
-    if (!services.session.options.autokick999)
-        return;
+    dismiss({.command = "tempbanclient "_L1,
+             .select = "Select a player from the list to temporary Ban first"_L1,
+             .refusal = "Only Temp Ban with Rcon access, not in Query Mode"_L1,
+             .noteBefore = "Player temporary banned and kicked ["_L1,
+             .noteBehind = "]"_L1,
+             .noteSection = "Top"_L1,
+             .removalSection = "Grid remove"_L1,
+             .failureTitle = "TempBan Error"_L1,
+             .failure = "Error in TempBan Routines"_L1});
+}
+
+void PlayersPage::dismiss(const Dismissal &dismissal)
+{
+    QLatin1StringView section = "Top"_L1;
     try {
-        list999.check999(name, ping, num);
+        const QPersistentModelIndex row = players.index(ui->msfplayers->selectedRow(), PlayerColumn::Num);
+        if (!row.isValid()) {
+            services.prompts.inform(dismissal.select, u"No player"_s);
+            return;
+        }
+        const QString num = players.text(row.row(), PlayerColumn::Num);
+        if (ui->chkplyq->isChecked() || num.isEmpty()) { // Query Mode also fills in rows without a number
+            services.prompts.inform(dismissal.refusal, u"Need Rcon Access"_s);
+            return;
+        }
+
+        if (dismissed.contains(row))
+            return; // one click too many, while the command is under way
+        dismissed.append(row);
+        const auto done = qScopeGuard([this, row] { dismissed.removeOne(row); });
+
+        const QString name = players.text(row.row(), PlayerColumn::Player);
+        const Conversation talk(services);
+        if (!talk.tell(dismissal.command + num))
+            return; // the list is another server's by now
+        section = dismissal.noteSection;
+        talk.note(dismissal.noteBefore + name + dismissal.noteBehind);
+        section = dismissal.removalSection;
+        if (!row.isValid())
+            throw Fault(Fault::OutOfRange); // the list was read anew while the command was under way
+        removeRow(row.row());
     } catch (const Fault &fault) {
-        services.prompts.refuse(u"Error in ADD999 Routines\rError code %1 Descr: %2\rSection %3\r"
-                                "LBound Player999 1\rUBound Player999 %4"_s.arg(fault.number())
-                                    .arg(fault.description(), list999.section())
-                                    .arg(list999.records().size()),
-                                u"ADD999 Error"_s);
+        if (dismissal.failure.isEmpty()) {
+            services.prompts.showFault(fault);
+            return;
+        }
+        services.prompts.refuse(dismissal.failure +
+                                    u"\rError code %1 Descr: %2\rSection %3\rPlayer Row %4\r"_s.arg(fault.number())
+                                        .arg(fault.description(), section)
+                                        .arg(ui->msfplayers->selectedRow() + 1),
+                                dismissal.failureTitle);
     }
+}
+
+void PlayersPage::cmdplymessage_Click()
+{
+    const int row = ui->msfplayers->selectedRow();
+    const bool hasNumber = row < 0 || !players.text(row, PlayerColumn::Num).isEmpty();
+    if (ui->chkplyq->isChecked() || !hasNumber) {
+        services.prompts.refuse(u"Can only send message to an individual with the RCON access\n"
+                                "Populate players without Query Mode ticked"_s,
+                                u"Need Player ID"_s);
+        return;
+    }
+    if (row < 0) {
+        services.prompts.inform(u"Select a player from the list to send private to"_s, u"No player"_s);
+        return;
+    }
+    // Taken now: the list may be another one when the message has been typed.
+    const QString num = players.text(row, PlayerColumn::Num);
+    const Conversation talk(services);
+    const QString name = shownName(players.text(row, PlayerColumn::Player));
+
+    QString message =
+        services.prompts.askText(u"Enter message to send selected player\n( Note: Use %P% to auto full playername)"_s,
+                                 u"Enter Message"_s, u"You are on a last warning %P%"_s);
+    if (message.isEmpty())
+        return;
+    message = oneLine(message); // the server reads no further than a line break
+    static const QString placeholder = u"%P%"_s;
+    if (const qsizetype at = message.indexOf(placeholder, 0, Qt::CaseInsensitive); at >= 0)
+        message.replace(at, placeholder.size(), name);
+    talk.note(u"Private message to ["_s + name + u"]: "_s + message);
+    talk.tell(u"tell "_s + num + u' ' + message);
+}
+
+void PlayersPage::cmdsavenames_Click()
+{
+    const Answer answer =
+        services.prompts.ask({u"Save list"_s, u"Append current list of players and GUIDs to playerlist.csv"_s,
+                              BoxIcon::Question, BoxButtons::OkCancel});
+    if (answer == Answer::Cancel)
+        return;
+
+    const QString file = u"playerlist.csv"_s;
+    const bool isThere = QFileInfo(file).isFile() && QFile(file).open(QIODevice::ReadOnly);
+    const QString header =
+        csvLine({u"Date/Time"_s, u"Server IP:Port"_s, u"Player IP"_s, u"Player GUID"_s, u"Player Name"_s});
+    const std::optional<Fault> fault = appendToLog(
+        file, (isThere ? QString() : header) +
+                  csvRows(players, csvTime(services.clock.now()), services.fields.address(), ui->chkplyq->isChecked()));
+    if (fault)
+        services.prompts.showFault(*fault);
+    else
+        services.prompts.inform(u"Players appended"_s, u"Players saved"_s);
+}
+
+void PlayersPage::removeRow(int row)
+{
+    const int selected = ui->msfplayers->selectedRow();
+    players.remove(row);
+    if (selected < 0 || selected == row)
+        ui->msfplayers->clearSelection(); // the grid would select the next player, and the next click would hit him
 }
 
 QString PlayersPage::shownName(const QString &name) const
@@ -304,10 +307,4 @@ QString PlayersPage::shownName(const QString &name) const
 bool PlayersPage::isAskedByHand() const
 {
     return !services.session.options.autoqplayer && !ui->chkautoupdate->isChecked();
-}
-
-bool PlayersPage::isOnLink(int link) const
-{
-    const Session &session = services.session;
-    return session.connected && !session.closing && services.udpclient.link() == link;
 }

@@ -4,10 +4,7 @@
 
 #include "base/focus.h"
 #include "console_history.h"
-#include "exchange.h"
-#include "output/output.h"
-#include "services.h"
-#include "session.h"
+#include "conversation.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -46,21 +43,23 @@ void ConsolePanel::cmdsend_Click()
         return;
     if (historyTakes(ui->comdirect->entries(), command))
         ui->comdirect->addItem(command);
-    services.session.rconnowait = true;
-    services.exchange.sendinfo(command, true);
-    services.output.addmessage(command);
+    const Conversation talk(services);
+    talk.tellWithoutWaiting(command);
+    talk.note(command);
     ui->comdirect->lineEdit()->selectAll();
     ui->comdirect->setFocus();
 }
 
 void ConsolePanel::cmdstatus_Click()
 {
-    services.exchange.sendinfo(u"Status"_s, true);
-    services.output.addmessage(u"Server Status requested"_s);
+    const Conversation talk(services);
+    talk.tell(u"Status"_s, true);
+    talk.note(u"Server Status requested"_s);
 }
 
 void ConsolePanel::cmsserverinfo_Click()
 {
-    services.exchange.sendinfo(u"serverinfo"_s, true);
-    services.output.addmessage(u"Server Info requested"_s);
+    const Conversation talk(services);
+    talk.tell(u"serverinfo"_s, true);
+    talk.note(u"Server Info requested"_s);
 }

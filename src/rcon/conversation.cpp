@@ -3,39 +3,92 @@
 
 #include "exchange.h"
 #include "output/output.h"
+#include "server_link.h"
 #include "services.h"
 #include "session.h"
 #include "udp_client.h"
 
-Conversation::Conversation(const Services &services_) : services(services_), link(services.udpclient.link()) {}
-
-bool Conversation::lasts() const
+Conversation::Conversation(const Services &services_)
+    : services(services_), generation(services.link.udpclient.generation())
 {
-    return services.udpclient.link() == link;
 }
 
-void Conversation::sendinfo(const QString &comm, bool quietmode) const
+bool Conversation::isSuperseded() const
 {
-    if (lasts())
-        services.exchange.sendinfo(comm, quietmode);
+    return services.link.udpclient.generation() != generation;
 }
 
-void Conversation::sendWithoutWaiting(const QString &comm) const
+bool Conversation::isOpen() const
 {
-    if (!lasts())
-        return;
+    return !isSuperseded() && services.session.connected && !services.session.closing;
+}
+
+bool Conversation::tell(const QString &comm, bool quietmode) const
+{
+    if (!isSuperseded())
+        services.link.exchange.sendinfo(comm, quietmode);
+    return !isSuperseded();
+}
+
+bool Conversation::tellWithoutWaiting(const QString &comm) const
+{
+    if (isSuperseded())
+        return false;
     services.session.rconnowait = true;
-    services.exchange.sendinfo(comm, true);
+    return tell(comm, true);
 }
 
-void Conversation::waitseconds(qint16 seconds) const
+bool Conversation::ask(const QString &comm, bool quietmode) const
 {
-    if (lasts())
-        services.exchange.waitseconds(seconds);
+    tell(comm, quietmode);
+    wait(1);
+    asked = services.link.exchange.exchanges();
+    return services.session.rconarrived && !isSuperseded();
 }
 
-void Conversation::addmessage(const QString &text) const
+bool Conversation::query(const QString &query) const
 {
-    if (lasts())
+    constexpr int waits = 5;
+    services.session.rconarrived = false;
+    services.link.exchange.sendquery(query);
+    for (int count = 0; !services.session.rconarrived && count < waits && isOpen(); ++count) {
+        wait(1);
+        yield();
+    }
+    asked = services.link.exchange.exchanges();
+    return services.session.rconarrived && isOpen();
+}
+
+bool Conversation::wait(qint16 seconds) const
+{
+    if (!isSuperseded())
+        services.link.exchange.waitseconds(seconds);
+    return !isSuperseded();
+}
+
+void Conversation::yield() const
+{
+    services.link.exchange.yield();
+}
+
+bool Conversation::note(const QString &text) const
+{
+    if (!isSuperseded())
         services.output.addmessage(text);
+    return !isSuperseded();
+}
+
+const QString &Conversation::reply() const
+{
+    return services.session.rconreply;
+}
+
+void Conversation::clearReply() const
+{
+    services.session.rconreply.clear();
+}
+
+bool Conversation::ownsReply() const
+{
+    return services.link.exchange.exchanges() == asked;
 }

@@ -5,24 +5,44 @@
 
 struct Services;
 
-/// What one handler has to say to one server. It waits between its commands, and meanwhile the person may disconnect
-/// and connect to another server: the rest is then neither sent nor confirmed. On a link that is only closed each
-/// command says so by its own box.
+/// What one handler has to say to one server, from here on; the only way for a page to speak to a server. The handler
+/// waits between its commands, and meanwhile the person may disconnect and connect to another server: the rest is then
+/// neither sent nor confirmed. On a link that is merely closed each command says so by its own box.
 class Conversation final {
 public:
     explicit Conversation(const Services &services_);
 
-    /// False when the server that it began with has been left for another.
-    [[nodiscard]] bool lasts() const;
-    void sendinfo(const QString &comm, bool quietmode = false) const;
-    /// Sends a command that a server answers late or never, such as one that loads a map; quiet.
-    void sendWithoutWaiting(const QString &comm) const;
-    void waitseconds(qint16 seconds) const;
-    /// Notes in the message list what has been done.
-    void addmessage(const QString &text) const;
+    /// True while the server that it began with is connected and the program goes on.
+    [[nodiscard]] bool isOpen() const;
+    /// True when another link has been opened since.
+    [[nodiscard]] bool isSuperseded() const;
 
-    const Services &services;
+    /// Sends a command and waits for its reply: up to 15 seconds, with boxes for what goes wrong. `quietmode` leaves
+    /// out the echo in the RCON pane. Like `wait` and `note` it does nothing when superseded, and returns false when it
+    /// was or is by then.
+    bool tell(const QString &comm, bool quietmode = false) const;
+    /// Sends a command that a server answers late or never, such as one that loads a map; quiet.
+    bool tellWithoutWaiting(const QString &comm) const;
+    /// Sends a command whose reply comes in many datagrams, and gives it a second more. False when nothing came, too.
+    bool ask(const QString &comm, bool quietmode = true) const;
+    /// Sends a query without the word rcon and the password, once, and waits five seconds for its answer, which is
+    /// added to the reply. False when none came or the server was left. Throws what UDPClient::SendData throws.
+    [[nodiscard]] bool query(const QString &query) const;
+    /// Waits that many seconds by the time of day, half a second more or less.
+    bool wait(qint16 seconds) const;
+    /// Lets the event loop run once.
+    void yield() const;
+    /// Notes in the message list what has been done.
+    bool note(const QString &text) const;
+
+    /// What has come since the last command, whoever gave it.
+    [[nodiscard]] const QString &reply() const;
+    void clearReply() const;
+    /// True until another command empties the reply to the last `ask` or `query`.
+    [[nodiscard]] bool ownsReply() const;
 
 private:
-    const int link;
+    const Services &services;
+    const int generation;  ///< of the link
+    mutable int asked = 0; ///< which exchange the reply belongs to
 };

@@ -8,6 +8,7 @@
 #include "base/prompts.h"
 #include "base/wire_text.h"
 #include "output/output.h"
+#include "server_fields.h"
 #include "session.h"
 #include "udp_client.h"
 
@@ -30,8 +31,9 @@ constexpr qsizetype largestReply = qsizetype{4} * 1024 * 1024;
 
 } // namespace
 
-Exchange::Exchange(Session &session_, UDPClient &udpclient_, Output &output_, Prompts &prompts_, const Clock &clock_)
-    : session(session_), udpclient(udpclient_), output(output_), prompts(prompts_), clock(clock_)
+Exchange::Exchange(Session &session_, UDPClient &udpclient_, const ServerFields &fields_, Output &output_,
+                   Prompts &prompts_, const Clock &clock_)
+    : session(session_), udpclient(udpclient_), fields(fields_), output(output_), prompts(prompts_), clock(clock_)
 {
     connect(&udpclient, &UDPClient::DataArrival, this, &Exchange::UDPClient_DataArrival);
 }
@@ -44,7 +46,7 @@ void Exchange::sendinfo(const QString &comm, bool quietmode)
     session.rconnoroute = 0;
     truncationTold = false;
 
-    const int link = udpclient.link();
+    const int generation = udpclient.generation();
     for (int copy = 1; copy <= copies && !session.rconarrived; ++copy) {
         if (!send(comm))
             return;
@@ -53,7 +55,7 @@ void Exchange::sendinfo(const QString &comm, bool quietmode)
         if (!isAwaited)
             return;
         waitForReply();
-        if (session.closing || udpclient.link() != link)
+        if (session.closing || udpclient.generation() != generation)
             return; // what was meant for one server is not sent to the next
     }
 
@@ -78,7 +80,7 @@ bool Exchange::send(const QString &comm)
         return false;
     }
     try {
-        udpclient.SendData(session.rconheader + u"rcon "_s + readPassword() + u' ' + comm);
+        udpclient.SendData(session.rconheader + u"rcon "_s + fields.password() + u' ' + comm);
     } catch (const Fault &fault) {
         if (fault.number() == Fault::NoRoute) {
             session.rconnoroute = -1;
@@ -106,8 +108,9 @@ void Exchange::waitseconds(qint16 seconds)
 {
     // The time of day falls back to zero at midnight and the target does not, so a wait across midnight goes on.
     const auto start = static_cast<qint32>(roundHalfToEven(clock.secondsSinceMidnight()));
-    while (!session.closing && clock.secondsSinceMidnight() < start + seconds)
-        yield();
+    const double end = start + seconds;
+    for (double now = clock.secondsSinceMidnight(); !session.closing && now < end; now = clock.secondsSinceMidnight())
+        clock.rest(end - now);
 }
 
 void Exchange::yield()

@@ -4,24 +4,21 @@
 #include <QObject>
 #include <QString>
 
-#include <functional>
-
 class Clock;
 class Output;
 class Prompts;
+class ServerFields;
 class UDPClient;
 struct Session;
 
-/// The one road to the server: sends console commands, waits for their replies and gathers what arrives.
+/// Sends console commands, waits for their replies and gathers what arrives. Pages reach it by `Conversation`.
 /// The waits yield to the event loop, so any other handler may run inside them.
 class Exchange final : public QObject {
     Q_OBJECT
 
 public:
-    Exchange(Session &session, UDPClient &udpclient, Output &output, Prompts &prompts, const Clock &clock);
-
-    /// Where the password is read at every send; empty before this is set.
-    void setPasswordReader(const std::function<QString()> &reader) { readPassword = reader; }
+    Exchange(Session &session_, UDPClient &udpclient_, const ServerFields &fields_, Output &output_, Prompts &prompts_,
+             const Clock &clock_);
 
     /// Sends one console command, up to five times at three seconds' distance, until a reply datagram has come; its
     /// text is then in the session's `rconreply`. Shows a box when the link is closed, has no route or stays silent.
@@ -47,10 +44,10 @@ private:
 
     Session &session;
     UDPClient &udpclient;
+    const ServerFields &fields;
     Output &output;
     Prompts &prompts;
     const Clock &clock;
-    std::function<QString()> readPassword = [] { return QString(); };
     int asked = 0;
     bool yieldingInArrival = false;
     bool truncationTold = false;

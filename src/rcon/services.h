@@ -2,18 +2,19 @@
 #pragma once
 
 class Clock;
-class Exchange;
 class IniFile;
 class Output;
 class Prompts;
-class UDPClient;
+class ServerFields;
+class ServerLink;
 struct Session;
 
-/// What pages and panels need of the rest of the program; made once, outlives them all.
+/// What pages and panels need of the rest of the program; made once, outlives them all. They speak to the server by
+/// `Conversation` and `Reading`, which take this.
 struct Services {
     Session &session;
-    UDPClient &udpclient;
-    Exchange &exchange;
+    ServerFields &fields;
+    ServerLink &link;
     Output &output;
     Prompts &prompts;
     IniFile &ini;

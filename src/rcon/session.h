@@ -19,11 +19,8 @@ struct Session {
     qint32 rconnoroute = 0;        ///< -1 when the last send failed for lack of a route, else 0
     bool rconbusy = false;         ///< a settings page is read or written; the two timers skip their tick
 
-    bool connected = false;   ///< shown by the connect button: "YES" or "NO" in its `Tag`
-    bool formloading = false; ///< start-up is running
-    bool autoaction = false;  ///< an action runs on the program's own initiative
-    bool closing = false;     ///< the main window is closing: every wait ends, nothing more is sent
+    bool connected = false; ///< shown by the connect button: "YES" or "NO" in its `Tag`
+    bool closing = false;   ///< the main window is closing: every wait ends, nothing more is sent
 
-    qint32 servercount = 0; ///< saved servers found at start-up, plus those saved since
     Preferences options;
 };

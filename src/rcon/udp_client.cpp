@@ -140,10 +140,10 @@ void UDPClient::collect()
 
 void UDPClient::announce()
 {
-    const int announced = link();
+    const int announced = generation();
     QElapsedTimer announcing;
     announcing.start();
-    while (!waiting.isEmpty() && link() == announced) {
+    while (!waiting.isEmpty() && generation() == announced) {
         if (announcing.hasExpired(turn)) {
             goOn.start();
             return;

@@ -28,7 +28,7 @@ public:
 
     [[nodiscard]] SocketState State() const;
     /// Tells one link from the next: how often the socket has been opened.
-    [[nodiscard]] int link() const { return bindings; }
+    [[nodiscard]] int generation() const { return bindings; }
     void setRemoteHost(const QString &host) { remoteHost = host; }
     void setRemotePort(qint32 port) { remotePort = port; }
 

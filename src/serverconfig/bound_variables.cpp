@@ -3,32 +3,21 @@
 
 #include "base/controls.h"
 #include "base/fault.h"
-#include "base/prompts.h"
 #include "dvar_reply.h"
 #include "rcon/conversation.h"
-#include "rcon/services.h"
-#include "rcon/session.h"
 
 using namespace Qt::StringLiterals;
 
-bool requireConnection(const Services &services)
-{
-    if (!services.session.connected)
-        services.prompts.refuse(u"You need to connect to a server first"_s, u"Not Connected"_s);
-    return services.session.connected;
-}
-
 void readGroup(const Conversation &talk, const QString &pattern)
 {
-    talk.sendinfo(u"dvarlist "_s + pattern, true);
-    talk.waitseconds(1); // a long listing comes in many datagrams
-    if (!talk.lasts())
+    talk.ask(u"dvarlist "_s + pattern);
+    if (talk.isSuperseded())
         throw Fault(Fault::NotConnected); // what the reply holds now is another server's
 }
 
 QString valueInReply(const Conversation &talk, const QString &name)
 {
-    return getdvar(talk.services.session.rconreply, name);
+    return getdvar(talk.reply(), name);
 }
 
 void fill(const Conversation &talk, BoundControl &control)
@@ -45,11 +34,11 @@ void fillUnlessEmpty(const Conversation &talk, BoundControl &control)
 
 void send(const Conversation &talk, BoundControl &control, ValueForm form)
 {
-    if (!talk.lasts())
+    if (talk.isSuperseded())
         return; // nothing is sent, so the mark stays
     control.dataChanged = false;
     const QString value = control.value();
-    talk.sendinfo(control.tag + (form == ValueForm::Quoted ? u'"' + value + u'"' : u' ' + value));
+    talk.tell(control.tag + (form == ValueForm::Quoted ? u'"' + value + u'"' : u' ' + value));
 }
 
 void sendIfChanged(const Conversation &talk, BoundControl &control, ValueForm form, const QString &confirmation)
@@ -57,5 +46,5 @@ void sendIfChanged(const Conversation &talk, BoundControl &control, ValueForm fo
     if (!control.dataChanged)
         return;
     send(talk, control, form);
-    talk.addmessage(confirmation);
+    talk.note(confirmation);
 }

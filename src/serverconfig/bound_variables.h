@@ -5,7 +5,6 @@
 
 class BoundControl;
 class Conversation;
-struct Services;
 
 /// How the value of a variable follows its name in a command.
 enum class ValueForm {
@@ -15,9 +14,6 @@ enum class ValueForm {
 
 /// What the pages with bound controls have in common: each control shows the server variable that its `Tag` names, is
 /// filled from the reply to "dvarlist", and is sent back when it has changed. What differs is told by the pages.
-
-/// True when connected; else says that one has to connect first.
-[[nodiscard]] bool requireConnection(const Services &services);
 
 /// Asks for the variables that `pattern` describes and waits for the whole reply. Throws NotConnected when the server
 /// has been left for another meanwhile.

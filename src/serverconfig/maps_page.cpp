@@ -2,15 +2,12 @@
 #include "maps_page.h"
 #include "ui_maps_page.h"
 
-#include "base/once.h"
 #include "base/prompts.h"
 #include "map_listing.h"
-#include "output/output.h"
 #include "quick_commands.h"
 #include "rcon/conversation.h"
-#include "rcon/exchange.h"
+#include "rcon/reading.h"
 #include "rcon/services.h"
-#include "rcon/session.h"
 
 using namespace Qt::StringLiterals;
 
@@ -43,35 +40,22 @@ void MapsPage::cmddefmaps_Click()
 
 void MapsPage::cmdpopmaps_Click()
 {
-    const Once once(readingSince, services.clock);
-    if (!once)
+    Reading scope(services, {.door = &reading, .note = u"Asking server for map list..."_s, .needsConnection = false});
+    if (!scope)
         return;
-
-    Session &session = services.session;
     ui->lstmaps->clear();
-    session.rconcollect = true;
-    services.output.showprogress(u"Asking server for map list..."_s, Progress::Replace);
+    const Conversation talk(services);
     std::optional<QStringList> names;
-    for (int attempt = 0; attempt < 3 && !names; ++attempt) {
-        session.rconbusy = true;
-        services.exchange.sendinfo(u"dir maps/mp d3dbsp"_s);
-        services.exchange.waitseconds(1); // a long listing comes in many datagrams
-        if (!session.rconarrived)
-            names = QStringList(); // the silence has been told already
-        else
-            names = mapNames(session.rconreply);
-    }
+    for (int attempt = 0; attempt < 3 && !names; ++attempt)
+        names = talk.ask(u"dir maps/mp d3dbsp"_s, false) ? mapNames(talk.reply()) : QStringList();
     if (names) {
         if (!names->isEmpty())
             ui->lstmaps->clear(); // the stock maps may have been loaded meanwhile
         ui->lstmaps->addItems(*names);
-        session.rconbusy = false;
     } else {
-        // The busy mark stays until the next reading or sending takes it away.
+        scope.leaveTimersHeldOff();
         services.prompts.inform(u"Asked server 3 times for list and none returned"_s, u"No response"_s);
     }
-    services.output.showprogress({}, Progress::Replace);
-    session.rconcollect = false;
 }
 
 void MapsPage::cmdmapload_Click()
@@ -81,5 +65,5 @@ void MapsPage::cmdmapload_Click()
         services.prompts.inform(u"Select a map in the table to load first"_s, u"Select Map"_s);
         return;
     }
-    Conversation(services).sendWithoutWaiting(u"map "_s + selected.first()->text());
+    Conversation(services).tellWithoutWaiting(u"map "_s + selected.first()->text());
 }

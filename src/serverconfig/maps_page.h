@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QDate>
+#include "base/reentrancy_guard.h"
+
 #include <QWidget>
 
 #include <memory>
@@ -27,5 +28,5 @@ private:
 
     Services &services;
     std::unique_ptr<Ui::MapsPage> ui;
-    QDate readingSince;
+    ReentrancyGuard::Door reading;
 };

@@ -7,9 +7,8 @@
 #include "dvar_reply.h"
 #include "file_listing.h"
 #include "output/output.h"
-#include "rcon/exchange.h"
+#include "rcon/conversation.h"
 #include "rcon/services.h"
-#include "rcon/session.h"
 
 using namespace Qt::StringLiterals;
 
@@ -45,10 +44,10 @@ void MiscPage::awaitServer()
     ui->cmdcfgexec->setEnabled(false);
 }
 
-void MiscPage::showRotation()
+void MiscPage::showRotation(const QString &listing)
 {
     try {
-        const QString rotation = getdvar(services.session.rconreply, u"sv_maprotation");
+        const QString rotation = getdvar(listing, u"sv_maprotation");
         if (rotation.size() <= longestRotation)
             setRotation(rotation, true);
     } catch (const Fault &) {
@@ -56,9 +55,8 @@ void MiscPage::showRotation()
     }
 }
 
-void MiscPage::showCfgFiles()
+void MiscPage::showCfgFiles(const QString &listing)
 {
-    const QString &listing = services.session.rconreply;
     if (!listing.contains(u'\n'))
         services.output.addmessage(u"Server has no CFG files - Disabling fields..."_s);
     ui->lstcfgs->clear();
@@ -85,8 +83,9 @@ void MiscPage::cmdsetservedit_Click()
     const QString rotation = txtcurmaprot[1]->toPlainText().replace(u'\n', u' ');
     if (rotation.isEmpty())
         return;
-    services.exchange.sendinfo(u"sv_maprotationcurrent \""_s + rotation + u'"');
-    services.output.addmessage(u"Set Map rotation to Custom choice."_s);
+    const Conversation talk(services);
+    talk.tell(u"sv_maprotationcurrent \""_s + rotation + u'"');
+    talk.note(u"Set Map rotation to Custom choice."_s);
 }
 
 void MiscPage::lblsmrnotes_Click()
@@ -100,6 +99,7 @@ void MiscPage::lblsmrnotes_Click()
 
 void MiscPage::cmdcfgexec_Click()
 {
+    const Conversation talk(services);
     const Answer answer = services.prompts.ask({u"Exec CFG"_s,
                                                 u"Are you sure you want to Exec the selected CFG file\r"
                                                 "Executing CFGs is at your own risk!\r"
@@ -111,9 +111,9 @@ void MiscPage::cmdcfgexec_Click()
 
     const QString shown = ui->lstcfgs->currentText();
     const QString file = shown.endsWith(u".cfg", Qt::CaseInsensitive) ? shown : shown + u".cfg"_s;
-    services.exchange.sendinfo(u"exec "_s + file, true);
-    services.exchange.waitseconds(1);
-    services.output.addmessage(u"Performed EXEC of "_s + shown);
+    talk.tell(u"exec "_s + file, true);
+    talk.wait(1);
+    talk.note(u"Performed EXEC of "_s + shown);
 }
 
 void MiscPage::setRotation(const QString &text, bool told)

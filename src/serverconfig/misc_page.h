@@ -25,8 +25,9 @@ public:
 public slots:
     /// Puts the texts that stand until the server has told its rotation and its files.
     void awaitServer();
-    void showRotation();
-    void showCfgFiles();
+    /// `listing` holds the variable with the rotation.
+    void showRotation(const QString &listing);
+    void showCfgFiles(const QString &listing);
     void forgetServer();
 
 private:

@@ -81,11 +81,11 @@ void ModesPage::setLimits(TextBox &score, TextBox &time, const QString &mode)
     }
     // What was checked is sent, also when it is edited meanwhile.
     const Conversation talk(services);
-    talk.sendinfo(score.tag + u' ' + scoreText);
-    talk.addmessage(mode + u" score limit updated to "_s + scoreText);
-    talk.waitseconds(1);
-    talk.sendinfo(time.tag + u' ' + timeText);
-    talk.addmessage(mode + u" time limit updated to "_s + timeText);
+    talk.tell(score.tag + u' ' + scoreText);
+    talk.note(mode + u" score limit updated to "_s + scoreText);
+    talk.wait(1);
+    talk.tell(time.tag + u' ' + timeText);
+    talk.note(mode + u" time limit updated to "_s + timeText);
 }
 
 void ModesPage::cmdsetsd_Click()
@@ -116,18 +116,18 @@ void ModesPage::cmdsetsd_Click()
 
     const Conversation talk(services);
     const auto send = [&talk](const TextBox *box, const QString &text, const QString &confirmation) {
-        talk.sendinfo(box->tag + u' ' + text);
-        talk.addmessage(confirmation);
+        talk.tell(box->tag + u' ' + text);
+        talk.note(confirmation);
     };
     send(ui->txtgrace, grace, u"S&D Grace period updated to "_s + grace);
-    talk.waitseconds(1);
+    talk.wait(1);
     // The line about the round length names the round limit.
     send(ui->txtroundlen, roundLength, u"S&D Round length updated to "_s + roundLimit);
-    talk.waitseconds(1);
+    talk.wait(1);
     send(ui->txtroundlim, roundLimit, u"S&D Round limit updated to "_s + roundLimit);
-    talk.waitseconds(1);
+    talk.wait(1);
     send(ui->txtscorelim, score, u"S&D Score limit updated to "_s + score);
-    talk.waitseconds(1);
+    talk.wait(1);
     send(ui->txttimelim, time, u"S&D Time limit updated to "_s + time);
 }
 

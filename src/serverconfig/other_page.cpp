@@ -3,15 +3,12 @@
 #include "ui_other_page.h"
 
 #include "base/fault.h"
-#include "base/once.h"
 #include "base/prompts.h"
 #include "bound_variables.h"
 #include "chat_prefix.h"
-#include "output/output.h"
 #include "rcon/conversation.h"
-#include "rcon/exchange.h"
+#include "rcon/reading.h"
 #include "rcon/services.h"
-#include "rcon/session.h"
 
 using namespace Qt::StringLiterals;
 
@@ -55,16 +52,10 @@ void OtherPage::cmdCodOther_Click(int index)
 
 void OtherPage::populate()
 {
-    const Once once(readingSince, services.clock);
-    if (!once)
+    Reading scope(services, {.door = &reading, .note = u"\r\nReading variables from the server..."_s});
+    if (!scope)
         return;
-    if (!requireConnection(services))
-        return;
-
-    // Unlike other pages this one goes on collecting afterwards: replies stay silent until somebody else ends that.
-    services.session.rconcollect = true;
-    services.output.showprogress(u"\r\nReading variables from the server..."_s, Progress::Replace);
-    services.session.rconbusy = true;
+    scope.leaveCollecting(); // unlike other pages
     try {
         const Conversation talk(services);
         readGroup(talk, u"scr_allow_*"_s);
@@ -76,8 +67,6 @@ void OtherPage::populate()
     } catch (const Fault &) {
         // A value that is cut off or no number ends the reading; what has been filled stays.
     }
-    services.output.showprogress({}, Progress::Replace);
-    services.session.rconbusy = false;
 }
 
 void OtherPage::sendChanges()
@@ -86,10 +75,9 @@ void OtherPage::sendChanges()
     services.prompts.ask({u"Send to Server?"_s, u"Only changed values will be sent.\rSend other settings to server?"_s,
                           BoxIcon::Information, BoxButtons::OkCancel});
     const Conversation talk(services);
-    services.session.rconbusy = true;
+    const TimersHeldOff busy(services);
     for (CheckBox *box : chkCodOther)
         sendIfChanged(talk, *box, ValueForm::Quoted, box->text() + u" updated."_s);
-    services.session.rconbusy = false;
 }
 
 void OtherPage::setclanbase()
@@ -101,10 +89,10 @@ void OtherPage::setclanbase()
     if (answer == Answer::Cancel)
         return;
     const Conversation talk(services);
-    talk.addmessage(u"Setting server to Clanbase rules....."_s);
+    talk.note(u"Setting server to Clanbase rules....."_s);
     for (const QLatin1StringView rule : clanBaseRules) {
-        talk.sendinfo(rule, true);
-        services.exchange.yield();
+        talk.tell(rule, true);
+        talk.yield();
     }
-    talk.sendinfo(u"say "_s + chatPrefix + u"Server Set for ^2Clan Base ^7Rules"_s, true);
+    talk.tell(u"say "_s + chatPrefix + u"Server Set for ^2Clan Base ^7Rules"_s, true);
 }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QDate>
+#include "base/reentrancy_guard.h"
+
 #include <QWidget>
 
 #include <array>
@@ -34,5 +35,5 @@ private:
     Services &services;
     std::unique_ptr<Ui::OtherPage> ui;
     std::array<CheckBox *, 2> chkCodOther{};
-    QDate readingSince;
+    ReentrancyGuard::Door reading;
 };

@@ -51,39 +51,39 @@ void switchGameType(const Services &services, int index)
     const Conversation talk(services);
     // Team deathmatch does not wait for its type instead of for the restart.
     if (index == teamDeathmatch)
-        talk.sendWithoutWaiting(command);
+        talk.tellWithoutWaiting(command);
     else
-        talk.sendinfo(command, true);
+        talk.tell(command, true);
     if (services.session.rconnotconnected)
         return;
-    talk.waitseconds(1);
-    talk.addmessage(type.confirmation);
+    talk.wait(1);
+    talk.note(type.confirmation);
     if (index == teamDeathmatch)
-        talk.sendinfo(restart, true);
+        talk.tell(restart, true);
     else
-        talk.sendWithoutWaiting(restart);
+        talk.tellWithoutWaiting(restart);
 }
 
 void setFriendlyFire(const Services &services, int mode)
 {
     const FriendlyFire &how = friendlyFireModes.at(static_cast<std::size_t>(mode));
     const Conversation talk(services);
-    talk.sendinfo(u"scr_friendlyfire "_s + QString::number(mode), true);
-    talk.waitseconds(1);
-    talk.sendinfo(u"say "_s + chatPrefix + how.announcement, true);
-    talk.addmessage(how.confirmation);
+    talk.tell(u"scr_friendlyfire "_s + QString::number(mode), true);
+    talk.wait(1);
+    talk.tell(u"say "_s + chatPrefix + how.announcement, true);
+    talk.note(how.confirmation);
 }
 
 void restartMap(const Services &services)
 {
     const Conversation talk(services);
-    talk.sendWithoutWaiting(u"map_restart"_s);
-    talk.addmessage(u"Map Restart"_s);
+    talk.tellWithoutWaiting(u"map_restart"_s);
+    talk.note(u"Map Restart"_s);
 }
 
 void rotateMap(const Services &services)
 {
     const Conversation talk(services);
-    talk.sendWithoutWaiting(u"map_rotate"_s);
-    talk.addmessage(u"Map Rotate"_s);
+    talk.tellWithoutWaiting(u"map_rotate"_s);
+    talk.note(u"Map Rotate"_s);
 }

@@ -4,14 +4,12 @@
 
 #include "base/fault.h"
 #include "base/numbers.h"
-#include "base/once.h"
 #include "base/prompts.h"
 #include "bound_variables.h"
-#include "output/output.h"
 #include "quick_commands.h"
 #include "rcon/conversation.h"
+#include "rcon/reading.h"
 #include "rcon/services.h"
-#include "rcon/session.h"
 
 using namespace Qt::StringLiterals;
 
@@ -37,24 +35,14 @@ PlaceholderVariables ServerPage::placeholderVariables() const
 
 void ServerPage::cmdservpop_Click()
 {
-    const Once once(readingSince, services.clock);
-    if (!once)
+    const Reading scope(services, {.door = &reading, .note = u"Reading variables from the server..."_s});
+    if (!scope)
         return;
-    if (!requireConnection(services))
-        return;
-
-    Session &session = services.session;
-    session.rconcollect = true;
-    services.output.showprogress(u"Reading variables from the server..."_s, Progress::Replace);
-    session.rconbusy = true;
     try {
         readVariables();
     } catch (const Fault &) {
         // A value that is cut off or no number ends the reading; what has been filled stays.
     }
-    session.rconcollect = false;
-    services.output.showprogress({}, Progress::Replace);
-    session.rconbusy = false;
 }
 
 void ServerPage::readVariables()
@@ -88,7 +76,7 @@ void ServerPage::cmdservsetbasics_Click()
     services.prompts.ask({u"Send to Server?"_s, u"Only changed values will be sent.\rSend settings to server?"_s,
                           BoxIcon::Information, BoxButtons::OkCancel});
     const Conversation talk(services);
-    services.session.rconbusy = true;
+    const TimersHeldOff busy(services);
     sendIfChanged(talk, *ui->txtservername, ValueForm::Quoted, u"Server name updated."_s);
     sendIfChanged(talk, *ui->txtservermotd, ValueForm::Quoted, u"Server MOTD updated."_s);
     sendIfChanged(talk, *ui->chkkillcam, ValueForm::Plain, u"Kill cam updated"_s);
@@ -102,7 +90,6 @@ void ServerPage::cmdservsetbasics_Click()
     sendIfChanged(talk, *ui->chkteambal, ValueForm::Plain, u"Team Balance updated"_s);
     sendIfChanged(talk, *ui->chkspecenemy, ValueForm::Plain, u"Spectate Enemy updated"_s);
     sendIfChanged(talk, *ui->txtbantime, ValueForm::Plain, u"Temporary ban time updated"_s);
-    services.session.rconbusy = false;
 }
 
 // The game has the switch twice; the second one takes what the box shows a second later.
@@ -110,11 +97,11 @@ void ServerPage::sendVoting(const Conversation &talk)
 {
     const QString confirmation = u"Voting updated"_s;
     send(talk, *ui->chkvoting, ValueForm::Plain);
-    talk.addmessage(confirmation);
-    talk.waitseconds(1);
+    talk.note(confirmation);
+    talk.wait(1);
     ui->chkvoting->dataChanged = false;
-    talk.sendinfo(u"g_allowvote "_s + ui->chkvoting->value());
-    talk.addmessage(confirmation);
+    talk.tell(u"g_allowvote "_s + ui->chkvoting->value());
+    talk.note(confirmation);
 }
 
 void ServerPage::cmdservsetpass_Click()
@@ -124,17 +111,17 @@ void ServerPage::cmdservsetpass_Click()
         return;
     }
     const Conversation talk(services);
-    talk.sendinfo(ui->txtservpass->tag + u" \""_s + ui->txtservpass->text() + u'"', true);
-    talk.waitseconds(3);
-    talk.addmessage(u"Server password added"_s);
-    talk.sendWithoutWaiting(u"map_restart"_s);
+    talk.tell(ui->txtservpass->tag + u" \""_s + ui->txtservpass->text() + u'"', true);
+    talk.wait(3);
+    talk.note(u"Server password added"_s);
+    talk.tellWithoutWaiting(u"map_restart"_s);
 }
 
 void ServerPage::cmdservrempass_Click()
 {
     const Conversation talk(services);
-    talk.sendinfo(ui->txtservpass->tag + u" \"\""_s, true);
-    talk.addmessage(u"Server password Removed"_s);
+    talk.tell(ui->txtservpass->tag + u" \"\""_s, true);
+    talk.note(u"Server password Removed"_s);
 }
 
 void ServerPage::cmdff_Click()

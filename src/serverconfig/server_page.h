@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/reentrancy_guard.h"
 #include "placeholder_variables.h"
 
-#include <QDate>
 #include <QWidget>
 
 #include <array>
@@ -39,5 +39,5 @@ private:
     Services &services;
     std::unique_ptr<Ui::ServerPage> ui;
     std::array<QRadioButton *, 4> optff{}; ///< by friendly-fire mode
-    QDate readingSince;
+    ReentrancyGuard::Door reading;
 };

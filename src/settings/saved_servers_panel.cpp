@@ -20,8 +20,8 @@ QStringList texts(const QListWidget *list)
 
 } // namespace
 
-SavedServersPanel::SavedServersPanel(Prompts &prompts_, qint32 &servercount_, QWidget *parent)
-    : QWidget(parent), prompts(prompts_), servercount(servercount_), ui(std::make_unique<Ui::SavedServersPanel>())
+SavedServersPanel::SavedServersPanel(Prompts &prompts_, QWidget *parent)
+    : QWidget(parent), prompts(prompts_), ui(std::make_unique<Ui::SavedServersPanel>())
 {
     ui->setupUi(this);
     ui->lstrcon->hide();

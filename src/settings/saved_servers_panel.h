@@ -18,8 +18,7 @@ class SavedServersPanel final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `servercount` is raised by one with each server saved.
-    SavedServersPanel(Prompts &prompts, qint32 &servercount, QWidget *parent = nullptr);
+    explicit SavedServersPanel(Prompts &prompts_, QWidget *parent = nullptr);
     ~SavedServersPanel() override;
 
     /// Fills the lists as they were read from the settings file.
@@ -40,6 +39,6 @@ private:
     void addRow(const QString &server, const QString &port, const QString &password);
 
     Prompts &prompts;
-    qint32 &servercount;
     std::unique_ptr<Ui::SavedServersPanel> ui;
+    qint32 servercount = 0; ///< saved servers found at start-up, plus those saved since
 };

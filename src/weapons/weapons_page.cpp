@@ -4,12 +4,11 @@
 
 #include "base/controls.h"
 #include "base/fault.h"
-#include "base/once.h"
 #include "base/prompts.h"
 #include "output/output.h"
 #include "rcon/conversation.h"
+#include "rcon/reading.h"
 #include "rcon/services.h"
-#include "rcon/session.h"
 #include "serverconfig/bound_variables.h"
 #include "weapon_table.h"
 
@@ -56,16 +55,9 @@ CheckBox *WeaponsPage::box(const QString &name) const
 
 void WeaponsPage::cmdpopwep_Click()
 {
-    const Once once(readingSince, services.clock);
-    if (!once)
+    const Reading scope(services, {.door = &reading, .note = u"Reading variables from the server...\r\nAllies..."_s});
+    if (!scope)
         return;
-    if (!requireConnection(services))
-        return;
-
-    Session &session = services.session;
-    session.rconbusy = true;
-    session.rconcollect = true;
-    services.output.showprogress(u"Reading variables from the server...\r\nAllies..."_s, Progress::Replace);
     try {
         readWeapons();
     } catch (const Fault &) {
@@ -74,9 +66,6 @@ void WeaponsPage::cmdpopwep_Click()
                                 "Try populate again"_s,
                                 u"Slow Server Response"_s);
     }
-    services.output.showprogress({}, Progress::Replace);
-    session.rconcollect = false;
-    session.rconbusy = false;
 }
 
 void WeaponsPage::readWeapons()
@@ -103,10 +92,9 @@ void WeaponsPage::cmdwepsetserv_Click()
     if (answer == Answer::Cancel)
         return;
     const Conversation talk(services);
-    services.session.rconbusy = true;
+    const TimersHeldOff busy(services);
     for (qsizetype index = 0; index < boxes.size(); ++index)
         sendIfChanged(talk, *boxes.at(index), ValueForm::Quoted, weapons().at(index).confirmation);
-    services.session.rconbusy = false;
 }
 
 void WeaponsPage::setAll(bool allowed)
@@ -126,13 +114,13 @@ void WeaponsPage::cmdriflesonly_Click()
     const Conversation talk(services);
     // All are sent, changed or not: the server may have other values than the boxes show.
     for (const WeaponSetting &setting : riflesOnly()) {
-        if (!talk.lasts())
+        if (talk.isSuperseded())
             return;
         CheckBox &weapon = *box(setting.box);
         weapon.setChecked(setting.allowed);
         send(talk, weapon, ValueForm::Quoted);
     }
-    talk.addmessage(u"Server set to rifles only"_s);
+    talk.note(u"Server set to rifles only"_s);
 }
 
 void WeaponsPage::cmdnosnipers_Click()
@@ -151,5 +139,5 @@ void WeaponsPage::cmdnosnipers_Click()
         if (weapon->dataChanged)
             send(talk, *weapon, ValueForm::Quoted);
     }
-    talk.addmessage(u"No snipers set on server."_s);
+    talk.note(u"No snipers set on server."_s);
 }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QDate>
+#include "base/reentrancy_guard.h"
+
 #include <QList>
 #include <QWidget>
 
@@ -38,5 +39,5 @@ private:
     Services &services;
     std::unique_ptr<Ui::WeaponsPage> ui;
     QList<CheckBox *> boxes; ///< in the order of the table
-    QDate readingSince;
+    ReentrancyGuard::Door reading;
 };

@@ -179,7 +179,6 @@ private slots:
         QVERIFY(tab.program.find<QTimer>(u"tmrmessage"_s)->isActive());
         QCOMPARE(tab.program.text(u"txtinterval"_s), u"7"_s);
         QCOMPARE(tab.free(), u"2"_s);
-        QVERIFY(!tab.program.session.autoaction);
         server.forgetRequests();
         QMetaObject::invokeMethod(tab.program.find<QTimer>(u"tmrmessage"_s), "timeout");
         QCOMPARE(server.commands(), QList<QByteArray>{sayPrefix + "first"});

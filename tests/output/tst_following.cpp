@@ -72,7 +72,7 @@ private slots:
         Program program;
         program.output.addrcon(lines(200));
         program.start();
-        const QScrollBar *bar = program.output.pane()->verticalScrollBar();
+        const QScrollBar *bar = program.output.pane().verticalScrollBar();
         QTRY_VERIFY(bar->maximum() > 50);
         QTRY_COMPARE(bar->value(), bar->maximum());
     }
@@ -135,7 +135,7 @@ private slots:
     {
         Program program;
         program.start();
-        QScrollBar *bar = program.output.pane()->verticalScrollBar();
+        QScrollBar *bar = program.output.pane().verticalScrollBar();
         program.output.addrcon(lines(200));
         QTRY_VERIFY(bar->maximum() > 50);
         bar->setValue(10);

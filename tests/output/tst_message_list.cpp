@@ -63,7 +63,7 @@ private slots:
         program.output.addmessage(u"Bob"_s);
         QCOMPARE(program.rows(u"lstmessages"_s).first(),
                  u"Time: 15:04 <b>Bob</b> &amp; <img src=\"map.png\"><br><br>two"_s);
-        const QListWidget &list = *program.output.list();
+        const QListWidget &list = program.output.list();
         QCOMPARE(list.visualItemRect(list.item(0)).height(), list.visualItemRect(list.item(1)).height());
         QVERIFY(list.item(0)->toolTip().isEmpty());
     }
@@ -72,7 +72,7 @@ private slots:
     {
         Program program;
         program.start();
-        const QListWidget &list = *program.output.list();
+        const QListWidget &list = program.output.list();
         program.output.addmessage(u"Connected"_s);
         QCoreApplication::processEvents();
         QCOMPARE(list.horizontalScrollBar()->maximum(), 0);
@@ -95,7 +95,7 @@ private slots:
     {
         Program program;
         program.start();
-        const QListWidget &list = *program.output.list();
+        const QListWidget &list = program.output.list();
         for (int message = 0; message < 1000; ++message)
             program.output.addmessage(QString(message % 50, u'x'));
         QCoreApplication::processEvents();

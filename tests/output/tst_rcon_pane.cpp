@@ -61,8 +61,8 @@ private slots:
         program.start();
         program.output.addrcon(markup);
         QCOMPARE(program.pane(), markup);
-        QCOMPARE(program.output.pane()->toPlainText(), markup);
-        QCOMPARE(program.output.pane()->document()->blockCount(), 1);
+        QCOMPARE(program.output.pane().toPlainText(), markup);
+        QCOMPARE(program.output.pane().document()->blockCount(), 1);
     }
 
     void markupDoesNotColourTheText()
@@ -78,7 +78,7 @@ private slots:
     {
         Program program;
         program.start();
-        RconPane &pane = *program.output.pane();
+        RconPane &pane = program.output.pane();
         QVERIFY(!coloursOf(pane).contains(yellow));
 
         program.output.addrcon(u"MMMMMMMMMM\r\n"_s);
@@ -104,8 +104,8 @@ private slots:
     {
         Program program;
         program.start();
-        QTRY_VERIFY(program.output.pane()->font().bold());
-        QCOMPARE(program.output.pane()->font().pointSize(), 10);
+        QTRY_VERIFY(program.output.pane().font().bold());
+        QCOMPARE(program.output.pane().font().pointSize(), 10);
         QVERIFY(program.pane().isEmpty());
     }
 
@@ -115,7 +115,7 @@ private slots:
         program.start();
         program.output.addrcon(u"one\r\n"_s);
         program.output.addrcon(u"two\r\n"_s);
-        for (const QFont &font : {program.output.pane()->font(), program.output.pane()->document()->defaultFont()}) {
+        for (const QFont &font : {program.output.pane().font(), program.output.pane().document()->defaultFont()}) {
             QCOMPARE(font.pointSize(), 10);
             QVERIFY(font.bold());
         }

@@ -246,18 +246,6 @@ private slots:
         QCOMPARE(program.note(), u"\nSaving RCON output...\nSaving Message output..."_s);
     }
 
-    void theMenuSavesAutomaticallyDuringAnAutomaticAction_data() { addKinds(); }
-
-    void theMenuSavesAutomaticallyDuringAnAutomaticAction()
-    {
-        QFETCH(Kind, kind);
-        Filled filled;
-        filled.program.session.autoaction = true;
-        filled.program.trigger(kind.action);
-        QCOMPARE(filled.program.prompts.asked, QList<QStringList>());
-        QCOMPARE(filesIn(QDir::currentPath()), QStringList(kind.fileName()));
-    }
-
 #ifdef Q_OS_UNIX
     void aFailedAutomaticSaveIsShown_data()
     {

@@ -60,6 +60,48 @@ private slots:
         tab.program.prompts.takeBoxes();
     }
 
+    // The kick is under way when the person goes over to another server, where somebody else sits in that slot.
+    void theNextServersListLosesNobody_data()
+    {
+        QTest::addColumn<bool>("byHand");
+        QTest::newRow("kicked by hand") << true;
+        QTest::newRow("kicked at ping 999") << false;
+    }
+
+    void theNextServersListLosesNobody()
+    {
+        QFETCH(bool, byHand);
+        PlayersTab tab("autokick999=1\r\nautokick999int=2\r\n");
+        PracticeServer other(desertedServer());
+        QVERIFY(other.listen());
+        answerBriefly(other);
+        tab.server.answer("status", {statusHeading + hangingLine + '\n'});
+        other.answer("status", {statusHeading + hangingLine + '\n'});
+        QStringList messages;
+        atRequest(tab.server, "clientkick 3", [&] {
+            QTimer::singleShot(0, &tab.server, [&] {
+                tab.tickBox(u"chkautoupdate"_s, false);
+                tab.program.click(u"cmdconnect"_s);
+                tab.program.connectTo(other);
+                tab.program.click(u"cmdplypop"_s);
+                messages = tab.program.messages();
+            });
+        });
+        if (byHand) {
+            tab.populate();
+            tab.select(0);
+            tab.program.click(u"cmdplykick"_s);
+        } else {
+            tab.tickBox(u"chkautoupdate"_s);
+            tab.tick();
+        }
+        QCOMPARE(kicks(tab.server.commands()), 1);
+        QCOMPARE(kicks(other.commands()), 0);
+        QCOMPARE(tab.grid().size(), 1);
+        QVERIFY(!messages.isEmpty());
+        QCOMPARE(tab.program.messages(), messages);
+    }
+
     // The same tick as above, undisturbed, kicks.
     void onTheSameServerHeIsKicked()
     {

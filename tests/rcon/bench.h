@@ -2,14 +2,18 @@
 #pragma once
 
 #include "exchange_boxes.h"
+#include "output/message_list.h"
 #include "output/output.h"
 #include "output/rcon_pane.h"
 #include "rcon/exchange.h"
+#include "rcon/server_fields.h"
 #include "rcon/session.h"
 #include "rcon/udp_client.h"
 #include "scripted_prompts.h"
 
 #include "base/clock.h"
+
+#include <QCoreApplication>
 
 #include <functional>
 
@@ -31,6 +35,8 @@ public:
         ++readings;
         return last;
     }
+
+    void rest(double) const override { QCoreApplication::processEvents(); }
 
     mutable QDateTime last; ///< the last reading, or the time set
     mutable int readings = 0;
@@ -59,7 +65,8 @@ public:
 struct Bench final {
     explicit Bench(const QTime &start = QTime(12, 0), qint64 step = 10) : clock(start, step)
     {
-        exchange.setPasswordReader([] { return QStringLiteral("practice"); });
+        output.attach(txtoutput, lstmessages);
+        fields.setPassword(QStringLiteral("practice"));
     }
 
     void open(quint16 port)
@@ -69,12 +76,15 @@ struct Bench final {
         udpclient.Bind();
     }
 
-    [[nodiscard]] QString pane() const { return output.pane()->text(); }
+    [[nodiscard]] QString pane() const { return output.pane().text(); }
 
     SteppingClock clock;
     ScriptedPrompts prompts;
     Session session;
     WatchedClient udpclient;
+    ServerFields fields;
+    RconPane txtoutput;
+    MessageList lstmessages;
     Output output{prompts, clock};
-    Exchange exchange{session, udpclient, output, prompts, clock};
+    Exchange exchange{session, udpclient, fields, output, prompts, clock};
 };

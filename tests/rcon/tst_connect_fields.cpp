@@ -63,7 +63,6 @@ void tryToConnect(Program &program)
     program.click(u"cmdconnect"_s);
     QCOMPARE(program.prompts.takeBoxes(), QList<Box>{missingField});
     QVERIFY2(program.prompts.asked.isEmpty(), "nobody is asked for a file name");
-    QVERIFY(!program.session.autoaction);
 }
 
 void preferenceRows()

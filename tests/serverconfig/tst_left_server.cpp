@@ -1,47 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "program.h"
-#include "tests/rcon/at_request.h"
-#include "tests/rcon/game_replies.h"
+#include "two_servers.h"
 #include "window_test.h"
 
 #include <QLineEdit>
+#include <QPlainTextEdit>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// A program that is connected to the first of two servers.
-struct TwoServers {
-    TwoServers()
-    {
-        for (PracticeServer *server : {&first, &second}) {
-            if (!server->listen())
-                qFatal("no port for the server");
-            answerBriefly(*server);
-        }
-        program.start();
-        program.connectTo(first);
-        first.forgetRequests();
-    }
-
-    /// The person goes over to the second server while the first answers this command.
-    void leaveAt(const QByteArray &command)
-    {
-        atRequest(first, command, [this] {
-            QTimer::singleShot(0, &first, [this] {
-                program.click(u"cmdconnect"_s);
-                program.connectTo(second);
-                second.forgetRequests();
-            });
-        });
-    }
-
-    PracticeServer first;
-    PracticeServer second;
-    Program program{keepsOutput};
-};
-
-} // namespace
 
 /// What is done on one server stays there, and what is done at once is done as it was asked for.
 class LeftServerTest final : public QObject {
@@ -89,6 +53,44 @@ private slots:
         QCOMPARE(servers.second.commands(), QList<QByteArray>());
         QVERIFY(servers.program.messages().size() > lines); // that of the new connection
         QVERIFY(!servers.program.messages().constLast().contains(u"changed"));
+    }
+
+    void theNextServerIsNotToldToHaveDoneIt_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QByteArray>("command");
+        QTest::newRow("configuration file") << u"cmdcfgexec"_s << QByteArray("exec server.cfg");
+        QTest::newRow("rotation") << u"cmdsetservedit"_s << QByteArray("sv_maprotationcurrent \"map x\"");
+        QTest::newRow("status") << u"cmdstatus"_s << QByteArray("Status");
+        QTest::newRow("information") << u"cmsserverinfo"_s << QByteArray("serverinfo");
+        QTest::newRow("join password removed") << u"cmdservrempass"_s << QByteArray("g_password \"\"");
+        QTest::newRow("chat message") << u"cmdmessage"_s << QByteArray("say ^3Molvark ^5(1.0)> ^7RemoteUser hello");
+    }
+
+    void theNextServerIsNotToldToHaveDoneIt()
+    {
+        QFETCH(QString, button);
+        QFETCH(QByteArray, command);
+        TwoServers servers;
+        servers.program.find<QPlainTextEdit>(u"txtcurmaprot_1"_s)->setPlainText(u"map x"_s);
+        servers.program.prompts.lines = {u"hello"_s};
+        servers.leaveAt(command);
+        servers.program.click(button);
+        servers.program.prompts.takeBoxes();
+        QCOMPARE(servers.first.commands().first(), command);
+        QCOMPARE(servers.second.commands(), QList<QByteArray>());
+        QCOMPARE(servers.messagesOfSecond(), QStringList());
+    }
+
+    void mapsAreNotAskedOfTheNextServer()
+    {
+        TwoServers servers;
+        servers.first.answer("dir maps/mp d3dbsp", {"too short\n"});
+        servers.leaveAt("dir maps/mp d3dbsp");
+        servers.program.click(u"cmdpopmaps"_s);
+        servers.program.prompts.takeBoxes();
+        QCOMPARE(servers.second.commands(), QList<QByteArray>());
+        QVERIFY(servers.program.rows(u"lstmaps"_s).isEmpty());
     }
 
     void theOtherServersReplyFillsNothing()

@@ -33,6 +33,7 @@ public:
         milliseconds += 50;
         return start.addMSecs(milliseconds % (12 * 3'600'000)); // never past midnight
     }
+    void rest(double) const override { QCoreApplication::processEvents(); }
 
 private:
     QDateTime start{QDate(2006, 3, 5), QTime(6, 0)};

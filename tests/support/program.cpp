@@ -112,7 +112,7 @@ QStringList Program::rows(const QString &list) const
 
 QString Program::pane() const
 {
-    return output.pane()->text();
+    return output.pane().text();
 }
 
 QStringList Program::messages() const

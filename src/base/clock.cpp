@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "clock.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+#include <algorithm>
+#include <cmath>
+
+void Clock::rest(double seconds) const
+{
+    QTimer alarm; // that it goes off is what ends the sleep
+    alarm.setTimerType(Qt::PreciseTimer);
+    alarm.setSingleShot(true);
+    alarm.start(static_cast<int>(std::ceil(std::clamp(seconds, 0.0, 1.0) * 1000)));
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/reentrancy_guard.h"
+#include "message_cycle.h"
+#include "serverconfig/placeholder_variables.h"
+
+#include <QObject>
+#include <QTimer>
+
+class Conversation;
+class MessageSets;
+struct Services;
+
+/// Says the chat messages of one saved set on the server, one every few minutes, until it is stopped.
+class MessageCycler final : public QObject {
+    Q_OBJECT
+
+public:
+    MessageCycler(Services &services_, const MessageSets &sets_, PlaceholderVariables variables_, QObject *parent);
+
+    /// Starts with the saved set of that name, unless something is in the way, which a box says. `autoaction`: on the
+    /// program's own initiative, which asks nothing and says only that there are `unsaved` changes.
+    void start(const QString &name, bool unsaved, bool autoaction);
+    void stop();
+    [[nodiscard]] bool isRunning() const { return tmrmessage.isActive(); }
+
+    /// The minutes between two messages as typed; what is no number never comes round.
+    void setInterval(const QString &text) { interval = text; }
+    /// The next minute sends.
+    void sendNext() { cycle.sendNext(); }
+
+signals:
+    void runningchanged(bool isRunning);
+
+private:
+    void tmrmessage_Timer();
+    void sayNext();
+    [[nodiscard]] static QString askVariable(const Conversation &talk, const QString &name);
+
+    Services &services;
+    const MessageSets &sets;
+    const PlaceholderVariables variables;
+    MessageCycle cycle;
+    int cycleset = -1; ///< slot of the saved set that is being said
+    QString interval;
+    QTimer tmrmessage;
+    ReentrancyGuard::Door ticking;
+};

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "player_refresh.h"
+
+#include "base/fault.h"
+#include "base/numbers.h"
+#include "base/prompts.h"
+#include "rcon/conversation.h"
+#include "rcon/services.h"
+#include "rcon/session.h"
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+PlayerRefresh::PlayerRefresh(Services &services_, std::function<bool()> populate_, QObject *parent)
+    : QObject(parent), services(services_), populate(std::move(populate_)), tmrplayer(this)
+{
+    tmrplayer.setObjectName(u"tmrplayer"_s);
+    connect(&tmrplayer, &QTimer::timeout, this, &PlayerRefresh::tmrplayer_Timer);
+}
+
+void PlayerRefresh::start()
+{
+    qint16 &seconds = services.session.options.autoqplayerint;
+    if (seconds < 5 || seconds > 40)
+        seconds = 30;
+    tmrplayer.start(product16(seconds, 1000)); // overflows from 33 seconds on
+}
+
+void PlayerRefresh::unsee()
+{
+    if (services.session.options.autokick999)
+        list999.unsee();
+}
+
+void PlayerRefresh::check999(const QString &name, const QString &ping, const QString &num)
+{
+    if (!services.session.options.autokick999)
+        return;
+    try {
+        list999.check999(name, ping, num);
+    } catch (const Fault &fault) {
+        services.prompts.refuse(u"Error in ADD999 Routines\rError code %1 Descr: %2\rSection %3\r"
+                                "LBound Player999 1\rUBound Player999 %4"_s.arg(fault.number())
+                                    .arg(fault.description(), list999.section())
+                                    .arg(list999.records().size()),
+                                u"ADD999 Error"_s);
+    }
+}
+
+void PlayerRefresh::tmrplayer_Timer()
+{
+    const ReentrancyGuard guard(ticking, services.clock);
+    if (!guard || services.session.rconbusy)
+        return;
+    const Conversation talk(services);
+    if (!populate())
+        return;
+    kickHanging(talk);
+    list999.sweep();
+}
+
+void PlayerRefresh::kickHanging(const Conversation &talk)
+{
+    const qint16 &enough = services.session.options.autokick999int;
+    for (qsizetype index = 0; index < list999.records().size() && talk.isOpen(); ++index) {
+        const Rec999 record = list999.records().at(index);
+        if (!record.seen || record.hits < enough)
+            continue;
+        talk.tell(u"clientkick "_s + record.pnum);
+        if (talk.note(u"Player Auto Kicked for 999 ping ["_s + record.pname + u']'))
+            emit kicked(record.pnum);
+    }
+}

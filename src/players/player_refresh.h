@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/reentrancy_guard.h"
+#include "list999.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+
+class Conversation;
+struct Services;
+
+/// The automatic refresh of the player list, and its kick of players who stay at ping 999.
+class PlayerRefresh final : public QObject {
+    Q_OBJECT
+
+public:
+    /// `populate_` reads the list anew; false when that is being done already.
+    PlayerRefresh(Services &services_, std::function<bool()> populate_, QObject *parent);
+
+    /// Starts the timer with the preferred interval; one that is out of range becomes 30 seconds for this run. Throws
+    /// Overflow from 33 seconds on.
+    void start();
+    void stop() { tmrplayer.stop(); }
+    [[nodiscard]] bool isRunning() const { return tmrplayer.isActive(); }
+
+    /// A populate begins.
+    void unsee();
+    /// Takes note of one player of a populate.
+    void check999(const QString &name, const QString &ping, const QString &num);
+
+signals:
+    /// The player in this slot has been kicked.
+    void kicked(const QString &num);
+
+private:
+    void tmrplayer_Timer();
+    void kickHanging(const Conversation &talk);
+
+    Services &services;
+    std::function<bool()> populate;
+    List999 list999;
+    QTimer tmrplayer;
+    ReentrancyGuard::Door ticking;
+};

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "connecting.h"
+
+#include "base/fault.h"
+#include "base/numbers.h"
+#include "base/prompts.h"
+#include "base/wire_text.h"
+#include "conversation.h"
+#include "output/output.h"
+#include "reading.h"
+#include "server_fields.h"
+#include "server_info.h"
+#include "services.h"
+#include "session.h"
+#include "udp_client.h"
+
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+
+using namespace Qt::StringLiterals;
+
+void Connecting::toggle()
+{
+    if (services.session.connected) {
+        disconnectFromServer();
+        return;
+    }
+    if (proving) // a second click meanwhile is not a second connection
+        return;
+    try {
+        connectToServer();
+    } catch (const Fault &fault) {
+        services.prompts.showFault(fault); // here and not further out, since start-up connects too and goes on
+    }
+}
+
+void Connecting::connectAtStart()
+{
+    const QScopedValueRollback loading(formloading, true);
+    const MarkHolder silence(services.link.collecting, services.link.epoch(services.clock));
+    toggle();
+}
+
+void Connecting::closeLink()
+{
+    services.link.udpclient.Close();
+}
+
+void Connecting::disconnectFromServer()
+{
+    closeLink();
+    services.session.connected = false;
+    emit disconnected();
+}
+
+void Connecting::connectToServer()
+{
+    services.output.showprogress({}, Progress::Replace);
+    if (!formloading)
+        clearOutput();
+    ServerFields &fields = services.fields;
+    fields.set(trimBlanks(fields.server()), trimBlanks(fields.port()), trimBlanks(fields.password()));
+    if (fields.server().isEmpty() || fields.port().isEmpty() || fields.password().isEmpty()) {
+        services.prompts.refuse(u"Please provide all fields, Server, Port and password"_s, u"Error..."_s);
+        return;
+    }
+    if (openLink())
+        survey();
+}
+
+void Connecting::clearOutput()
+{
+    const Preferences &options = services.session.options;
+    if (options.clearrconnew) {
+        if (options.savercon)
+            services.output.savercon_Click(true);
+        services.output.clearrcon();
+    }
+    if (options.clearmessnew) {
+        if (options.savemessages)
+            services.output.savemessages_Click(true);
+        services.output.clearmessages();
+    }
+}
+
+// Opens the socket and proves the password; from then on the session counts as connected. Whatever comes of it, the
+// notes about saving the logs are over.
+bool Connecting::openLink()
+{
+    const QScopedValueRollback trying(proving, true);
+    const auto progressClosed = qScopeGuard([this] { services.output.showprogress({}, Progress::Replace); });
+    UDPClient &udpclient = services.link.udpclient;
+    ServerFields &fields = services.fields;
+    const QString server = fields.server();
+    const QString port = fields.port();
+    udpclient.setRemoteHost(server);
+    udpclient.setRemotePort(toInteger32(port));
+    udpclient.Bind();
+    if (!passwordAccepted()) {
+        closeLink();
+        return false;
+    }
+
+    fields.set(server, port, fields.password()); // they could be edited while the server was asked
+    services.session.connected = true;
+    services.output.addmessage(u"Connected to server "_s + fields.address());
+    emit connected();
+    return true;
+}
+
+bool Connecting::passwordAccepted()
+{
+    const Conversation talk(services);
+    talk.ask(u"status"_s);
+    if (services.session.closing || services.session.rconnoroute != 0)
+        return false;
+    if (refusesPassword(talk.reply())) {
+        services.prompts.refuse(u"Invalid Rcon password, no connection established"_s, u"No connection"_s);
+        return false;
+    }
+    return true;
+}
+
+// Each step may find that the person has disconnected meanwhile, and perhaps connected anew; then the rest of this
+// connection's questions is left out.
+void Connecting::survey()
+{
+    const auto addNote = [this](const QString &note) {
+        if (!formloading)
+            services.output.showprogress(note, Progress::Add);
+    };
+    const Conversation talk(services);
+    const Reading reading(services,
+                          {.note = formloading ? QString() : u"Asking server for status"_s, .holdsTimersOff = false});
+    if (!askGame(talk))
+        return;
+    addNote(u"Asking server for Map rotation"_s);
+    if (talk.ask(u"dvarlist sv_maprotation"_s) && talk.isOpen())
+        emit rotationread(talk.reply());
+    if (!talk.isOpen())
+        return;
+    addNote(u"Asking server for cfg files"_s);
+    if (talk.ask(u"fdir *.cfg"_s) && talk.isOpen())
+        emit cfgfilesread(talk.reply());
+    if (talk.isOpen())
+        emit surveyed();
+}
+
+bool Connecting::askGame(const Conversation &talk)
+{
+    try {
+        if (!talk.query(u"getstatus"_s))
+            return false;
+    } catch (const Fault &) {
+        return false; // it could not be sent
+    }
+    services.output.addrcon(
+        u"Server running game mode [%1] on map [%2]"_s.arg(gameType(talk.reply()), mapName(talk.reply())));
+    return true;
+}

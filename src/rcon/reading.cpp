@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include "reading.h"
+
+#include "base/prompts.h"
+#include "output/output.h"
+#include "services.h"
+#include "session.h"
+#include "udp_client.h"
+
+using namespace Qt::StringLiterals;
+
+bool requireConnection(const Services &services)
+{
+    if (!services.session.connected)
+        services.prompts.refuse(u"You need to connect to a server first"_s, u"Not Connected"_s);
+    return services.session.connected;
+}
+
+MarkHolder::MarkHolder(ServerLink::Mark &mark_, const ServerLink::Epoch &epoch)
+    : mark(mark_), isOutermost(!mark_.holders.contains(epoch))
+{
+    mark.holders.append(epoch);
+    mark.flag = true;
+}
+
+MarkHolder::~MarkHolder()
+{
+    mark.holders.removeLast(); // handlers that are nested end before those around them
+    if (isOutermost && !isLeftSet)
+        mark.flag = false;
+}
+
+TimersHeldOff::TimersHeldOff(const Services &services) : busy(services.link.busy, services.link.epoch(services.clock))
+{
+}
+
+Reading::Reading(const Services &services_, const Style &style) : services(services_)
+{
+    if (style.door && !guard.emplace(*style.door, services.clock))
+        return;
+    if (style.needsConnection && !requireConnection(services))
+        return;
+    const ServerLink::Epoch epoch = services.link.epoch(services.clock);
+    collecting.emplace(services.link.collecting, epoch);
+    if (!style.note.isEmpty())
+        showNote(style.note);
+    if (style.holdsTimersOff)
+        busy.emplace(services.link.busy, epoch);
+}
+
+void Reading::showNote(const QString &note)
+{
+    const ServerLink::Epoch epoch = services.link.epoch(services.clock);
+    if (services.link.notes.contains(epoch))
+        noteBefore = services.output.progressnote();
+    services.link.notes.append(epoch);
+    isNoted = true;
+    services.output.showprogress(note, Progress::Replace);
+}
+
+Reading::~Reading()
+{
+    if (!isNoted)
+        return;
+    services.link.notes.removeLast();
+    services.output.showprogress(noteBefore, Progress::Replace);
+}

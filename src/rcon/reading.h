@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/reentrancy_guard.h"
+#include "server_link.h"
+
+#include <QString>
+
+#include <optional>
+
+struct Services;
+
+/// True when connected; else says that one has to connect first.
+[[nodiscard]] bool requireConnection(const Services &services);
+
+/// Sets a mark of the session. Of nested holders the outermost takes it away, whatever it was before; holders of
+/// another day or another server do not count.
+class MarkHolder final {
+public:
+    MarkHolder(ServerLink::Mark &mark_, const ServerLink::Epoch &epoch);
+    ~MarkHolder();
+    Q_DISABLE_COPY_MOVE(MarkHolder)
+
+    /// The mark stays set after this holder's end.
+    void leaveSet() { isLeftSet = true; }
+
+private:
+    ServerLink::Mark &mark;
+    const bool isOutermost;
+    bool isLeftSet = false;
+};
+
+/// A scope in which a page sends or reads the server's variables: the two timers skip their ticks.
+class TimersHeldOff final {
+public:
+    explicit TimersHeldOff(const Services &services);
+
+private:
+    MarkHolder busy;
+};
+
+/// The scope in which a page reads from the server. Its begin lets one reading in at a time, says when nothing is
+/// connected, has replies gathered silently, shows a note and holds the two timers off; its end takes all that back,
+/// but for what a reading around it still needs. Clicking another page's button meanwhile nests a second reading.
+class Reading final {
+public:
+    struct Style {
+        ReentrancyGuard::Door *door = nullptr; ///< the handler's own; without it readings of one handler nest, too
+        QString note;                          ///< for the progress window, which is left alone when this is empty
+        bool needsConnection = true;           ///< else each command says by its own box that nothing is connected
+        bool holdsTimersOff = true;
+    };
+
+    Reading(const Services &services_, const Style &style);
+    ~Reading();
+    Q_DISABLE_COPY_MOVE(Reading)
+
+    /// False when the handler is at it already, or nothing is connected.
+    explicit operator bool() const { return collecting.has_value(); }
+
+    /// Replies stay silent afterwards, until another reading ends.
+    void leaveCollecting() { collecting->leaveSet(); }
+    /// The timers stay held off afterwards, until another reading or sending ends.
+    void leaveTimersHeldOff() { busy->leaveSet(); }
+
+private:
+    void showNote(const QString &note);
+
+    const Services &services;
+    std::optional<ReentrancyGuard> guard;
+    std::optional<MarkHolder> collecting;
+    std::optional<MarkHolder> busy;
+    bool isNoted = false;
+    QString noteBefore; ///< of the reading around this one
+};
