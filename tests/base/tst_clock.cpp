@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "base/clock.h"
+#include "cpu_time.h"
 
+#include <QElapsedTimer>
 #include <QRegularExpression>
+#include <QTimer>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -41,6 +44,38 @@ private slots:
         const QDateTime after = QDateTime::currentDateTime();
         QVERIFY(before <= shown && shown <= after);
         QCOMPARE(shown.timeSpec(), Qt::LocalTime);
+    }
+
+    void aRestSleepsUntilItIsOver()
+    {
+        constexpr qint64 nap = 200; // milliseconds
+        const auto rested = [] {
+            QElapsedTimer since;
+            since.start();
+            while (since.elapsed() < nap)
+                Clock().rest(static_cast<double>(nap - since.elapsed()) / 1000);
+        };
+        QVERIFY2(cpuTimeOf(rested) < 0.02, "a tenth of the time");
+    }
+
+    void somethingThatHappensEndsARest()
+    {
+        bool hasHappened = false;
+        QTimer::singleShot(10, this, [&] { hasHappened = true; });
+        QElapsedTimer since;
+        since.start();
+        while (!hasHappened)
+            Clock().rest(60);
+        QVERIFY2(since.elapsed() < 1000, "it went on sleeping");
+    }
+
+    // So that a clock that is set meanwhile is noticed.
+    void aLongRestIsLookedAtEverySecond()
+    {
+        QElapsedTimer since;
+        since.start();
+        Clock().rest(30'000);
+        QVERIFY(since.elapsed() < 10'000);
     }
 };
 
