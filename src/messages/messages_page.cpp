@@ -6,13 +6,13 @@
 #include "base/focus.h"
 #include "base/numbers.h"
 #include "base/prompts.h"
+#include "colour_labels.h"
 #include "output/output.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
 #include "settings/ini_file.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -32,7 +32,8 @@ MessagesPage::MessagesPage(Services &services_, const PlaceholderVariables &vari
     loadPictures();
     ui->setupUi(this);
     lockLine(ui->txtfreesets, true);
-    showColourCodes();
+    showColourCodes({ui->lblcolour_0, ui->lblcolour_1, ui->lblcolour_2, ui->lblcolour_3, ui->lblcolour_4,
+                     ui->lblcolour_5, ui->lblcolour_6, ui->lblcolour_7});
     wireEditor();
     wireCycler();
 }
@@ -68,30 +69,6 @@ void MessagesPage::wireCycler()
     connect(ui->cmdmessstop, &QPushButton::clicked, &cycler, &MessageCycler::stop);
     connect(&cycler, &MessageCycler::runningchanged, ui->cmdmessstart, &QWidget::setDisabled);
     connect(&cycler, &MessageCycler::runningchanged, ui->cmdmessstop, &QWidget::setEnabled);
-}
-
-// Each code in the colour that the game gives it, on the one of two grounds on which it can be read.
-void MessagesPage::showColourCodes()
-{
-    const std::array colours{palette().color(QPalette::WindowText),
-                             QColor(255, 0, 0),
-                             QColor(0, 192, 0),
-                             QColor(255, 255, 0),
-                             QColor(0, 0, 255),
-                             QColor(0, 255, 255),
-                             QColor(255, 128, 255),
-                             QColor(255, 255, 255)};
-    const std::array labels{ui->lblcolour_0, ui->lblcolour_1, ui->lblcolour_2, ui->lblcolour_3,
-                            ui->lblcolour_4, ui->lblcolour_5, ui->lblcolour_6, ui->lblcolour_7};
-    for (std::size_t code = 0; code < colours.size(); ++code) {
-        const QColor colour = colours.at(code);
-        const bool isLight = qGray(colour.rgb()) > 80;
-        QPalette shown = labels.at(code)->palette();
-        shown.setColor(QPalette::WindowText, colour);
-        shown.setColor(QPalette::Window, isLight ? QColor(16, 16, 16) : QColor(240, 240, 240));
-        labels.at(code)->setPalette(shown);
-        labels.at(code)->setAutoFillBackground(true);
-    }
 }
 
 void MessagesPage::load(const IniText &ini)

@@ -39,7 +39,6 @@ signals:
 private:
     void wireEditor();
     void wireCycler();
-    void showColourCodes();
     void commessset_LostFocus();
     void createSet(const QString &name);
     void cmdsetdel_Click();
