@@ -4,6 +4,7 @@
 #include "base/clock.h"
 #include "base/dialog_prompts.h"
 #include "median.h"
+#include "output/message_list.h"
 #include "output/rcon_pane.h"
 #include "row.h"
 #include "settings/saved_servers.h"
