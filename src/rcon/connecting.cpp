@@ -37,7 +37,7 @@ void Connecting::toggle()
 void Connecting::connectAtStart()
 {
     const QScopedValueRollback loading(formloading, true);
-    const MarkHolder silence(services.link.collecting, services.link.epoch(services.clock));
+    const FlagHolder silence(services.link.collecting, services.link.epoch(services.clock));
     toggle();
 }
 

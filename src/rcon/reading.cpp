@@ -16,18 +16,18 @@ bool requireConnection(const Services &services)
     return services.session.connected;
 }
 
-MarkHolder::MarkHolder(ServerLink::Mark &mark_, const ServerLink::Epoch &epoch)
-    : mark(mark_), isOutermost(!mark_.holders.contains(epoch))
+FlagHolder::FlagHolder(ServerLink::HeldFlag &flag_, const ServerLink::Epoch &epoch)
+    : flag(flag_), isOutermost(!flag_.holders.contains(epoch))
 {
-    mark.holders.append(epoch);
-    mark.flag = true;
+    flag.holders.append(epoch);
+    flag.value = true;
 }
 
-MarkHolder::~MarkHolder()
+FlagHolder::~FlagHolder()
 {
-    mark.holders.removeLast(); // handlers that are nested end before those around them
+    flag.holders.removeLast(); // handlers that are nested end before those around them
     if (isOutermost && !isLeftSet)
-        mark.flag = false;
+        flag.value = false;
 }
 
 TimersHeldOff::TimersHeldOff(const Services &services) : busy(services.link.busy, services.link.epoch(services.clock))

@@ -13,19 +13,19 @@ struct Services;
 /// True when connected; else says that one has to connect first.
 [[nodiscard]] bool requireConnection(const Services &services);
 
-/// Sets a mark of the session. Of nested holders the outermost takes it away, whatever it was before; holders of
-/// another day or another server do not count.
-class MarkHolder final {
+/// Sets a flag of the session. Of nested holders the outermost clears it, whatever it was before; holders of another
+/// day or another server do not count.
+class FlagHolder final {
 public:
-    MarkHolder(ServerLink::Mark &mark_, const ServerLink::Epoch &epoch);
-    ~MarkHolder();
-    Q_DISABLE_COPY_MOVE(MarkHolder)
+    FlagHolder(ServerLink::HeldFlag &flag_, const ServerLink::Epoch &epoch);
+    ~FlagHolder();
+    Q_DISABLE_COPY_MOVE(FlagHolder)
 
-    /// The mark stays set after this holder's end.
+    /// The flag stays set after this holder's end.
     void leaveSet() { isLeftSet = true; }
 
 private:
-    ServerLink::Mark &mark;
+    ServerLink::HeldFlag &flag;
     const bool isOutermost;
     bool isLeftSet = false;
 };
@@ -36,7 +36,7 @@ public:
     explicit TimersHeldOff(const Services &services);
 
 private:
-    MarkHolder busy;
+    FlagHolder busy;
 };
 
 /// The scope in which a page reads from the server. Its begin lets one reading in at a time, says when nothing is
@@ -68,8 +68,8 @@ private:
 
     const Services &services;
     std::optional<ReentrancyGuard> guard;
-    std::optional<MarkHolder> collecting;
-    std::optional<MarkHolder> busy;
+    std::optional<FlagHolder> collecting;
+    std::optional<FlagHolder> busy;
     bool isNoted = false;
     QString noteBefore; ///< of the reading around this one
 };

@@ -23,7 +23,7 @@ private:
     friend class Reading;
     friend class TimersHeldOff;
     friend class Connecting;
-    friend class MarkHolder;
+    friend class FlagHolder;
 
     /// The day and the server that a scope belongs to. One of another day may be stuck in a wait that runs across
     /// midnight and never ends, and one of another server has nothing more to say: neither is waited for.
@@ -35,14 +35,14 @@ private:
     };
     [[nodiscard]] Epoch epoch(const Clock &clock) const;
 
-    /// A mark of the session with the scopes that hold it, the outermost first.
-    struct Mark {
-        bool &flag;
+    /// A flag of the session with the scopes that hold it, the outermost first. Only they write it.
+    struct HeldFlag {
+        bool &value;
         QList<Epoch> holders;
     };
 
-    Mark collecting;
-    Mark busy;
+    HeldFlag collecting;
+    HeldFlag busy;
     QList<Epoch> notes; ///< whose notes the progress window shows or will show again
     UDPClient &udpclient;
     Exchange &exchange;

@@ -35,7 +35,7 @@ void fillUnlessEmpty(const Conversation &talk, BoundControl &control)
 void send(const Conversation &talk, BoundControl &control, ValueForm form)
 {
     if (talk.isSuperseded())
-        return; // nothing is sent, so the mark stays
+        return; // nothing is sent, so the dirty mark stays
     control.dataChanged = false;
     const QString value = control.value();
     talk.tell(control.tag + (form == ValueForm::Quoted ? u'"' + value + u'"' : u' ' + value));

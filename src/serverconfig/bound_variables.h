@@ -22,15 +22,15 @@ void readGroup(const Conversation &talk, const QString &pattern);
 /// Shows the value that the reply gives to `name`. Empty when it does not occur. Throws InvalidCall.
 [[nodiscard]] QString valueInReply(const Conversation &talk, const QString &name);
 
-/// Fills `control` from the reply, also with nothing, and clears its mark. Throws what its conversion throws.
+/// Fills `control` from the reply, also with nothing, and clears its dirty mark. Throws what its conversion throws.
 void fill(const Conversation &talk, BoundControl &control);
 
-/// The same, but a value that is empty or missing leaves the control and its mark as they are.
+/// The same, but a value that is empty or missing leaves the control and its dirty mark as they are.
 void fillUnlessEmpty(const Conversation &talk, BoundControl &control);
 
-/// Sends `control`'s value, changed or not. The mark is cleared first, so that an edit during the exchange sets it
+/// Sends `control`'s value, changed or not. The dirty mark is cleared first, so that an edit during the exchange sets it
 /// again.
 void send(const Conversation &talk, BoundControl &control, ValueForm form);
 
-/// Sends the value and confirms it in the message list, when the control's mark is set.
+/// Sends the value and confirms it in the message list, when the control's dirty mark is set.
 void sendIfChanged(const Conversation &talk, BoundControl &control, ValueForm form, const QString &confirmation);
