@@ -9,22 +9,24 @@
 /// failure, since nothing should come up on the walk.
 class TellingPrompts final : public Prompts {
 public:
-    Answer ask(const Box &box) override
+    void close() override {}
+
+    [[nodiscard]] bool haveTold() const { return told; }
+
+protected:
+    Answer showBox(const Box &box) override
     {
         tell(box.title, box.text);
         return answerOfClosing(box.buttons);
     }
-    QString askText(const QString &prompt, const QString &title, const QString &) override
+    QString showTextQuestion(const QString &prompt, const QString &title, const QString &) override
     {
         return tell(title, prompt);
     }
-    QString askFileName(const QString &title, const QString &preset, const QString &) override
+    QString showFileQuestion(const QString &title, const QString &preset, const QString &) override
     {
         return tell(title, preset);
     }
-    void close() override {}
-
-    [[nodiscard]] bool haveTold() const { return told; }
 
 private:
     QString tell(const QString &title, const QString &text)

@@ -55,7 +55,7 @@ Answer answer(QMessageBox::StandardButton pressed, BoxButtons asked)
 
 } // namespace
 
-Answer DialogPrompts::ask(const Box &box)
+Answer DialogPrompts::showBox(const Box &box)
 {
     QMessageBox dialog(programWindow());
     dialog.setWindowTitle(box.title);
@@ -69,7 +69,7 @@ Answer DialogPrompts::ask(const Box &box)
     return answer(dialog.standardButton(dialog.clickedButton()), box.buttons);
 }
 
-QString DialogPrompts::askText(const QString &prompt, const QString &title, const QString &preset)
+QString DialogPrompts::showTextQuestion(const QString &prompt, const QString &title, const QString &preset)
 {
     QInputDialog dialog(programWindow());
     dialog.setWindowTitle(title);
@@ -80,7 +80,7 @@ QString DialogPrompts::askText(const QString &prompt, const QString &title, cons
     return accepted(dialog) ? dialog.textValue() : QString();
 }
 
-QString DialogPrompts::askFileName(const QString &title, const QString &preset, const QString &suffix)
+QString DialogPrompts::showFileQuestion(const QString &title, const QString &preset, const QString &suffix)
 {
     QFileDialog dialog(programWindow(), title, QDir::currentPath());
     dialog.setObjectName(u"cdobj"_s);
@@ -94,7 +94,7 @@ QString DialogPrompts::askFileName(const QString &title, const QString &preset, 
 void DialogPrompts::close()
 {
     closed = true;
-    for (QDialog *dialog : std::as_const(open))
+    for (QDialog *dialog : std::as_const(dialogs))
         dialog->reject();
 }
 
@@ -102,8 +102,8 @@ bool DialogPrompts::accepted(QDialog &dialog)
 {
     if (closed)
         return false;
-    open.append(&dialog);
+    dialogs.append(&dialog);
     const int result = dialog.exec();
-    open.removeOne(&dialog);
+    dialogs.removeOne(&dialog);
     return result == QDialog::Accepted;
 }

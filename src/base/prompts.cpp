@@ -3,7 +3,7 @@
 
 #include "fault.h"
 
-#include <QObject>
+#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -29,14 +29,41 @@ Answer answerOfClosing(BoxButtons buttons)
     return Answer::Ok;
 }
 
-void Prompts::refuse(const QString &text, const QString &title)
+Answer Prompts::ask(const Box &box)
 {
-    ask({title, text, BoxIcon::Exclamation, BoxButtons::Ok});
+    open.append(box);
+    const auto closed = qScopeGuard([this] { open.removeLast(); });
+    return showBox(box);
 }
 
-void Prompts::inform(const QString &text, const QString &title)
+QString Prompts::askText(const QString &prompt, const QString &title, const QString &preset)
 {
-    ask({title, text, BoxIcon::Information, BoxButtons::Ok});
+    open.append({.title = title, .text = {}});
+    const auto closed = qScopeGuard([this] { open.removeLast(); });
+    return showTextQuestion(prompt, title, preset);
+}
+
+QString Prompts::askFileName(const QString &title, const QString &preset, const QString &suffix)
+{
+    open.append({.title = title, .text = {}});
+    const auto closed = qScopeGuard([this] { open.removeLast(); });
+    return showFileQuestion(title, preset, suffix);
+}
+
+void Prompts::notify(const Box &box, BroughtBy by)
+{
+    if (by == BroughtBy::Person || !open.contains(box))
+        ask(box);
+}
+
+void Prompts::refuse(const QString &text, const QString &title, BroughtBy by)
+{
+    notify({title, text, BoxIcon::Exclamation, BoxButtons::Ok}, by);
+}
+
+void Prompts::inform(const QString &text, const QString &title, BroughtBy by)
+{
+    notify({title, text, BoxIcon::Information, BoxButtons::Ok}, by);
 }
 
 void Prompts::showWriteFailure(const QString &what, const Fault &fault)
@@ -44,7 +71,7 @@ void Prompts::showWriteFailure(const QString &what, const Fault &fault)
     refuse(u"Failed to write new "_s + what + u'\r' + numberAndDescription(fault), u"INI Write Fail"_s);
 }
 
-void Prompts::showFault(const Fault &fault)
+void Prompts::showFault(const Fault &fault, BroughtBy by)
 {
-    refuse(numberAndDescription(fault), u"Molvark"_s);
+    refuse(numberAndDescription(fault), u"Molvark"_s, by);
 }

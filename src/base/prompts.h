@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QList>
 #include <QString>
 
 class Fault;
@@ -19,6 +20,9 @@ struct Box {
     bool operator==(const Box &) const = default;
 };
 
+/// What a box comes from: something that a person has done, or the tick of a timer, at which perhaps nobody is there.
+enum class BroughtBy { Person, Tick };
+
 /// The answer that a box closed without a choice gives: Ok, Cancel or No.
 [[nodiscard]] Answer answerOfClosing(BoxButtons buttons);
 
@@ -30,20 +34,33 @@ public:
     Q_DISABLE_COPY_MOVE(Prompts)
 
     /// Shows the box and waits for the answer, yielding to the event loop.
-    virtual Answer ask(const Box &box) = 0;
+    Answer ask(const Box &box);
     /// Asks for one line of text; empty when cancelled.
-    virtual QString askText(const QString &prompt, const QString &title, const QString &preset) = 0;
+    QString askText(const QString &prompt, const QString &title, const QString &preset);
     /// Asks under which name to save; empty when cancelled. `suffix` is added to a name without one.
-    virtual QString askFileName(const QString &title, const QString &preset, const QString &suffix) = 0;
+    QString askFileName(const QString &title, const QString &preset, const QString &suffix);
     /// Closes what is open as if it had been cancelled, and shows nothing from now on.
     virtual void close() = 0;
+    /// How many boxes and questions are open, one over the other.
+    [[nodiscard]] qsizetype openCount() const { return open.size(); }
 
-    /// A box with OK and the exclamation icon: a refusal or a failure.
-    void refuse(const QString &text, const QString &title);
-    /// A box with OK and the information icon.
-    void inform(const QString &text, const QString &title);
+    /// A box with OK and the exclamation icon: a refusal or a failure. A tick brings no second one like one that is
+    /// still open.
+    void refuse(const QString &text, const QString &title, BroughtBy by = BroughtBy::Person);
+    /// A box with OK and the information icon, likewise.
+    void inform(const QString &text, const QString &title, BroughtBy by = BroughtBy::Person);
     /// The box of a failed write to the settings file; `what` completes "Failed to write new ...".
     void showWriteFailure(const QString &what, const Fault &fault);
     /// The general box of a fault that no handler trapped.
-    void showFault(const Fault &fault);
+    void showFault(const Fault &fault, BroughtBy by = BroughtBy::Person);
+
+protected:
+    virtual Answer showBox(const Box &box) = 0;
+    virtual QString showTextQuestion(const QString &prompt, const QString &title, const QString &preset) = 0;
+    virtual QString showFileQuestion(const QString &title, const QString &preset, const QString &suffix) = 0;
+
+private:
+    void notify(const Box &box, BroughtBy by);
+
+    QList<Box> open; ///< of questions only the title
 };

@@ -17,8 +17,10 @@ public:
     /// The message that is due, out of a set's positions: empty ones are passed over, and behind the last the walk
     /// begins anew. Nothing when all are empty.
     [[nodiscard]] std::optional<QString> next(const QStringList &positions);
-    /// The message has been said.
+    /// The message is said.
     void advance() { ++cyclenext; }
+    /// It has not been said after all: it is due again.
+    void putBack() { --cyclenext; }
 
 private:
     qint16 minutes = 0;

@@ -66,44 +66,52 @@ void MessageCycler::stop()
 
 void MessageCycler::tmrmessage_Timer()
 {
-    const ReentrancyGuard guard(ticking, services.clock);
-    if (!guard)
-        return; // the last message, or a box that it brought, is still there
+    const ReentrancyGuard tick(ticking, services.clock, services.prompts);
+    if (!tick)
+        return; // the last message still waits for the server
     if (!services.session.connected) {
         if (!programMinimised())
-            services.prompts.inform(u"Please connect to server first"_s, u"Not Connected"_s);
+            services.prompts.inform(u"Please connect to server first"_s, u"Not Connected"_s, BroughtBy::Tick);
         return;
     }
     if (cycle.minutePassed(isNumeric(interval) ? toNumber(interval) : 0) && !services.session.rconbusy)
-        sayNext();
+        sayNext(tick);
 }
 
-void MessageCycler::sayNext()
+void MessageCycler::sayNext(const ReentrancyGuard &tick)
 {
     const std::optional<QString> chosen = cycle.next(sets.savedMessages(cycleset));
     if (!chosen)
         return;
-    const Conversation talk(services);
-    QString message = fillPlaceholder(*chosen, u"%IP%"_s, services.fields.address());
-    QString value;
+    cycle.advance(); // a box may hold this message up: the next tick says the next one
+    const Conversation talk(services, BroughtBy::Tick);
     bool hasAsked = false;
+    const QString message = filled(*chosen, talk, hasAsked);
+    if (!tick.isLatest())
+        return;
+    if (talk.isOpen())
+        talk.tell(u"say "_s + chatPrefix + message, hasAsked);
+    else
+        cycle.putBack(); // the message was meant for the server that has been left
+}
+
+// Each placeholder is filled once, and what is filled in may bring the next one.
+QString MessageCycler::filled(QString message, const Conversation &talk, bool &hasAsked) const
+{
+    message = fillPlaceholder(message, u"%IP%"_s, services.fields.address());
+    QString value;
     if (hasPlaceholder(message, u"%SN%"_s)) {
         value = askVariable(talk, variables.servername);
         message = fillPlaceholder(message, u"%SN%"_s, value);
         hasAsked = true;
     }
-    if (!talk.isOpen())
-        return; // the message was meant for the server that has been left
-    if (hasPlaceholder(message, u"%FF%"_s)) {
+    if (talk.isOpen() && hasPlaceholder(message, u"%FF%"_s)) {
         // A mode without a word leaves the server's name in its place, if that has been asked for.
         value = friendlyFireWord(askVariable(talk, variables.friendlyfire), value);
         message = fillPlaceholder(message, u"%FF%"_s, value);
         hasAsked = true;
     }
-    if (!talk.isOpen())
-        return;
-    talk.tell(u"say "_s + chatPrefix + message, hasAsked);
-    cycle.advance();
+    return message;
 }
 
 QString MessageCycler::askVariable(const Conversation &talk, const QString &name)

@@ -35,7 +35,8 @@ signals:
 
 private:
     void tmrmessage_Timer();
-    void sayNext();
+    void sayNext(const ReentrancyGuard &tick);
+    [[nodiscard]] QString filled(QString message, const Conversation &talk, bool &hasAsked) const;
     [[nodiscard]] static QString askVariable(const Conversation &talk, const QString &name);
 
     Services &services;

@@ -2,9 +2,9 @@
 #include "player_reader.h"
 
 #include "base/fault.h"
-#include "base/prompts.h"
 #include "getstatus_reply.h"
 #include "rcon/conversation.h"
+#include "rcon/reading.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
 #include "status_table.h"
@@ -17,17 +17,17 @@ constexpr int mostTries = 5; // for a row that is cut short, when nobody is told
 
 } // namespace
 
-void PlayerReader::readStatus(bool isTold)
+void PlayerReader::readStatus(const Reading &scope, BroughtBy by, const std::function<bool()> &isTold)
 {
-    const Conversation talk(services);
+    const Conversation talk(services, by);
     talk.ask(u"status"_s);
-    if (!talk.isOpen())
+    if (!talk.isOpen() || !scope.isLatest())
         return;
 
     StatusTable table;
     if (!table.skipHeading(talk.reply())) {
-        if (isTold)
-            services.prompts.inform(u"No players on server"_s, u"No players"_s);
+        if (isTold())
+            services.prompts.inform(u"No players on server"_s, u"No players"_s, by);
         return;
     }
     int tries = 0;
@@ -35,37 +35,37 @@ void PlayerReader::readStatus(bool isTold)
         try {
             emit statusrowread(table.next(talk.reply()));
         } catch (const Fault &) {
-            if (!isTold && ++tries > mostTries)
-                return;
-            if (isTold)
+            if (isTold())
                 services.prompts.refuse(u"The server is not responding quickly enough\rTry populate again"_s,
-                                        u"Slow Server Response"_s);
+                                        u"Slow Server Response"_s, by);
+            else if (++tries > mostTries)
+                return;
             talk.wait(1); // by hand too: between two boxes the person can disconnect or close the window
-            if (!talk.isOpen() || !talk.ownsReply())
+            if (!talk.isOpen() || !talk.ownsReply() || !scope.isLatest())
                 return; // also when another command has emptied the reply: its rest will not come
         }
     }
 }
 
-void PlayerReader::readQuery()
+void PlayerReader::readQuery(const Reading &scope, BroughtBy by)
 {
     const bool isTold = !services.session.options.autoqplayer; // a ticked "Auto Update" does not silence this list
-    const Conversation talk(services);
+    const Conversation talk(services, by);
     talk.clearReply();
     const bool hasCome = talk.query(u"getstatus"_s);
-    if (!talk.isOpen())
+    if (!talk.isOpen() || !scope.isLatest())
         return;
     if (!hasCome) {
         if (isTold)
             services.prompts.refuse(u"No response from server in 5 seconds with standard Query method"_s,
-                                    u"No response"_s);
+                                    u"No response"_s, by);
         return;
     }
 
     GetstatusReply reply(talk.reply());
     if (reply.isEmpty()) {
         if (isTold)
-            services.prompts.inform(u"No players on server"_s, u"No players"_s);
+            services.prompts.inform(u"No players on server"_s, u"No players"_s, by);
         return;
     }
     while (const std::optional<GetstatusRow> row = reply.next())

@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/prompts.h"
+
 #include <QObject>
 
+#include <functional>
+
+class Reading;
 struct GetstatusRow;
 struct Services;
 struct StatusRow;
@@ -14,10 +19,10 @@ class PlayerReader final : public QObject {
 public:
     PlayerReader(const Services &services_, QObject *parent) : QObject(parent), services(services_) {}
 
-    /// Asks for the status table. `isTold`: boxes say what is wrong with it.
-    void readStatus(bool isTold);
+    /// Asks for the status table. As long as `isTold` boxes say what is wrong with it.
+    void readStatus(const Reading &scope, BroughtBy by, const std::function<bool()> &isTold);
     /// Asks the public query. Throws what sending it throws, and InvalidCall when the answer is cut off.
-    void readQuery();
+    void readQuery(const Reading &scope, BroughtBy by);
 
 signals:
     void statusrowread(const StatusRow &row);

@@ -27,9 +27,10 @@ void PlayerRefresh::start()
     tmrplayer.start(product16(seconds, 1000)); // overflows from 33 seconds on
 }
 
-void PlayerRefresh::unsee()
+void PlayerRefresh::beginPopulate()
 {
-    if (services.session.options.autokick999)
+    counts = services.session.options.autokick999;
+    if (counts)
         list999.unsee();
 }
 
@@ -50,22 +51,24 @@ void PlayerRefresh::check999(const QString &name, const QString &ping, const QSt
 
 void PlayerRefresh::tmrplayer_Timer()
 {
-    const ReentrancyGuard guard(ticking, services.clock);
-    if (!guard || services.session.rconbusy)
+    const ReentrancyGuard tick(ticking, services.clock, services.prompts);
+    if (!tick || services.session.rconbusy)
         return;
-    const Conversation talk(services);
+    const Conversation talk(services, BroughtBy::Tick);
     if (!populate())
         return;
-    kickHanging(talk);
-    list999.sweep();
+    kickHanging(talk, tick);
+    if (tick.isLatest())
+        list999.sweep();
 }
 
-void PlayerRefresh::kickHanging(const Conversation &talk)
+// Switched off it kicks nobody from that moment on; switched on again it kicks who has been seen at 999 since.
+void PlayerRefresh::kickHanging(const Conversation &talk, const ReentrancyGuard &tick)
 {
-    const qint16 &enough = services.session.options.autokick999int;
-    for (qsizetype index = 0; index < list999.records().size() && talk.isOpen(); ++index) {
+    const Preferences &options = services.session.options;
+    for (qsizetype index = 0; index < list999.records().size() && talk.isOpen() && tick.isLatest(); ++index) {
         const Rec999 record = list999.records().at(index);
-        if (!record.seen || record.hits < enough)
+        if (!counts || !options.autokick999 || !record.seen || record.hits < options.autokick999int)
             continue;
         talk.tell(u"clientkick "_s + record.pnum);
         if (talk.note(u"Player Auto Kicked for 999 ping ["_s + record.pname + u']'))

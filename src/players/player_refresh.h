@@ -17,7 +17,7 @@ class PlayerRefresh final : public QObject {
     Q_OBJECT
 
 public:
-    /// `populate_` reads the list anew; false when that is being done already.
+    /// `populate_` reads the list anew; false when that is being done already, or has been done anew meanwhile.
     PlayerRefresh(Services &services_, std::function<bool()> populate_, QObject *parent);
 
     /// Starts the timer with the preferred interval; one that is out of range becomes 30 seconds for this run. Throws
@@ -26,8 +26,8 @@ public:
     void stop() { tmrplayer.stop(); }
     [[nodiscard]] bool isRunning() const { return tmrplayer.isActive(); }
 
-    /// A populate begins.
-    void unsee();
+    /// A populate begins: nobody has been seen yet.
+    void beginPopulate();
     /// Takes note of one player of a populate.
     void check999(const QString &name, const QString &ping, const QString &num);
 
@@ -37,11 +37,12 @@ signals:
 
 private:
     void tmrplayer_Timer();
-    void kickHanging(const Conversation &talk);
+    void kickHanging(const Conversation &talk, const ReentrancyGuard &tick);
 
     Services &services;
     std::function<bool()> populate;
     List999 list999;
+    bool counts = false; ///< players at ping 999 were counted from the beginning of the last populate
     QTimer tmrplayer;
     ReentrancyGuard::Door ticking;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "player_table.h"
 
+#include "colour_codes.h"
+
 #include "base/numbers.h"
 
 #include <algorithm>
@@ -131,6 +133,16 @@ int PlayerTable::rowOf(const QString &num) const
 {
     for (int row = 0; row < players.size(); ++row) {
         if (text(row, PlayerColumn::Num) == num)
+            return row;
+    }
+    return -1;
+}
+
+int PlayerTable::rowOf(const QString &num, const QString &guid, const QString &name) const
+{
+    for (int row = 0; row < players.size(); ++row) {
+        if (text(row, PlayerColumn::Num) == num && text(row, PlayerColumn::Guid) == guid &&
+            stripcolour(text(row, PlayerColumn::Player)) == stripcolour(name))
             return row;
     }
     return -1;

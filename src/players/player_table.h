@@ -32,6 +32,8 @@ public:
     [[nodiscard]] const QString &text(int row, PlayerColumn::Column column) const;
     /// The first row with this slot number; -1 when there is none.
     [[nodiscard]] int rowOf(const QString &num) const;
+    /// The first row with this slot number, guid and name, colour codes in the name aside; -1 when there is none.
+    [[nodiscard]] int rowOf(const QString &num, const QString &guid, const QString &name) const;
     void clear();
     void add(const PlayerCells &cells);
     void remove(int row);

@@ -42,7 +42,7 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
       players(this),
       reader(services_, this),
       refresh(
-          services_, [this] { return cmdplypop_Click(); }, this)
+          services_, [this] { return populate(BroughtBy::Tick); }, this)
 {
     ui->setupUi(this);
     ui->msfplayers->setModel(&players);
@@ -73,24 +73,31 @@ void PlayersPage::showPreferences()
     ui->chkplyq->setChecked(options.usequery);
 }
 
-bool PlayersPage::cmdplypop_Click()
+void PlayersPage::cmdplypop_Click()
 {
-    const bool isTold = isAskedByHand();
-    const Reading reading(services, {.door = &populating,
-                                     .note = isTold ? u"Asking server for player list..."_s : QString(),
-                                     .holdsTimersOff = false});
-    if (!reading)
+    populate(BroughtBy::Person);
+}
+
+bool PlayersPage::populate(BroughtBy by)
+{
+    const Reading scope(services, {.door = &populating,
+                                   .note = isAskedByHand() ? u"Asking server for player list..."_s : QString(),
+                                   .holdsTimersOff = false,
+                                   .by = by});
+    if (!scope)
         return false;
     players.clear();
-    refresh.unsee();
+    refresh.beginPopulate();
     try {
         if (ui->chkplyq->isChecked())
-            reader.readQuery();
+            reader.readQuery(scope, by);
         else
-            reader.readStatus(isTold);
+            reader.readStatus(scope, by, [this] { return isAskedByHand(); });
     } catch (const Fault &fault) {
-        services.prompts.showFault(fault);
+        services.prompts.showFault(fault, by);
     }
+    if (!scope.isLatest())
+        return false;
     complayersort_Click();
     ui->msfplayers->clearSelection();
     return true;
@@ -199,32 +206,35 @@ void PlayersPage::dismiss(const Dismissal &dismissal)
 {
     QLatin1StringView section = "Top"_L1;
     try {
-        const QPersistentModelIndex row = players.index(ui->msfplayers->selectedRow(), PlayerColumn::Num);
-        if (!row.isValid()) {
+        const int row = ui->msfplayers->selectedRow();
+        if (row < 0) {
             services.prompts.inform(dismissal.select, u"No player"_s);
             return;
         }
-        const QString num = players.text(row.row(), PlayerColumn::Num);
+        const QString num = players.text(row, PlayerColumn::Num);
         if (ui->chkplyq->isChecked() || num.isEmpty()) { // Query Mode also fills in rows without a number
             services.prompts.inform(dismissal.refusal, u"Need Rcon Access"_s);
             return;
         }
 
-        if (dismissed.contains(row))
-            return; // one click too many, while the command is under way
-        dismissed.append(row);
-        const auto done = qScopeGuard([this, row] { dismissed.removeOne(row); });
+        const QString guid = players.text(row, PlayerColumn::Guid);
+        const QString name = players.text(row, PlayerColumn::Player);
+        const QString command = dismissal.command + num;
+        const QString underWay = QStringList{command, guid, stripcolour(name)}.join(u'\n');
+        if (dismissals.contains(underWay))
+            return; // one click too many
+        dismissals.append(underWay);
+        const auto done = qScopeGuard([&] { dismissals.removeOne(underWay); });
 
-        const QString name = players.text(row.row(), PlayerColumn::Player);
         const Conversation talk(services);
-        if (!talk.tell(dismissal.command + num))
+        if (!talk.tell(command))
             return; // the list is another server's by now
         section = dismissal.noteSection;
         talk.note(dismissal.noteBefore + name + dismissal.noteBehind);
         section = dismissal.removalSection;
-        if (!row.isValid())
-            throw Fault(Fault::OutOfRange); // the list was read anew while the command was under way
-        removeRow(row.row());
+        // The list may have been read anew meanwhile, and somebody else sit in that slot.
+        if (const int listed = players.rowOf(num, guid, name); listed >= 0)
+            removeRow(listed);
     } catch (const Fault &fault) {
         if (dismissal.failure.isEmpty()) {
             services.prompts.showFault(fault);

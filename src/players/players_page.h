@@ -38,8 +38,9 @@ public slots:
 private:
     struct Dismissal;
 
-    /// False when it is being done already, or nothing is connected.
-    bool cmdplypop_Click();
+    void cmdplypop_Click();
+    /// False when it is being done already, nothing is connected, or it has been done anew meanwhile.
+    bool populate(BroughtBy by);
     void add(const StatusRow &row);
     void add(const GetstatusRow &row);
     void complayersort_Click();
@@ -63,5 +64,5 @@ private:
     PlayerReader reader;
     PlayerRefresh refresh;
     ReentrancyGuard::Door populating;
-    QList<QPersistentModelIndex> dismissed; ///< players whose kick or ban is under way
+    QStringList dismissals; ///< the commands that are under way, with their players
 };

@@ -6,6 +6,7 @@
 #include "base/prompts.h"
 #include "base/wire_text.h"
 #include "conversation.h"
+#include "exchange.h"
 #include "output/output.h"
 #include "reading.h"
 #include "server_fields.h"
@@ -25,13 +26,21 @@ void Connecting::toggle()
         disconnectFromServer();
         return;
     }
-    if (proving) // a second click meanwhile is not a second connection
-        return;
+    const Attempt wanted = attemptWanted();
+    if (attempt == wanted)
+        return; // one click too many
     try {
-        connectToServer();
+        connectToServer(wanted);
     } catch (const Fault &fault) {
         services.prompts.showFault(fault); // here and not further out, since start-up connects too and goes on
     }
+}
+
+Connecting::Attempt Connecting::attemptWanted() const
+{
+    const ServerFields &fields = services.fields;
+    return {trimBlanks(fields.server()), trimBlanks(fields.port()), trimBlanks(fields.password()),
+            services.clock.now().date()};
 }
 
 void Connecting::connectAtStart()
@@ -53,18 +62,17 @@ void Connecting::disconnectFromServer()
     emit disconnected();
 }
 
-void Connecting::connectToServer()
+void Connecting::connectToServer(const Attempt &wanted)
 {
     services.output.showprogress({}, Progress::Replace);
     if (!formloading)
         clearOutput();
-    ServerFields &fields = services.fields;
-    fields.set(trimBlanks(fields.server()), trimBlanks(fields.port()), trimBlanks(fields.password()));
-    if (fields.server().isEmpty() || fields.port().isEmpty() || fields.password().isEmpty()) {
+    services.fields.set(wanted.server, wanted.port, wanted.password);
+    if (wanted.server.isEmpty() || wanted.port.isEmpty() || wanted.password.isEmpty()) {
         services.prompts.refuse(u"Please provide all fields, Server, Port and password"_s, u"Error..."_s);
         return;
     }
-    if (openLink())
+    if (openLink(wanted))
         survey();
 }
 
@@ -84,35 +92,50 @@ void Connecting::clearOutput()
 }
 
 // Opens the socket and proves the password; from then on the session counts as connected. Whatever comes of it, the
-// notes about saving the logs are over.
-bool Connecting::openLink()
+// notes about saving the logs are over. An attempt that is going on is given up: the link is another one's.
+bool Connecting::openLink(const Attempt &wanted)
 {
-    const QScopedValueRollback trying(proving, true);
-    const auto progressClosed = qScopeGuard([this] { services.output.showprogress({}, Progress::Replace); });
+    attempt = wanted;
+    const int number = ++attempts;
+    const auto isGivenUp = [&] { return number != attempts; };
+    const auto ended = qScopeGuard([&] {
+        if (isGivenUp())
+            return;
+        attempt.reset();
+        services.output.showprogress({}, Progress::Replace);
+    });
     UDPClient &udpclient = services.link.udpclient;
-    ServerFields &fields = services.fields;
-    const QString server = fields.server();
-    const QString port = fields.port();
-    udpclient.setRemoteHost(server);
-    udpclient.setRemotePort(toInteger32(port));
-    udpclient.Bind();
-    if (!passwordAccepted()) {
+    try {
+        udpclient.Abandon();
+        udpclient.setRemoteHost(wanted.server);
+        udpclient.setRemotePort(toInteger32(wanted.port));
+        udpclient.Bind();
+    } catch (const Fault &) {
+        if (isGivenUp())
+            return false;
+        throw;
+    }
+    const Conversation talk(services);
+    const bool isAccepted = passwordAccepted(talk);
+    if (isGivenUp())
+        return false;
+    if (!isAccepted) {
         closeLink();
         return false;
     }
 
-    fields.set(server, port, fields.password()); // they could be edited while the server was asked
+    // What it was proved with, whatever was typed meanwhile.
+    services.fields.set(wanted.server, wanted.port, services.link.exchange.sentPassword());
     services.session.connected = true;
-    services.output.addmessage(u"Connected to server "_s + fields.address());
+    services.output.addmessage(u"Connected to server "_s + services.fields.address());
     emit connected();
     return true;
 }
 
-bool Connecting::passwordAccepted()
+bool Connecting::passwordAccepted(const Conversation &talk)
 {
-    const Conversation talk(services);
     talk.ask(u"status"_s);
-    if (services.session.closing || services.session.rconnoroute != 0)
+    if (talk.isSuperseded() || services.session.closing || services.session.rconnoroute != 0)
         return false;
     if (refusesPassword(talk.reply())) {
         services.prompts.refuse(u"Invalid Rcon password, no connection established"_s, u"No connection"_s);

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QDate>
 #include <QObject>
+#include <QString>
+
+#include <optional>
 
 class Conversation;
 struct Services;
@@ -14,8 +18,8 @@ class Connecting final : public QObject {
 public:
     explicit Connecting(Services &services_) : services(services_) {}
 
-    /// Connects, or disconnects when connected; nothing while the password is being proved. Shows a box for what goes
-    /// wrong, faults too.
+    /// Connects, or disconnects when connected. While connecting it does nothing when the fields are still the same;
+    /// with other fields it gives up and begins anew. Shows a box for what goes wrong, faults too.
     void toggle();
     /// Connects as start-up does it: clears no pane, shows no notes and not the reply to "status" either.
     void connectAtStart();
@@ -34,15 +38,27 @@ signals:
     void disconnected();
 
 private:
-    void connectToServer();
+    /// An attempt to connect, which goes on until the password is accepted or refused.
+    struct Attempt {
+        QString server;
+        QString port;
+        QString password;
+        QDate day; ///< on another one it is stuck in a wait that ran across midnight
+
+        bool operator==(const Attempt &) const = default;
+    };
+
+    [[nodiscard]] Attempt attemptWanted() const;
+    void connectToServer(const Attempt &wanted);
     void disconnectFromServer();
     void clearOutput();
-    [[nodiscard]] bool openLink();
-    [[nodiscard]] bool passwordAccepted();
+    [[nodiscard]] bool openLink(const Attempt &wanted);
+    [[nodiscard]] bool passwordAccepted(const Conversation &talk);
     void survey();
     [[nodiscard]] bool askGame(const Conversation &talk);
 
     Services &services;
-    bool proving = false;     ///< the password is being proved
+    std::optional<Attempt> attempt; ///< the one that is going on
+    int attempts = 0;
     bool formloading = false; ///< start-up is connecting
 };

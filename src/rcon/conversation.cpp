@@ -8,8 +8,8 @@
 #include "session.h"
 #include "udp_client.h"
 
-Conversation::Conversation(const Services &services_)
-    : services(services_), generation(services.link.udpclient.generation())
+Conversation::Conversation(const Services &services_, BroughtBy by_)
+    : services(services_), by(by_), generation(services.link.udpclient.generation())
 {
 }
 
@@ -26,7 +26,7 @@ bool Conversation::isOpen() const
 bool Conversation::tell(const QString &comm, bool quietmode) const
 {
     if (!isSuperseded())
-        services.link.exchange.sendinfo(comm, quietmode);
+        services.link.exchange.sendinfo(comm, quietmode, by);
     return !isSuperseded();
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/prompts.h"
+
 #include <QString>
 
 struct Services;
@@ -10,7 +12,8 @@ struct Services;
 /// neither sent nor confirmed. On a link that is merely closed each command says so by its own box.
 class Conversation final {
 public:
-    explicit Conversation(const Services &services_);
+    /// `by_`: a tick brings no box that is open already.
+    explicit Conversation(const Services &services_, BroughtBy by_ = BroughtBy::Person);
 
     /// True while the server that it began with is connected and the program goes on.
     [[nodiscard]] bool isOpen() const;
@@ -43,6 +46,7 @@ public:
 
 private:
     const Services &services;
+    const BroughtBy by;
     const int generation;  ///< of the link
     mutable int asked = 0; ///< which exchange the reply belongs to
 };

@@ -5,7 +5,6 @@
 #include "base/fault.h"
 #include "base/focus.h"
 #include "base/numbers.h"
-#include "base/prompts.h"
 #include "base/wire_text.h"
 #include "output/output.h"
 #include "server_fields.h"
@@ -38,9 +37,10 @@ Exchange::Exchange(Session &session_, UDPClient &udpclient_, const ServerFields 
     connect(&udpclient, &UDPClient::DataArrival, this, &Exchange::UDPClient_DataArrival);
 }
 
-void Exchange::sendinfo(const QString &comm, bool quietmode)
+void Exchange::sendinfo(const QString &comm, bool quietmode, BroughtBy by)
 {
     ++asked;
+    lastBy = by;
     session.rconarrived = false;
     session.rconreply.clear();
     session.rconnoroute = 0;
@@ -48,7 +48,7 @@ void Exchange::sendinfo(const QString &comm, bool quietmode)
 
     const int generation = udpclient.generation();
     for (int copy = 1; copy <= copies && !session.rconarrived; ++copy) {
-        if (!send(comm))
+        if (!send(comm, by))
             return;
         const bool isAwaited = !std::exchange(session.rconnowait, false); // taken first: another handler may run now
         yield();
@@ -63,28 +63,29 @@ void Exchange::sendinfo(const QString &comm, bool quietmode)
         if (!programMinimised())
             prompts.refuse(u"No response from server in 15 seconds\nCould be server loading map! or \n"
                            "Fragmented UDP packets which routers do not pass onTry again..."_s,
-                           u"No response"_s);
+                           u"No response"_s, by);
         return;
     }
     if (!quietmode)
         output.addrcon(u">>RCON sent ["_s + clock.shortTime() + u"] "_s + commandMark + comm + commandMark + u"\r\n"_s);
 }
 
-bool Exchange::send(const QString &comm)
+bool Exchange::send(const QString &comm, BroughtBy by)
 {
     if (session.closing)
         return false;
     session.rconnotconnected = udpclient.State() == UDPClient::Closed;
     if (session.rconnotconnected) {
-        prompts.refuse(u"Please connect to a server first!"_s, u"Not connected"_s);
+        prompts.refuse(u"Please connect to a server first!"_s, u"Not connected"_s, by);
         return false;
     }
     try {
-        udpclient.SendData(session.rconheader + u"rcon "_s + fields.password() + u' ' + comm);
+        lastPassword = fields.password();
+        udpclient.SendData(session.rconheader + u"rcon "_s + lastPassword + u' ' + comm);
     } catch (const Fault &fault) {
         if (fault.number() == Fault::NoRoute) {
             session.rconnoroute = -1;
-            prompts.refuse(u"No route to server, are you sure your connected to the Internet!"_s, u"No Route"_s);
+            prompts.refuse(u"No route to server, are you sure your connected to the Internet!"_s, u"No Route"_s, by);
         }
         return false;
     }
@@ -158,5 +159,5 @@ void Exchange::tellTruncated()
     if (std::exchange(truncationTold, true))
         return;
     prompts.inform(u"Data returned is to large for buffers\rTruncated after 8192 bytes\rI bet you did dvarlist ;)"_s,
-                   u"Truncated data"_s);
+                   u"Truncated data"_s, lastBy);
 }

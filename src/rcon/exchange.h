@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/prompts.h"
+
 #include <QObject>
 #include <QString>
 
 class Clock;
 class Output;
-class Prompts;
 class ServerFields;
 class UDPClient;
 struct Session;
@@ -22,8 +23,8 @@ public:
 
     /// Sends one console command, up to five times at three seconds' distance, until a reply datagram has come; its
     /// text is then in the session's `rconreply`. Shows a box when the link is closed, has no route or stays silent.
-    /// `quietmode` leaves out the echo of the command in the RCON pane.
-    void sendinfo(const QString &comm, bool quietmode = false);
+    /// `quietmode` leaves out the echo of the command in the RCON pane; a tick brings no box that is open already.
+    void sendinfo(const QString &comm, bool quietmode = false, BroughtBy by = BroughtBy::Person);
     /// Sends `query` without the word rcon and the password, once, and yields once. Throws what SendData throws.
     void sendquery(const QString &query);
     /// Waits that many seconds by the time of day, from half a second less to half a second more, or until the main
@@ -32,12 +33,14 @@ public:
     /// Tells one exchange from the next: how often something has been asked. A reply that is still being read has been
     /// emptied by another exchange when this has changed.
     [[nodiscard]] int exchanges() const { return asked; }
+    /// The password that was sent last.
+    [[nodiscard]] const QString &sentPassword() const { return lastPassword; }
     /// Lets the event loop run once.
     void yield();
 
 private:
     void UDPClient_DataArrival();
-    [[nodiscard]] bool send(const QString &comm);
+    [[nodiscard]] bool send(const QString &comm, BroughtBy by);
     void waitForReply();
     [[nodiscard]] QString receive();
     void tellTruncated();
@@ -48,7 +51,9 @@ private:
     Output &output;
     Prompts &prompts;
     const Clock &clock;
+    QString lastPassword;
     int asked = 0;
+    BroughtBy lastBy = BroughtBy::Person;
     bool yieldingInArrival = false;
     bool truncationTold = false;
 };

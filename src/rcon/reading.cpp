@@ -9,10 +9,10 @@
 
 using namespace Qt::StringLiterals;
 
-bool requireConnection(const Services &services)
+bool requireConnection(const Services &services, BroughtBy by)
 {
     if (!services.session.connected)
-        services.prompts.refuse(u"You need to connect to a server first"_s, u"Not Connected"_s);
+        services.prompts.refuse(u"You need to connect to a server first"_s, u"Not Connected"_s, by);
     return services.session.connected;
 }
 
@@ -36,9 +36,9 @@ TimersHeldOff::TimersHeldOff(const Services &services) : busy(services.link.busy
 
 Reading::Reading(const Services &services_, const Style &style) : services(services_)
 {
-    if (style.door && !guard.emplace(*style.door, services.clock))
+    if (style.door && !guard.emplace(*style.door, services.clock, services.prompts))
         return;
-    if (style.needsConnection && !requireConnection(services))
+    if (style.needsConnection && !requireConnection(services, style.by))
         return;
     const ServerLink::Epoch epoch = services.link.epoch(services.clock);
     collecting.emplace(services.link.collecting, epoch);

@@ -11,7 +11,7 @@
 struct Services;
 
 /// True when connected; else says that one has to connect first.
-[[nodiscard]] bool requireConnection(const Services &services);
+[[nodiscard]] bool requireConnection(const Services &services, BroughtBy by = BroughtBy::Person);
 
 /// Sets a flag of the session. Of nested holders the outermost clears it, whatever it was before; holders of another
 /// day or another server do not count.
@@ -49,6 +49,7 @@ public:
         QString note;                          ///< for the progress window, which is left alone when this is empty
         bool needsConnection = true;           ///< else each command says by its own box that nothing is connected
         bool holdsTimersOff = true;
+        BroughtBy by = BroughtBy::Person; ///< a tick brings no box that is open already
     };
 
     Reading(const Services &services_, const Style &style);
@@ -57,6 +58,9 @@ public:
 
     /// False when the handler is at it already, or nothing is connected.
     explicit operator bool() const { return collecting.has_value(); }
+
+    /// False when the same handler has been let in once more, while a box held this one up: what is read is his.
+    [[nodiscard]] bool isLatest() const { return !guard || guard->isLatest(); }
 
     /// Replies stay silent afterwards, until another reading ends.
     void leaveCollecting() { collecting->leaveSet(); }

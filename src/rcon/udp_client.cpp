@@ -49,10 +49,14 @@ UDPClient::SocketState UDPClient::State() const
 
 void UDPClient::Bind()
 {
-    Close();
+    Abandon();
+    const int link = links;
     if (remotePort < 1 || remotePort > 65535)
         throw Fault(Fault::AddressNotAvailable);
-    remoteAddress = lookUp();
+    const QHostAddress address = lookUp();
+    if (link != links)
+        throw Fault(Fault::NotConnected);
+    remoteAddress = address;
 
     auto bound = std::make_unique<QUdpSocket>();
     const bool isIPv4 = remoteAddress.protocol() == QAbstractSocket::IPv4Protocol;
@@ -64,7 +68,6 @@ void UDPClient::Bind()
         QMetaObject::invokeMethod(this, &UDPClient::announce, Qt::QueuedConnection);
     });
     socket = std::move(bound);
-    ++bindings;
 }
 
 QHostAddress UDPClient::lookUp()
@@ -115,6 +118,12 @@ void UDPClient::Close()
     if (socket)
         socket.release()->deleteLater();
     waiting.clear();
+}
+
+void UDPClient::Abandon()
+{
+    Close();
+    ++links;
 }
 
 // Reads at once and until a read comes back empty: while a notification waits to be acted on, Qt's socket can fall

@@ -27,13 +27,14 @@ public:
     ~UDPClient() override;
 
     [[nodiscard]] SocketState State() const;
-    /// Tells one link from the next: how often the socket has been opened.
-    [[nodiscard]] int generation() const { return bindings; }
+    /// Tells one link from the next; what belongs to an earlier one has nothing more to say.
+    [[nodiscard]] int generation() const { return links; }
     void setRemoteHost(const QString &host) { remoteHost = host; }
     void setRemotePort(qint32 port) { remotePort = port; }
 
     /// Finds the remote host's address and opens the socket on any local port; yields to the event loop while a name
-    /// is looked up. Throws HostNotFound, AddressNotAvailable (the port is not 1 to 65535) or the system's error.
+    /// is looked up. Throws HostNotFound, AddressNotAvailable (the port is not 1 to 65535), NotConnected when another
+    /// link has been begun meanwhile, or the system's error.
     void Bind();
     /// Sends one datagram. Throws NotConnected, NoRoute, DatagramTooLarge or the system's socket error.
     virtual void SendData(const QString &text);
@@ -41,6 +42,8 @@ public:
     void GetData(QString &text);
     /// Closes the socket; a look-up that is going on ends without an address.
     void Close();
+    /// Closes the socket and begins a new link, so that whoever still speaks over the old one has nothing more to say.
+    void Abandon();
     /// True while the system still looks up a name, also one that nobody waits for any more.
     [[nodiscard]] bool isLookingUp() const { return lookUps > 0; }
 
@@ -61,6 +64,6 @@ private:
     QByteArray arrived;
     QPointer<QEventLoop> lookUpWait;
     int lookUps = 0;
-    int bindings = 0;
+    int links = 0;
     QTimer goOn;
 };

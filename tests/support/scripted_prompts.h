@@ -12,25 +12,6 @@
 /// first button. A test takes the boxes that it expects; what is left over is its failure.
 class ScriptedPrompts final : public Prompts {
 public:
-    Answer ask(const Box &box) override
-    {
-        if (closed)
-            return answerOfClosing(box.buttons);
-        boxes.append(box);
-        if (whileOpen)
-            whileOpen();
-        if (!answers.isEmpty())
-            return answers.takeFirst();
-        return box.buttons == BoxButtons::YesNo ? Answer::Yes : Answer::Ok;
-    }
-    QString askText(const QString &prompt, const QString &title, const QString &preset) override
-    {
-        return askLine({title, prompt, preset});
-    }
-    QString askFileName(const QString &title, const QString &preset, const QString &suffix) override
-    {
-        return askLine({title, suffix, preset});
-    }
     void close() override { closed = true; }
 
     /// The boxes since the last call, in order.
@@ -41,6 +22,27 @@ public:
     QList<QStringList> asked;        ///< title, prompt or suffix, and preset of each such question
     std::function<void()> whileOpen; ///< happens while a box is open
     bool closed = false;
+
+protected:
+    Answer showBox(const Box &box) override
+    {
+        if (closed)
+            return answerOfClosing(box.buttons);
+        boxes.append(box);
+        if (whileOpen)
+            whileOpen();
+        if (!answers.isEmpty())
+            return answers.takeFirst();
+        return box.buttons == BoxButtons::YesNo ? Answer::Yes : Answer::Ok;
+    }
+    QString showTextQuestion(const QString &prompt, const QString &title, const QString &preset) override
+    {
+        return askLine({title, prompt, preset});
+    }
+    QString showFileQuestion(const QString &title, const QString &preset, const QString &suffix) override
+    {
+        return askLine({title, suffix, preset});
+    }
 
 private:
     QString askLine(const QStringList &question)
