@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "base/clock.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -44,5 +44,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(ClockTest)
+GUILESS_TEST(ClockTest)
 #include "tst_clock.moc"
