@@ -8,8 +8,16 @@
 #include <cstdio>
 #include <cstdlib>
 
+#ifdef MOLVARK_FUZZ
 /// What each target defines: hands `input` to one reader of outside text and holds the reader to what it promises.
 void fuzz(const QByteArray &input);
+#else
+#include "replay.h"
+
+// Without libFuzzer the targets are parts of one program, which is told which of them to replay.
+static void fuzz(const QByteArray &input);
+static const TestClass testClass(__BASE_FILE__, replay<fuzz>);
+#endif
 
 /// Ends the program when a promise is broken.
 inline void require(bool kept, const char *promise)

@@ -8,4 +8,4 @@ cd "$(dirname "$0")/.."
 install_packages "${build_packages[@]}" "${font_packages[@]}"
 cmake --preset release -B build/soak -DBUILD_TESTING=ON >/dev/null
 cmake --build build/soak --target flood
-build/soak/tests/hostile/flood "$@"
+build/soak/tests/flood "$@"

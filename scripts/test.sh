@@ -1,9 +1,40 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds with the sanitizers and runs the whole suite without a display.
+# Installs what is missing, builds with the sanitizers, runs the whole suite without a display and says what that took.
+# Usage: test.sh [ROOM | TEST]: of a room (a folder below tests/, or fuzz) or of a test alone nothing else is built.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/lib/packages.sh
 
+room=
+chosen=()
+if [ $# -gt 0 ]; then
+    room=$1
+    chosen=(--label-regex "^$1$")
+    if [ "$1" != fuzz ] && [ ! -d "tests/$1" ]; then
+        file=$(echo tests/*/"tst_$1.cpp")
+        [ -f "$file" ] || {
+            echo "There is neither a room nor a test named $1. The rooms: $(cd tests && echo */) fuzz" >&2
+            exit 2
+        }
+        room=$(basename "$(dirname "$file")")
+        chosen=(--tests-regex "^$1$")
+    fi
+fi
+
+begin=0
+spent=()
+# took WHAT: what the step that has just ended took.
+took() {
+    spent+=("$1 $((SECONDS - begin)) s")
+    begin=$SECONDS
+}
+trap '[ ${#spent[@]} -eq 0 ] || printf "%s\n" "Took: ${spent[*]}"' EXIT
+
 install_packages "${build_packages[@]}" "${font_packages[@]}"
-build asan
-ctest --preset asan --parallel 2
+took installing,
+cmake --preset asan -DMOLVARK_TEST_ROOM="$room" >/dev/null
+took configuring,
+cmake --build --preset asan ${room:+--target molvark-tests}
+took building,
+ctest --preset asan --parallel "$(nproc)" "${chosen[@]}"
+took testing

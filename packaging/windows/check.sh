@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Tries the programs for Windows under Wine: the test programs, then the program itself and its tour against the practice
-# server, with pictures in build/windows/pictures/. Arguments: the test programs (tst_..., fuzz_...); all when none is named.
+# server, with pictures in build/windows/pictures/. Arguments: the names of tests; all when none is named.
 # Environment: as for build.sh.
 # shellcheck disable=SC2317 # cleanup and what is waited for are called by name
 set -euo pipefail
@@ -70,8 +70,7 @@ start_wine() {
 
 run_tests() {
     local log=$built/check/Testing/Temporary/LastTest.log status=0 names
-    set -- "${@#tst_}"
-    names=$(IFS='|' && echo "${*/#fuzz_/fuzz_replay_}")
+    names=$(IFS='|' && echo "$*")
     # The displayless platform looks for fonts in one folder.
     QT_QPA_FONTDIR=Z:/usr/share/fonts/truetype/dejavu ctest --test-dir "$built/check" --no-tests=error --parallel 2 \
         ${names:+-R "^($names)$"} || status=$?
@@ -170,9 +169,7 @@ run_tour() {
 install_packages "${windows_packages[@]}" "${font_packages[@]}" "${display_packages[@]}" wine wine64 fonts-wine xdotool \
     imagemagick
 packaging/windows/build-qt.sh
-targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(all)
-build_for_windows check molvark molvark-practice molvark-tour "${targets[@]}" -- -DBUILD_TESTING=ON \
+build_for_windows check all -- -DBUILD_TESTING=ON \
     -DCMAKE_CROSSCOMPILING_EMULATOR="$top/packaging/windows/under-wine.sh"
 rm -rf "$pictures"
 mkdir -p "$pictures"

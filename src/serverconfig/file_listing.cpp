@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr QStringView extension = u".cfg";
+constexpr QStringView cfgExtension = u".cfg";
 
 } // namespace
 
@@ -12,10 +12,10 @@ QStringList cfgFiles(QStringView listing)
     QStringList names;
     qsizetype line = listing.startsWith(u'/') ? 0 : listing.indexOf(u'\n') + 1;
     while (true) {
-        const qsizetype dot = listing.indexOf(extension, line, Qt::CaseInsensitive);
+        const qsizetype dot = listing.indexOf(cfgExtension, line, Qt::CaseInsensitive);
         if (dot < 0)
             break;
-        const qsizetype length = dot + extension.size() - line - 1;
+        const qsizetype length = dot + cfgExtension.size() - line - 1;
         if (listing.at(line) == u'/' && length <= longestFileName)
             names.append(listing.sliced(line + 1, length).toString());
         const qsizetype end = listing.indexOf(u'\n', dot);

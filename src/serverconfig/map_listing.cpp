@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr QStringView extension = u".d3dbsp";
+constexpr QStringView mapExtension = u".d3dbsp";
 constexpr int headLines = 3;
 
 } // namespace
@@ -21,7 +21,7 @@ std::optional<QStringList> mapNames(QStringView listing)
 
     QStringList names;
     while (lineFeed >= 0) {
-        const qsizetype dot = listing.indexOf(extension, lineFeed + 1, Qt::CaseInsensitive);
+        const qsizetype dot = listing.indexOf(mapExtension, lineFeed + 1, Qt::CaseInsensitive);
         if (dot < 0)
             break;
         const qsizetype start = listing.lastIndexOf(u'\n', dot) + 1;

@@ -75,5 +75,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(AboutWindowTest)
+WINDOW_TEST(AboutWindowTest)
 #include "tst_about_window.moc"

@@ -260,5 +260,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(EveryWidgetTest)
+WINDOW_TEST(EveryWidgetTest)
 #include "tst_every_widget.moc"

@@ -159,5 +159,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(LifeCycleEndTest)
+WINDOW_TEST(LifeCycleEndTest)
 #include "tst_life_cycle_end.moc"

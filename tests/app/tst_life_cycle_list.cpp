@@ -153,5 +153,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(LifeCycleListTest)
+WINDOW_TEST(LifeCycleListTest)
 #include "tst_life_cycle_list.moc"

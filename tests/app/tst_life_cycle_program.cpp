@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "practice/practice_server.h"
+#include "test_class.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -92,5 +92,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(LifeCycleProgramTest)
+GUILESS_TEST(LifeCycleProgramTest)
 #include "tst_life_cycle_program.moc"

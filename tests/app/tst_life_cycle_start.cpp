@@ -278,5 +278,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(LifeCycleStartTest)
+WINDOW_TEST(LifeCycleStartTest)
 #include "tst_life_cycle_start.moc"

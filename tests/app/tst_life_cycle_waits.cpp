@@ -226,5 +226,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(LifeCycleWaitsTest)
+WINDOW_TEST(LifeCycleWaitsTest)
 #include "tst_life_cycle_waits.moc"

@@ -209,5 +209,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(MainWindowTest)
+WINDOW_TEST(MainWindowTest)
 #include "tst_main_window.moc"

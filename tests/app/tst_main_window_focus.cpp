@@ -239,5 +239,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(MainWindowFocusTest)
+WINDOW_TEST(MainWindowFocusTest)
 #include "tst_main_window_focus.moc"

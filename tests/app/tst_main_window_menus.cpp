@@ -129,5 +129,5 @@ private:
     QStringList opened;
 };
 
-WINDOW_TEST_MAIN(MainWindowMenusTest)
+WINDOW_TEST(MainWindowMenusTest)
 #include "tst_main_window_menus.moc"

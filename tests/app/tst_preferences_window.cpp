@@ -276,5 +276,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(PreferencesWindowTest)
+WINDOW_TEST(PreferencesWindowTest)
 #include "tst_preferences_window.moc"

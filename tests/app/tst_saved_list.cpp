@@ -215,5 +215,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(SavedListTest)
+WINDOW_TEST(SavedListTest)
 #include "tst_saved_list.moc"

@@ -45,5 +45,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(TabOrderTest)
+WINDOW_TEST(TabOrderTest)
 #include "tst_tab_order.moc"

@@ -257,5 +257,5 @@ private:
     }
 };
 
-WINDOW_TEST_MAIN(WriteFaultsTest)
+WINDOW_TEST(WriteFaultsTest)
 #include "tst_write_faults.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "base/fault.h"
+#include "leaks_of_qt.h"
 #include "scripted_prompts.h"
 #include "window_test.h"
 
@@ -9,35 +10,9 @@
 
 #include <stdexcept>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define LEAKS_ARE_CHECKED
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define LEAKS_ARE_CHECKED
-#endif
-#endif
-
-#ifdef LEAKS_ARE_CHECKED
-#include <sanitizer/lsan_interface.h>
-#endif
-
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Qt's widgets are built without the code that frees what a function holds when an exception leaves it, so each fault
-/// that passes through them costs a few bytes. During the life of this object such bytes are no finding.
-class LeaksOfQt final {
-public:
-    LeaksOfQt() = default;
-    ~LeaksOfQt() {}
-    Q_DISABLE_COPY_MOVE(LeaksOfQt)
-
-private:
-#ifdef LEAKS_ARE_CHECKED
-    __lsan::ScopedDisabler disabler;
-#endif
-};
 
 const Box overflowBox{u"Molvark"_s, u"Error code 6 Descr: Overflow"_s, BoxIcon::Exclamation, BoxButtons::Ok};
 
@@ -183,5 +158,5 @@ private:
     ScriptedPrompts prompts;
 };
 
-WINDOW_TEST_MAIN(ApplicationTest)
+WINDOW_TEST(ApplicationTest)
 #include "tst_application.moc"

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "base/clock.h"
 #include "cpu_time.h"
+#include "test_class.h"
 
 #include <QElapsedTimer>
 #include <QRegularExpression>
 #include <QTimer>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -79,5 +79,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(ClockTest)
+GUILESS_TEST(ClockTest)
 #include "tst_clock.moc"

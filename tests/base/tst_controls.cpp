@@ -430,5 +430,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ControlsTest)
+WINDOW_TEST(ControlsTest)
 #include "tst_controls.moc"

@@ -283,5 +283,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(DialogPromptsTest)
+WINDOW_TEST(DialogPromptsTest)
 #include "tst_dialog_prompts.moc"

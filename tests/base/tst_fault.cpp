@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "base/fault.h"
 #include "base/system_error.h"
+#include "test_class.h"
 
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QtTest>
 
 #include <cerrno>
 
@@ -106,5 +106,5 @@ private slots:
 #endif
 };
 
-QTEST_GUILESS_MAIN(FaultTest)
+GUILESS_TEST(FaultTest)
 #include "tst_fault.moc"

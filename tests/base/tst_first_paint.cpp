@@ -102,5 +102,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(FirstPaintTest)
+WINDOW_TEST(FirstPaintTest)
 #include "tst_first_paint.moc"

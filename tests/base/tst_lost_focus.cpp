@@ -220,5 +220,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(LostFocusTest)
+WINDOW_TEST(LostFocusTest)
 #include "tst_lost_focus.moc"

@@ -66,5 +66,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(MinimisedTest)
+WINDOW_TEST(MinimisedTest)
 #include "tst_minimised.moc"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "base/fault.h"
 #include "base/numbers.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 #include <limits>
 
@@ -293,5 +293,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(NumbersTest)
+GUILESS_TEST(NumbersTest)
 #include "tst_numbers.moc"

@@ -223,5 +223,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(PlainFramesTest)
+WINDOW_TEST(PlainFramesTest)
 #include "tst_plain_frames.moc"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "base/fault.h"
 #include "scripted_prompts.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -56,5 +56,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PromptsTest)
+GUILESS_TEST(PromptsTest)
 #include "tst_prompts.moc"

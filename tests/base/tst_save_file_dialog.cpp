@@ -125,5 +125,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(SaveFileDialogTest)
+WINDOW_TEST(SaveFileDialogTest)
 #include "tst_save_file_dialog.moc"

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "base/system_information.h"
+#include "test_class.h"
 
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -92,12 +92,11 @@ private:
     QTemporaryDir folder;
 };
 
+// A main function of its own, as the information tool is started without a word; the first argument is the test's name.
 int main(int argc, char *argv[])
 {
     if (qEnvironmentVariableIsSet(trace))
         return QFile(qEnvironmentVariable(trace)).open(QIODevice::WriteOnly) ? EXIT_SUCCESS : EXIT_FAILURE;
-    const QCoreApplication application(argc, argv);
-    SystemInformationTest test;
-    return QTest::qExec(&test, argc, argv);
+    return runTests<QCoreApplication, SystemInformationTest>(argc - 1, argv + 1);
 }
 #include "tst_system_information.moc"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "base/wire_text.h"
 #include "cpu_time.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -148,5 +148,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(WireTextTest)
+GUILESS_TEST(WireTextTest)
 #include "tst_wire_text.moc"

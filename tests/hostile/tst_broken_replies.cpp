@@ -136,5 +136,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(BrokenRepliesTest)
+WINDOW_TEST(BrokenRepliesTest)
 #include "tst_broken_replies.moc"

@@ -187,5 +187,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(EndlessRepliesTest)
+WINDOW_TEST(EndlessRepliesTest)
 #include "tst_endless_replies.moc"

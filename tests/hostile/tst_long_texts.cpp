@@ -130,5 +130,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(LongTextsTest)
+WINDOW_TEST(LongTextsTest)
 #include "tst_long_texts.moc"

@@ -119,5 +119,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(MarkupTest)
+WINDOW_TEST(MarkupTest)
 #include "tst_markup.moc"

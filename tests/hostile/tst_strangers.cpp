@@ -157,5 +157,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(StrangersTest)
+WINDOW_TEST(StrangersTest)
 #include "tst_strangers.moc"

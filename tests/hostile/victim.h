@@ -23,7 +23,6 @@ struct Victim final {
     explicit Victim(const PracticeOptions &options = desertedGame(), const QByteArray &preferences = {})
         : server(options), program(keepsOutput + preferences)
     {
-        program.clock.speed = 1000; // as fast as the event loop gets its turns
         program.start();
         program.setText(QStringLiteral("comserver"), QStringLiteral("127.0.0.1"));
         program.setText(QStringLiteral("comport"), QString::number(server.port()));

@@ -237,5 +237,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(CyclerPlaceholdersTest)
+WINDOW_TEST(CyclerPlaceholdersTest)
 #include "tst_cycler_placeholders.moc"

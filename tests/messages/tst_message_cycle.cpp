@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "messages/message_cycle.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -157,5 +157,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(MessageCycleTest)
+GUILESS_TEST(MessageCycleTest)
 #include "tst_message_cycle.moc"

@@ -261,5 +261,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(MessageCyclerTest)
+WINDOW_TEST(MessageCyclerTest)
 #include "tst_message_cycler.moc"

@@ -227,5 +227,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(MessagePanelTest)
+WINDOW_TEST(MessagePanelTest)
 #include "tst_message_panel.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "sample_sets.h"
+#include "test_class.h"
 
 using namespace Qt::StringLiterals;
 
@@ -150,5 +151,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(MessageSetsTest)
+GUILESS_TEST(MessageSetsTest)
 #include "tst_message_sets.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "sample_sets.h"
+#include "test_class.h"
 
 using namespace Qt::StringLiterals;
 
@@ -163,5 +164,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(MessageSetsSavedTest)
+GUILESS_TEST(MessageSetsSavedTest)
 #include "tst_message_sets_saved.moc"

@@ -219,5 +219,5 @@ private:
     }
 };
 
-WINDOW_TEST_MAIN(MessagesEditorTest)
+WINDOW_TEST(MessagesEditorTest)
 #include "tst_messages_editor.moc"

@@ -287,5 +287,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(MessagesPageTest)
+WINDOW_TEST(MessagesPageTest)
 #include "tst_messages_page.moc"

@@ -277,5 +277,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(MessagesSavingTest)
+WINDOW_TEST(MessagesSavingTest)
 #include "tst_messages_saving.moc"

@@ -286,5 +286,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(HobServerTest)
+WINDOW_TEST(HobServerTest)
 #include "tst_hob_server.moc"

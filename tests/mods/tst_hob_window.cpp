@@ -294,5 +294,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(HobWindowTest)
+WINDOW_TEST(HobWindowTest)
 #include "tst_hob_window.moc"

@@ -79,5 +79,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ClearQuestionsTest)
+WINDOW_TEST(ClearQuestionsTest)
 #include "tst_clear_questions.moc"

@@ -45,5 +45,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(EndlessLineTest)
+WINDOW_TEST(EndlessLineTest)
 #include "tst_endless_line.moc"

@@ -147,5 +147,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(FollowingTest)
+WINDOW_TEST(FollowingTest)
 #include "tst_following.moc"

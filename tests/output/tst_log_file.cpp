@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "output/log_file.h"
+#include "test_class.h"
 
 #include <QFile>
 #include <QLocale>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QtTest>
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
@@ -172,5 +172,5 @@ private:
     QTemporaryDir folder;
 };
 
-QTEST_GUILESS_MAIN(LogFileTest)
+GUILESS_TEST(LogFileTest)
 #include "tst_log_file.moc"

@@ -105,7 +105,7 @@ private slots:
     }
 };
 
-int main(int argc, char *argv[])
+static int runWhereTimesAreGerman(int argc, char *argv[])
 {
     // The system is a German one, whose short time has no seconds; it need not be installed, because Qt brings its own
     // tables. They are asked for once, before the application sets the locale of the C library.
@@ -114,11 +114,9 @@ int main(int argc, char *argv[])
     (void)QLocale::system().timeFormat(QLocale::ShortFormat);
     qputenv("LC_ALL", before);
 
-    Application application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    MessageListTest test;
-    QTEST_SET_MAIN_SOURCE_PATH
-    return QTest::qExec(&test, argc, argv);
+    return runTests<WindowApplication, MessageListTest>(argc, argv);
 }
+
+static const TestClass testClass(__FILE__, runWhereTimesAreGerman);
 
 #include "tst_message_list.moc"

@@ -246,5 +246,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ProgressWindowTest)
+WINDOW_TEST(ProgressWindowTest)
 #include "tst_progress_window.moc"

@@ -172,5 +172,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(RconPaneTest)
+WINDOW_TEST(RconPaneTest)
 #include "tst_rcon_pane.moc"

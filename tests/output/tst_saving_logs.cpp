@@ -290,5 +290,5 @@ private:
     }
 };
 
-WINDOW_TEST_MAIN(SavingLogsTest)
+WINDOW_TEST(SavingLogsTest)
 #include "tst_saving_logs.moc"

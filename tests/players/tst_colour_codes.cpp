@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "players/colour_codes.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -63,5 +63,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(ColourCodesTest)
+GUILESS_TEST(ColourCodesTest)
 #include "tst_colour_codes.moc"

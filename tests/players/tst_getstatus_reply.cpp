@@ -4,9 +4,9 @@
 #include "players/getstatus_reply.h"
 #include "practice/players.h"
 #include "practice/status_table.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -177,5 +177,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(GetstatusReplyTest)
+GUILESS_TEST(GetstatusReplyTest)
 #include "tst_getstatus_reply.moc"

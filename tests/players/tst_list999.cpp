@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "fault_of.h"
 #include "players/list999.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -228,5 +228,5 @@ void List999Test::theHitsOverflowBeyond16Bits()
     QCOMPARE(described(list), full + QStringList{u"1 Ann #6 seen"_s});
 }
 
-QTEST_GUILESS_MAIN(List999Test)
+GUILESS_TEST(List999Test)
 #include "tst_list999.moc"

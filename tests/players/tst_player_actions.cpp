@@ -214,5 +214,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(PlayerActionsTest)
+WINDOW_TEST(PlayerActionsTest)
 #include "tst_player_actions.moc"

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "base/wire_text.h"
 #include "players/player_csv.h"
+#include "test_class.h"
 
 #include <QLocale>
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -77,5 +77,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PlayerCsvTest)
+GUILESS_TEST(PlayerCsvTest)
 #include "tst_player_csv.moc"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "players/player_table.h"
+#include "test_class.h"
 
 #include <QAbstractItemModelTester>
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -287,5 +287,5 @@ void PlayerTableTest::anIndexFollowsItsCell()
     }
 }
 
-QTEST_GUILESS_MAIN(PlayerTableTest)
+GUILESS_TEST(PlayerTableTest)
 #include "tst_player_table.moc"

@@ -70,5 +70,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(PlayersBadLineTest)
+WINDOW_TEST(PlayersBadLineTest)
 #include "tst_players_bad_line.moc"

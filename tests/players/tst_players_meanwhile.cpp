@@ -340,5 +340,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(PlayersMeanwhileTest)
+WINDOW_TEST(PlayersMeanwhileTest)
 #include "tst_players_meanwhile.moc"

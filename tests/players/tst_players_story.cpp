@@ -61,5 +61,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(PlayersStoryTest)
+WINDOW_TEST(PlayersStoryTest)
 #include "tst_players_story.moc"

@@ -174,5 +174,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(PlayersTabTest)
+WINDOW_TEST(PlayersTabTest)
 #include "tst_players_tab.moc"

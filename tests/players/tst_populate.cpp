@@ -272,5 +272,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(PopulateTest)
+WINDOW_TEST(PopulateTest)
 #include "tst_populate.moc"

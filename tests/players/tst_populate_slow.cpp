@@ -231,5 +231,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(PopulateSlowTest)
+WINDOW_TEST(PopulateSlowTest)
 #include "tst_populate_slow.moc"

@@ -144,5 +144,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(PrivateMessageTest)
+WINDOW_TEST(PrivateMessageTest)
 #include "tst_private_message.moc"

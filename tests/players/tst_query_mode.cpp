@@ -181,5 +181,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(QueryModeTest)
+WINDOW_TEST(QueryModeTest)
 #include "tst_query_mode.moc"

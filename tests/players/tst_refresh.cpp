@@ -173,5 +173,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(RefreshTest)
+WINDOW_TEST(RefreshTest)
 #include "tst_refresh.moc"

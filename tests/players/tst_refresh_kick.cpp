@@ -239,5 +239,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(RefreshKickTest)
+WINDOW_TEST(RefreshKickTest)
 #include "tst_refresh_kick.moc"

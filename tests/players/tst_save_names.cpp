@@ -211,5 +211,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(SaveNamesTest)
+WINDOW_TEST(SaveNamesTest)
 #include "tst_save_names.moc"

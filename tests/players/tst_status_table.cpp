@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "base/wire_text.h"
 #include "status_rows.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -164,5 +164,5 @@ void StatusTableTest::aRowBeyondPosition32767Overflows()
     }
 }
 
-QTEST_GUILESS_MAIN(StatusTableTest)
+GUILESS_TEST(StatusTableTest)
 #include "tst_status_table.moc"

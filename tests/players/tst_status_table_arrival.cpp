@@ -3,9 +3,9 @@
 #include "practice/players.h"
 #include "practice/status_table.h"
 #include "status_rows.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 #include <algorithm>
 
@@ -166,5 +166,5 @@ void StatusTableArrivalTest::aReplyCutAnywhereIsReadToItsEndLater()
     QVERIFY(cuts > 3000);
 }
 
-QTEST_GUILESS_MAIN(StatusTableArrivalTest)
+GUILESS_TEST(StatusTableArrivalTest)
 #include "tst_status_table_arrival.moc"

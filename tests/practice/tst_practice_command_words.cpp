@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "practice/command_words.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -70,5 +70,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PracticeCommandWordsTest)
+GUILESS_TEST(PracticeCommandWordsTest)
 #include "tst_practice_command_words.moc"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "practice/datagrams.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -94,5 +94,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PracticeDatagramsTest)
+GUILESS_TEST(PracticeDatagramsTest)
 #include "tst_practice_datagrams.moc"

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "practice/dvars.h"
+#include "test_class.h"
 
 #include "practice/wildcard.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -239,5 +239,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PracticeDvarsTest)
+GUILESS_TEST(PracticeDvarsTest)
 #include "tst_practice_dvars.moc"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "practice/game_server.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -266,5 +266,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PracticeGameServerTest)
+GUILESS_TEST(PracticeGameServerTest)
 #include "tst_practice_game_server.moc"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "practice/map_rotation.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -62,5 +62,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PracticeMapRotationTest)
+GUILESS_TEST(PracticeMapRotationTest)
 #include "tst_practice_map_rotation.moc"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "practice/game_server.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -145,5 +145,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PracticeMapsTest)
+GUILESS_TEST(PracticeMapsTest)
 #include "tst_practice_maps.moc"

@@ -3,10 +3,10 @@
 #include "practice/game_server.h"
 #include "practice/players.h"
 #include "practice/regulars.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
 #include <QSet>
-#include <QtTest>
 
 #include <algorithm>
 
@@ -237,5 +237,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PracticePlayersTest)
+GUILESS_TEST(PracticePlayersTest)
 #include "tst_practice_players.moc"

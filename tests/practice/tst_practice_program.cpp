@@ -2,10 +2,10 @@
 #include "practice/log_line.h"
 #include "practice/practice_arguments.h"
 #include "practice_client.h"
+#include "test_class.h"
 
 #include <QProcess>
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -236,5 +236,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PracticeProgramTest)
+GUILESS_TEST(PracticeProgramTest)
 #include "tst_practice_program.moc"

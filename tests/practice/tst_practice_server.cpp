@@ -2,11 +2,11 @@
 #include "base/wire_text.h"
 #include "practice/practice_server.h"
 #include "practice_client.h"
+#include "test_class.h"
 
 #include <QElapsedTimer>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QtTest>
 
 #include <memory>
 
@@ -366,5 +366,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PracticeServerTest)
+GUILESS_TEST(PracticeServerTest)
 #include "tst_practice_server.moc"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "practice/status_table.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -138,5 +138,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PracticeStatusTableTest)
+GUILESS_TEST(PracticeStatusTableTest)
 #include "tst_practice_status_table.moc"

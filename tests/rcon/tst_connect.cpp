@@ -243,5 +243,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ConnectTest)
+WINDOW_TEST(ConnectTest)
 #include "tst_connect.moc"

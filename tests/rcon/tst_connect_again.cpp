@@ -72,5 +72,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ConnectAgainTest)
+WINDOW_TEST(ConnectAgainTest)
 #include "tst_connect_again.moc"

@@ -252,5 +252,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ConnectFieldsTest)
+WINDOW_TEST(ConnectFieldsTest)
 #include "tst_connect_fields.moc"

@@ -220,5 +220,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ConnectLeavingTest)
+WINDOW_TEST(ConnectLeavingTest)
 #include "tst_connect_leaving.moc"

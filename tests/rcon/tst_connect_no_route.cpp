@@ -52,14 +52,12 @@ private slots:
     }
 };
 
-int main(int argc, char *argv[])
+static int runWithoutANetwork(int argc, char *argv[])
 {
     isolated = enterEmptyNetwork(); // before there are threads
-    Application application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    ConnectNoRouteTest test;
-    QTEST_SET_MAIN_SOURCE_PATH
-    return QTest::qExec(&test, argc, argv);
+    return runTests<WindowApplication, ConnectNoRouteTest>(argc, argv);
 }
+
+static const TestClass testClass(__FILE__, runWithoutANetwork);
 
 #include "tst_connect_no_route.moc"

@@ -152,5 +152,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ConnectRefreshTest)
+WINDOW_TEST(ConnectRefreshTest)
 #include "tst_connect_refresh.moc"

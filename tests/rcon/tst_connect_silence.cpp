@@ -213,5 +213,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ConnectSilenceTest)
+WINDOW_TEST(ConnectSilenceTest)
 #include "tst_connect_silence.moc"

@@ -154,5 +154,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ConsoleTest)
+WINDOW_TEST(ConsoleTest)
 #include "tst_console.moc"

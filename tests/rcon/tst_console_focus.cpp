@@ -170,5 +170,5 @@ private:
     }
 };
 
-WINDOW_TEST_MAIN(ConsoleFocusTest)
+WINDOW_TEST(ConsoleFocusTest)
 #include "tst_console_focus.moc"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "rcon/console_history.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -39,5 +39,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(ConsoleHistoryTest)
+GUILESS_TEST(ConsoleHistoryTest)
 #include "tst_console_history.moc"

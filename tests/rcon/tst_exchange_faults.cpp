@@ -139,5 +139,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ExchangeFaultsTest)
+WINDOW_TEST(ExchangeFaultsTest)
 #include "tst_exchange_faults.moc"

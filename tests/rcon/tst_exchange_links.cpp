@@ -83,5 +83,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ExchangeLinksTest)
+WINDOW_TEST(ExchangeLinksTest)
 #include "tst_exchange_links.moc"

@@ -197,5 +197,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ExchangeNestedTest)
+WINDOW_TEST(ExchangeNestedTest)
 #include "tst_exchange_nested.moc"

@@ -204,5 +204,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ExchangeRepliesTest)
+WINDOW_TEST(ExchangeRepliesTest)
 #include "tst_exchange_replies.moc"

@@ -191,5 +191,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ExchangeRequestsTest)
+WINDOW_TEST(ExchangeRequestsTest)
 #include "tst_exchange_requests.moc"

@@ -185,5 +185,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ExchangeScheduleTest)
+WINDOW_TEST(ExchangeScheduleTest)
 #include "tst_exchange_schedule.moc"

@@ -177,5 +177,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ExchangeWaitsTest)
+WINDOW_TEST(ExchangeWaitsTest)
 #include "tst_exchange_waits.moc"

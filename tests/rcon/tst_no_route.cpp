@@ -86,5 +86,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(NoRouteTest)
+WINDOW_TEST(NoRouteTest)
 #include "tst_no_route.moc"

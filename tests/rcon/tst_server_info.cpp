@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "rcon/server_info.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -84,5 +84,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(ServerInfoTest)
+GUILESS_TEST(ServerInfoTest)
 #include "tst_server_info.moc"

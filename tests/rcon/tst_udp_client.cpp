@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "base/fault.h"
 #include "rcon/udp_client.h"
+#include "test_class.h"
 
 #include <QNetworkDatagram>
 #include <QRegularExpression>
 #include <QUdpSocket>
-#include <QtTest>
 
 #include <memory>
 
@@ -321,5 +321,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(UdpClientTest)
+GUILESS_TEST(UdpClientTest)
 #include "tst_udp_client.moc"

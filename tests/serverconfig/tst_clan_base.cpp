@@ -95,5 +95,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ClanBaseTest)
+WINDOW_TEST(ClanBaseTest)
 #include "tst_clan_base.moc"

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "serverconfig/dvar_reply.h"
+#include "test_class.h"
 
 #include "base/fault.h"
 #include "base/wire_text.h"
 
 #include <QRandomGenerator>
 #include <QRegularExpression>
-#include <QtTest>
 
 #include <optional>
 
@@ -158,5 +158,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(DvarReplyTest)
+GUILESS_TEST(DvarReplyTest)
 #include "tst_dvar_reply.moc"

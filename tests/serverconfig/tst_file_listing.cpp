@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "serverconfig/file_listing.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -77,5 +77,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(FileListingTest)
+GUILESS_TEST(FileListingTest)
 #include "tst_file_listing.moc"

@@ -138,5 +138,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(LeftServerTest)
+WINDOW_TEST(LeftServerTest)
 #include "tst_left_server.moc"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "serverconfig/map_listing.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -112,5 +112,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(MapListingTest)
+GUILESS_TEST(MapListingTest)
 #include "tst_map_listing.moc"

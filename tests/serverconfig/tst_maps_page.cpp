@@ -312,5 +312,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(MapsPageTest)
+WINDOW_TEST(MapsPageTest)
 #include "tst_maps_page.moc"

@@ -236,5 +236,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(MiscPageTest)
+WINDOW_TEST(MiscPageTest)
 #include "tst_misc_page.moc"

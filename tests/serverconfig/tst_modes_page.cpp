@@ -283,5 +283,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ModesPageTest)
+WINDOW_TEST(ModesPageTest)
 #include "tst_modes_page.moc"

@@ -197,5 +197,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ModesPageSdTest)
+WINDOW_TEST(ModesPageSdTest)
 #include "tst_modes_page_sd.moc"

@@ -292,5 +292,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(OtherPageTest)
+WINDOW_TEST(OtherPageTest)
 #include "tst_other_page.moc"

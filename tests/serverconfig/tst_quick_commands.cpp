@@ -257,5 +257,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(QuickCommandsTest)
+WINDOW_TEST(QuickCommandsTest)
 #include "tst_quick_commands.moc"

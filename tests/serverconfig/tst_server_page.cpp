@@ -142,5 +142,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ServerPageTest)
+WINDOW_TEST(ServerPageTest)
 #include "tst_server_page.moc"

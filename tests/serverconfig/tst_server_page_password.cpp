@@ -112,5 +112,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ServerPagePasswordTest)
+WINDOW_TEST(ServerPagePasswordTest)
 #include "tst_server_page_password.moc"

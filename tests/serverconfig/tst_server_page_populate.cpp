@@ -309,5 +309,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ServerPagePopulateTest)
+WINDOW_TEST(ServerPagePopulateTest)
 #include "tst_server_page_populate.moc"

@@ -240,5 +240,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ServerPageRoundTripTest)
+WINDOW_TEST(ServerPageRoundTripTest)
 #include "tst_server_page_round_trip.moc"

@@ -280,5 +280,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ServerPageSendTest)
+WINDOW_TEST(ServerPageSendTest)
 #include "tst_server_page_send.moc"

@@ -164,5 +164,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(SettingsMeanwhileTest)
+WINDOW_TEST(SettingsMeanwhileTest)
 #include "tst_settings_meanwhile.moc"

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "settings/ini_file.h"
+#include "test_class.h"
 
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QtTest>
 
 #include <cerrno>
 #include <memory>
@@ -375,5 +375,5 @@ void IniFileTest::aLinkStaysALink()
 }
 #endif
 
-QTEST_GUILESS_MAIN(IniFileTest)
+GUILESS_TEST(IniFileTest)
 #include "tst_ini_file.moc"

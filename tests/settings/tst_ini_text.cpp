@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "base/wire_text.h"
 #include "settings/ini_text.h"
+#include "test_class.h"
 
 #include <QMap>
 #include <QRandomGenerator>
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -299,5 +299,5 @@ void IniTextTest::aMegabyteLineIsSurvived()
     QCOMPARE(text.bytes(), line + "\n[set0]\nmess0=" + line + "\nname=short\r\n");
 }
 
-QTEST_GUILESS_MAIN(IniTextTest)
+GUILESS_TEST(IniTextTest)
 #include "tst_ini_text.moc"

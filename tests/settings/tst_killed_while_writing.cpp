@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "settings/ini_file.h"
+#include "test_class.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -7,7 +8,6 @@
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QtTest>
 
 #include <cstdio>
 
@@ -110,7 +110,7 @@ private:
     void killWriter(const QString &how)
     {
         QProcess writer;
-        writer.start(QCoreApplication::applicationFilePath(), {how, path});
+        writer.start(QCoreApplication::applicationFilePath(), {u"killed_while_writing"_s, how, path});
         QVERIFY(writer.waitForReadyRead());
         QElapsedTimer time;
         time.start();
@@ -134,15 +134,16 @@ private:
     QRandomGenerator random{7};
 };
 
-int main(int argc, char *argv[])
+static int runOrWrite(int argc, char *argv[])
 {
-    QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.value(1) == u"--write")
-        writeForEver(writeCarefully, arguments.value(2));
-    if (arguments.value(1) == u"--write-carelessly")
-        writeForEver(writeCarelessly, arguments.value(2));
-    KilledWhileWritingTest test;
-    return QTest::qExec(&test, argc, argv);
+    const QString mode = QString::fromLocal8Bit(argc > 2 ? argv[1] : "");
+    const QString path = QString::fromLocal8Bit(argc > 2 ? argv[2] : "");
+    if (mode == u"--write")
+        writeForEver(writeCarefully, path);
+    if (mode == u"--write-carelessly")
+        writeForEver(writeCarelessly, path);
+    return runTests<QCoreApplication, KilledWhileWritingTest>(argc, argv);
 }
+
+static const TestClass testClass(__FILE__, runOrWrite);
 #include "tst_killed_while_writing.moc"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "settings/ini_text.h"
 #include "settings/preferences.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -194,5 +194,5 @@ void PreferencesTest::theTableListsEveryKeyInOrder()
     }
 }
 
-QTEST_GUILESS_MAIN(PreferencesTest)
+GUILESS_TEST(PreferencesTest)
 #include "tst_preferences.moc"

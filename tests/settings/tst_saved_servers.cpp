@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "settings/saved_servers.h"
+#include "test_class.h"
 
 #include <QRegularExpression>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -206,5 +206,5 @@ void SavedServersTest::aComboBoxRemembersTheFirstTextOnly()
     QVERIFY(!comboRemembers({u"10.0.0.1"_s, u"10.0.0.2"_s}, u"10.0.0.3"_s));
 }
 
-QTEST_GUILESS_MAIN(SavedServersTest)
+GUILESS_TEST(SavedServersTest)
 #include "tst_saved_servers.moc"

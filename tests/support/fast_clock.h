@@ -35,7 +35,7 @@ public:
         sinceReading.restart();
     }
 
-    int speed = 50; ///< times the real one
+    int speed = 2000; ///< times the real one
 
 private:
     QDateTime start{QDate(2006, 3, 5), QTime(12, 0)};

@@ -176,5 +176,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(WeaponPresetsTest)
+WINDOW_TEST(WeaponPresetsTest)
 #include "tst_weapon_presets.moc"

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "test_class.h"
 #include "weapon_rows.h"
 #include "weapons/weapon_table.h"
 
 #include <QRegularExpression>
 #include <QSet>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -77,5 +77,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(WeaponTableTest)
+GUILESS_TEST(WeaponTableTest)
 #include "tst_weapon_table.moc"

@@ -287,5 +287,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(WeaponsPageTest)
+WINDOW_TEST(WeaponsPageTest)
 #include "tst_weapons_page.moc"

@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: MIT
-#include "fuzz.h"
+#pragma once
+
+#include "test_class.h"
 
 #include <QDir>
 #include <QFile>
 
-// Runs the target over every file of the folder that is its only argument.
-int main(int argc, char *argv[])
+#include <cstdio>
+
+/// Runs the target over every file of the folder that is the only argument.
+template <void target(const QByteArray &)>
+int replay(int argc, char *argv[])
 {
     if (argc != 2) {
-        std::fprintf(stderr, "Usage: %s FOLDER\n", argv[0]);
+        std::fprintf(stderr, "Usage: %s TARGET FOLDER\n", argv[0]);
         return 2;
     }
     const QDir folder(QString::fromLocal8Bit(argv[1]));
@@ -20,7 +25,7 @@ int main(int argc, char *argv[])
             return 1;
         }
         std::fprintf(stderr, "%s\n", qPrintable(name)); // the last one is what a broken promise is about
-        fuzz(file.readAll());
+        target(file.readAll());
     }
     if (names.isEmpty())
         std::fprintf(stderr, "Nothing to replay in %s\n", argv[1]);

@@ -1,2 +1,0 @@
-// SPDX-License-Identifier: MIT
-// Nothing is compiled here but the headers of Qt, once for all tests.
