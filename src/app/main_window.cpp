@@ -47,9 +47,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The windows that one leaves for the main window; boxes and the progress window are not left, they go away.
-const QStringList otherWindows{u"frmpref"_s, u"frmAbout"_s, u"frmhob"_s};
-
 void bringUp(QWidget &window)
 {
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
@@ -205,6 +202,15 @@ void MainWindow::helpabout_Click()
     bringUp(*aboutWindow);
 }
 
+// These are the windows that a person leaves for the main window. Boxes and the progress window are not left: they go
+// away by themselves.
+QWidgetList MainWindow::otherWindows() const
+{
+    QWidgetList windows{hobWindow.get(), preferencesWindow.get(), aboutWindow.get()};
+    windows.removeAll(nullptr);
+    return windows;
+}
+
 // The widgets were made in another order than that in which one reads the window.
 void MainWindow::orderTabs()
 {
@@ -274,10 +280,8 @@ void MainWindow::watchActivation(const QWindow *active)
     const QWindow *own = windowHandle();
     if (active == own && std::exchange(otherWindowWasActive, false))
         Form_Activate();
-    const auto isActive = [&](const QWidget *window) {
-        return window->windowHandle() == active && otherWindows.contains(window->objectName());
-    };
-    if (std::ranges::any_of(QApplication::topLevelWidgets(), isActive))
+    const auto isActive = [active](const QWidget *window) { return window->windowHandle() == active; };
+    if (std::ranges::any_of(otherWindows(), isActive))
         otherWindowWasActive = true;
 }
 
@@ -289,11 +293,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
     if (!event->isAccepted())
         return;
     services.prompts.close();
-    for (QWidget *window :
-         std::initializer_list<QWidget *>{hobWindow.get(), preferencesWindow.get(), aboutWindow.get()}) {
-        if (window)
-            window->hide();
-    }
+    for (QWidget *window : otherWindows())
+        window->hide();
     emit closed();
 }
 

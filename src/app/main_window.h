@@ -59,6 +59,7 @@ private:
     void wireCommonTasks();
     void mpref_Click();
     void helpabout_Click();
+    [[nodiscard]] QWidgetList otherWindows() const;
     void orderTabs();
     void cmdexit_Click();
     void autoConnect();
