@@ -21,7 +21,7 @@ class HobWindow final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit HobWindow(Services &services, QWidget *parent = nullptr);
+    explicit HobWindow(Services &services_, QWidget *parent = nullptr);
     ~HobWindow() override;
 
     /// True while a handler of the window waits for the server.

@@ -19,7 +19,7 @@ class MiscPage final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit MiscPage(Services &services, QWidget *parent = nullptr);
+    explicit MiscPage(Services &services_, QWidget *parent = nullptr);
     ~MiscPage() override;
 
 public slots:

@@ -20,7 +20,7 @@ class OtherPage final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit OtherPage(Services &services, QWidget *parent = nullptr);
+    explicit OtherPage(Services &services_, QWidget *parent = nullptr);
     ~OtherPage() override;
 
 public slots:
