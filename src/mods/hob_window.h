@@ -31,7 +31,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    /// A text with a scroll bar that holds the same number, 0 to 100.
+    /// A text box with a scroll bar that holds the same number, 0 to 100.
     struct Percentage {
         TextBox *box = nullptr;
         QScrollBar *bar = nullptr;

@@ -12,7 +12,7 @@ void readGroup(const Conversation &talk, const QString &pattern)
 {
     talk.ask(u"dvarlist "_s + pattern);
     if (talk.isSuperseded())
-        throw Fault(Fault::NotConnected); // what the reply holds now is another server's
+        throw Fault(Fault::NotConnected); // The reply is another server's by now.
 }
 
 QString valueInReply(const Conversation &talk, const QString &name)
@@ -35,7 +35,7 @@ void fillUnlessEmpty(const Conversation &talk, BoundControl &control)
 void send(const Conversation &talk, BoundControl &control, ValueForm form)
 {
     if (talk.isSuperseded())
-        return; // nothing is sent, so the mark stays
+        return; // Nothing is sent, so the mark stays.
     control.dataChanged = false;
     const QString value = control.value();
     talk.tell(control.tag + (form == ValueForm::Quoted ? u'"' + value + u'"' : u' ' + value));

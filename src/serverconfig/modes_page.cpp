@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int longestTime = 1440; // minutes: a day
+constexpr int longestTime = 1440; // in minutes, which is a day
 
 bool isTimeLimit(QStringView text)
 {

@@ -22,7 +22,7 @@ WeaponsPage::WeaponsPage(Services &services_, QWidget *parent)
     : QWidget(parent), services(services_), ui(std::make_unique<Ui::WeaponsPage>())
 {
     ui->setupUi(this);
-    // By WeaponGroup.
+    // These are in the order of WeaponGroup.
     const std::array<QBoxLayout *, 5> groups{ui->british, ui->russian, ui->allies, ui->german, ui->others};
     for (const Weapon &weapon : weapons())
         rows.push_back({weapon, addBox(weapon, groups.at(static_cast<std::size_t>(weapon.group)))});
@@ -72,7 +72,7 @@ void WeaponsPage::cmdpopwep_Click()
 
 void WeaponsPage::readWeapons()
 {
-    // By WeaponGroup.
+    // These are in the order of WeaponGroup.
     const std::array notes{u"British..."_s, u"Russians..."_s, u"Allies..."_s, u"German..."_s, u"Others..."_s};
     const Conversation talk(services);
     readGroup(talk, u"scr_allow_*"_s);
@@ -112,7 +112,7 @@ void WeaponsPage::cmdriflesonly_Click()
     if (answer == Answer::Cancel)
         return;
     const Conversation talk(services);
-    // All are sent, changed or not: the server may have other values than the boxes show.
+    // All are sent, whether they have changed or not: the server may have other values than the boxes show.
     for (const auto &[name, allowed] : riflesOnly()) {
         if (talk.isSuperseded())
             return;
