@@ -34,7 +34,7 @@ void declare(QCommandLineParser &parser)
 
 // The options with two dashes or with one letter. Those of Qt are words behind one dash, and the application object
 // takes them out.
-QStringList ownOptions(int argc, char *argv[])
+QStringList ownOptions(int argc, char **argv)
 {
     QStringList options;
     for (int argument = 1; argument < argc; ++argument) {
@@ -61,7 +61,7 @@ int refuse(const QString &option)
 
 // The status with which the program ends at once, because it was asked for a text or for something that it does not
 // know. That needs no display.
-std::optional<int> answerOptions(int argc, char *argv[])
+std::optional<int> answerOptions(int argc, char **argv)
 {
     QCommandLineParser parser;
     declare(parser);
