@@ -26,8 +26,8 @@ AboutWindow::AboutWindow(Prompts &prompts_, QWidget *parent)
                         ContactAddress::authors.toString());
     ui->Label3->setText(u"If the program is of use to you, please think of a donation to "_s +
                         ContactAddress::donations.toString());
-    resize(minimumWidth(),
-           heightForWidth(minimumWidth())); // by itself a window takes two thirds of a small screen at most
+    // Qt would open the window no larger than two thirds of a small screen.
+    resize(minimumWidth(), heightForWidth(minimumWidth()));
     connect(ui->cmdOK, &QPushButton::clicked, this, &QWidget::close);
     ui->cmdOK->setShortcut(Qt::Key_Escape);
     connect(ui->cmdSysInfo, &QPushButton::clicked, this, &AboutWindow::cmdSysInfo_Click);

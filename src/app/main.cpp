@@ -7,32 +7,49 @@
 #include "composition.h"
 #include "program_icon.h"
 
+#include <QCommandLineParser>
 #include <QDir>
 #include <QTextStream>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
 
-// Text that a person asked for instead of the window; it needs no display.
-QString notice(const QStringList &arguments)
+void declare(QCommandLineParser &parser)
 {
-    QString text;
-    QTextStream out(&text);
-    if (arguments.contains(u"--version"_s) || arguments.contains(u"-v"_s))
-        out << "molvark " MOLVARK_VERSION "\n";
-    else if (arguments.contains(u"--help"_s) || arguments.contains(u"-h"_s))
-        out << "Usage: molvark [options]\n"
-               "Administers a Call of Duty 2 game server over its remote console. Settings and logs are kept in the\n"
-               "folder in which it is started.\n\n"
-               "  -h, --help     Show this help and exit\n"
-               "  -v, --version  Show the version and exit\n";
-    return text;
+    parser.setApplicationDescription(
+        u"Administers a Call of Duty 2 game server over its remote console. Settings and logs are kept in the\n"
+        "folder in which it is started."_s);
+    parser.addOptions({
+        {{u"h"_s, u"help"_s}, u"Print this help."_s},
+        {{u"v"_s, u"version"_s}, u"Print the version."_s},
+    });
+}
+
+// The options with two dashes or with one letter. Those of Qt are words behind one dash, and the application object
+// takes them out.
+QStringList ownOptions(int argc, char **argv)
+{
+    QStringList options;
+    for (int argument = 1; argument < argc; ++argument) {
+        const QString option = QString::fromLocal8Bit(argv[argument]);
+        if (option.startsWith(u"--") || (option.startsWith(u'-') && option.size() == 2))
+            options.append(option);
+    }
+    return options;
+}
+
+int tell(const QString &text)
+{
+    joinConsole();
+    QTextStream(stdout) << text;
+    return EXIT_SUCCESS;
 }
 
 int refuse(const QString &option)
@@ -42,23 +59,32 @@ int refuse(const QString &option)
     return EXIT_FAILURE;
 }
 
+// The status with which the program ends at once, because it was asked for a text or for something that it does not
+// know. That needs no display.
+std::optional<int> answerOptions(int argc, char **argv)
+{
+    QCommandLineParser parser;
+    declare(parser);
+    const QStringList options = ownOptions(argc, argv);
+    const auto isUnknown = [&parser](const QString &option) { return !parser.parse({QString(), option}); };
+    if (const auto unknown = std::ranges::find_if(options, isUnknown); unknown != options.end())
+        return refuse(*unknown);
+    parser.parse(QStringList{QString()} + options);
+    if (parser.isSet(u"help"_s)) {
+        const QCoreApplication named(argc, argv); // The help begins with the name of the program, which this one knows.
+        return tell(parser.helpText());
+    }
+    if (parser.isSet(u"version"_s))
+        return tell(u"molvark " MOLVARK_VERSION "\n"_s);
+    return std::nullopt;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    QStringList asked;
-    for (int argument = 1; argument < argc; ++argument)
-        asked.append(QString::fromLocal8Bit(argv[argument]));
-    const QString text = asked.size() == 1 ? notice(asked) : QString();
-    if (!text.isEmpty()) {
-        joinConsole();
-        QTextStream(stdout) << text;
-        return EXIT_SUCCESS;
-    }
-    // Options of Qt's own begin with one dash and are taken out by the application object.
-    const auto isForeign = [](const QString &argument) { return argument.startsWith(u"--"); };
-    if (const auto foreign = std::ranges::find_if(asked, isForeign); foreign != asked.end())
-        return refuse(*foreign);
+    if (const std::optional<int> status = answerOptions(argc, argv))
+        return *status;
     Application application(argc, argv);
     if (const QStringList arguments = QApplication::arguments(); arguments.size() > 1)
         return refuse(arguments.at(1));
@@ -69,18 +95,18 @@ int main(int argc, char *argv[])
     DialogPrompts prompts;
     application.setPrompts(&prompts);
     const Clock clock;
-    // The settings file of the folder that the program is started in, not of the folder where it lies.
+    // The settings file is that of the folder in which the program is started, not of the folder where it lies.
     Composition program(prompts, clock, QDir::toNativeSeparators(QDir::currentPath() + u"/molvark.ini"_s));
     QObject::connect(&program.window, &MainWindow::closed, &application, &QApplication::quit);
     program.window.show();
-    // From the event loop, because connecting at start waits inside it and the window can be closed meanwhile. The icon
-    // too would hold up the window: it is the first picture that is read.
+    // The event loop does the rest, because connecting at start waits inside it and the window can be closed meanwhile.
+    // The icon too would hold up the window: it is the first picture that is read.
     afterFirstPaint(&program.window, 500ms, [&program] {
         QApplication::setWindowIcon(programIcon());
         program.window.Form_Load();
     });
     const int status = QApplication::exec();
-    // Everything is saved. A name server that does not answer would hold the process for as long as it likes.
+    // Everything is saved by now. A name server that does not answer would hold the process for as long as it likes.
     if (program.udpclient.isLookingUp())
         std::_Exit(status);
     return status;

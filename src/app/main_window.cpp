@@ -47,9 +47,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The windows that one leaves for the main window; boxes and the progress window are not left, they go away.
-const QStringList otherWindows{u"frmpref"_s, u"frmAbout"_s, u"frmhob"_s};
-
 void bringUp(QWidget &window)
 {
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
@@ -91,7 +88,7 @@ void MainWindow::placePanels()
     services.output.attach(*ui->txtoutput, messagePanel->list());
     ui->upperSplitter->setSizes({900, 220});
     ui->lowerSplitter->setSizes({760, 360});
-    ui->splitter->setSizes({375, 305}); // the tallest page fits in with the usual font
+    ui->splitter->setSizes({375, 305}); // With the usual font the tallest page fits in.
 }
 
 void MainWindow::addTabs()
@@ -172,7 +169,7 @@ void MainWindow::wireCommonTasks()
     for (int mode = 0; mode < static_cast<int>(friendlyFire.size()); ++mode)
         connect(friendlyFire.at(static_cast<std::size_t>(mode)), &QAction::triggered, this,
                 [this, mode] { setFriendlyFire(services, mode); });
-    // The last three do not switch to what their captions say: they count on from 3, and 5 is nothing.
+    // The last three do not switch to what their captions say, because they count on from 3. No game type is number 5.
     for (const auto &[item, gameType] : std::initializer_list<std::pair<QAction *, int>>{
              {ui->gmsd, 0}, {ui->gmtdm, 2}, {ui->gmctf, 3}, {ui->gmdm, 4}, {ui->gmhq, 5}})
         connect(item, &QAction::triggered, this, [this, index = gameType] { switchGameType(services, index); });
@@ -185,7 +182,7 @@ void MainWindow::setclanbase()
 
 void MainWindow::showhob()
 {
-    // Opened again it begins anew, unless the closed one is still at work.
+    // When it is opened again it begins anew, unless the window that was closed is still at work.
     if (!hobWindow || (!hobWindow->isVisible() && !hobWindow->isBusy()))
         hobWindow = std::make_unique<HobWindow>(services);
     bringUp(*hobWindow);
@@ -205,12 +202,21 @@ void MainWindow::helpabout_Click()
     bringUp(*aboutWindow);
 }
 
-// The widgets were made in another order than that in which one reads the window.
+// These are the windows that a person leaves for the main window. Boxes and the progress window are not left: they go
+// away by themselves.
+QWidgetList MainWindow::otherWindows() const
+{
+    QWidgetList windows{hobWindow.get(), preferencesWindow.get(), aboutWindow.get()};
+    windows.removeAll(nullptr);
+    return windows;
+}
+
+// The Tab key goes through the window as one reads it. The widgets were made in another order.
 void MainWindow::orderTabs()
 {
     QWidgetList stops;
     for (QWidget *next = nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
-        // The inner parts of combo boxes and of the tab widget are reached through these.
+        // The combo boxes and the tab widget pass the focus on to their inner parts.
         const bool isPart =
             next == ui->SSTab->tabBar() || (next->focusProxy() && next->focusProxy()->isAncestorOf(next));
         if ((next->focusPolicy() & Qt::TabFocus) != 0 && !isPart)
@@ -274,10 +280,8 @@ void MainWindow::watchActivation(const QWindow *active)
     const QWindow *own = windowHandle();
     if (active == own && std::exchange(otherWindowWasActive, false))
         Form_Activate();
-    const auto isActive = [&](const QWidget *window) {
-        return window->windowHandle() == active && otherWindows.contains(window->objectName());
-    };
-    if (std::ranges::any_of(QApplication::topLevelWidgets(), isActive))
+    const auto isActive = [active](const QWidget *window) { return window->windowHandle() == active; };
+    if (std::ranges::any_of(otherWindows(), isActive))
         otherWindowWasActive = true;
 }
 
@@ -289,11 +293,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
     if (!event->isAccepted())
         return;
     services.prompts.close();
-    for (QWidget *window :
-         std::initializer_list<QWidget *>{hobWindow.get(), preferencesWindow.get(), aboutWindow.get()}) {
-        if (window)
-            window->hide();
-    }
+    for (QWidget *window : otherWindows())
+        window->hide();
     emit closed();
 }
 
@@ -317,7 +318,7 @@ void MainWindow::endRun()
         timer->stop();
     connecting.closeLink();
     if (!isLoaded())
-        return; // what would be saved, and whether the logs are wanted, has not been read
+        return; // Neither the list that would be saved nor the preferences about logs have been read.
 
     services.output.showprogress(u"Saving server list to INI"_s, Progress::Replace);
     if (writeServerList()) {
@@ -333,11 +334,11 @@ bool MainWindow::writeServerList()
 {
     const QList<IniEntry> entries = savedServers->entries();
     if (entries.isEmpty())
-        return true; // nothing saved and nothing to empty: the file is left alone
+        return true; // There is nothing to save and nothing to empty, so the file is left alone.
     const std::optional<Fault> fault = services.ini.write(entries);
     if (!fault)
         return true;
-    // One replacement of the file writes all keys, so its failure is that of the first.
+    // All keys are written by one replacement of the file, so its failure is told as that of the first key.
     services.prompts.showWriteFailure(u"server list to INI file (Server)"_s, *fault);
     return false;
 }

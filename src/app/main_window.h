@@ -34,12 +34,12 @@ public:
     ~MainWindow() override;
 
 public slots:
-    /// Builds the pages behind the first, reads the settings and, if they say so, connects. To be called once, soon
-    /// after the window is shown. Yields to the event loop meanwhile.
+    /// Builds the pages behind the first, reads the settings file and, if the preferences say so, connects. To be
+    /// called once, soon after the window is shown. Yields to the event loop meanwhile.
     void Form_Load();
     /// Puts the server on the rules of the Clan Base league, for other windows. Only after `Form_Load`.
     void setclanbase();
-    /// Opens the settings window of the Heat of Battle mod.
+    /// Opens the window with the server variables of the Heat of Battle mod.
     void showhob();
 
 signals:
@@ -59,6 +59,7 @@ private:
     void wireCommonTasks();
     void mpref_Click();
     void helpabout_Click();
+    [[nodiscard]] QWidgetList otherWindows() const;
     void orderTabs();
     void cmdexit_Click();
     void autoConnect();
@@ -77,12 +78,12 @@ private:
     MessagePanel *messagePanel;
     SavedServersPanel *savedServers;
     ServerPage *serverPage;
-    // Built when the window has been painted, which they would hold up.
+    // These are built when the window has been painted, because they would hold up the painting.
     PlayersPage *playersPage = nullptr;
     MessagesPage *messagesPage = nullptr;
     MiscPage *miscPage = nullptr;
     OtherPage *otherPage = nullptr;
-    // No children, so that their controls are not taken for the main window's.
+    // These are no children of the main window, so that their controls are not taken for its own.
     std::unique_ptr<HobWindow> hobWindow;
     std::unique_ptr<PreferencesWindow> preferencesWindow;
     std::unique_ptr<AboutWindow> aboutWindow;

@@ -9,6 +9,8 @@
 #include "rcon/session.h"
 #include "settings/ini_file.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -49,23 +51,23 @@ PreferencesWindow::PreferencesWindow(Services &services_, QWidget *parent)
     : QWidget(parent), services(services_), ui(std::make_unique<Ui::PreferencesWindow>())
 {
     ui->setupUi(this);
-    fields = {{{ui->moptsr, nullptr},
-               {ui->moptsm, nullptr},
-               {ui->chkclearRnews, nullptr},
-               {ui->chkclearMnews, nullptr},
-               {ui->moptrc, nullptr},
-               {ui->moptqp, nullptr},
-               {ui->chkautoplayer, nullptr},
-               {ui->chkautoplayer, ui->sldautoplayer},
-               {ui->chkauto999, nullptr},
-               {ui->chkauto999, ui->sldauto999},
-               {ui->chkautoconnect, nullptr},
-               {ui->txtserv, nullptr},
-               {ui->txtport, nullptr},
-               {ui->txtpass, nullptr},
-               {ui->chkautomessages, nullptr},
-               {ui->txtmesset, nullptr},
-               {ui->txtmessint, nullptr}}};
+    fields = {{{&Preferences::savercon, ui->moptsr},
+               {&Preferences::savemessages, ui->moptsm},
+               {&Preferences::clearrconnew, ui->chkclearRnews},
+               {&Preferences::clearmessnew, ui->chkclearMnews},
+               {&Preferences::removeid, ui->moptrc},
+               {&Preferences::usequery, ui->moptqp},
+               {&Preferences::autoqplayer, ui->chkautoplayer},
+               {&Preferences::autoqplayerint, ui->chkautoplayer, ui->sldautoplayer},
+               {&Preferences::autokick999, ui->chkauto999},
+               {&Preferences::autokick999int, ui->chkauto999, ui->sldauto999},
+               {&Preferences::autoconnect, ui->chkautoconnect},
+               {&Preferences::autoconnectserv, ui->txtserv},
+               {&Preferences::autoconnectport, ui->txtport},
+               {&Preferences::autoconnectrcon, ui->txtpass},
+               {&Preferences::automessage, ui->chkautomessages},
+               {&Preferences::messageset, ui->txtmesset},
+               {&Preferences::messagetime, ui->txtmessint}}};
     connect(ui->sldautoplayer, &QSlider::valueChanged, ui->lblautoplayer, qOverload<int>(&QLabel::setNum));
     connect(ui->sldauto999, &QSlider::valueChanged, ui->lblauto999, qOverload<int>(&QLabel::setNum));
     connect(ui->chkautoplayer, &QCheckBox::toggled, this, &PreferencesWindow::chkautoplayer_Click);
@@ -80,14 +82,18 @@ PreferencesWindow::PreferencesWindow(Services &services_, QWidget *parent)
 
 PreferencesWindow::~PreferencesWindow() = default;
 
+const PreferencesWindow::Field &PreferencesWindow::fieldOf(const PreferenceKey &preference) const
+{
+    return *std::ranges::find(fields, preference.member, &Field::member);
+}
+
 void PreferencesWindow::Form_Load()
 {
-    for (std::size_t index = 0; index < fields.size(); ++index) {
-        const Field &field = fields.at(index);
-        const QString text = std::visit([this](auto member) { return textOf(services.session.options.*member); },
-                                        preferenceKeys.at(index).member);
+    for (const Field &field : fields) {
+        const QString text =
+            std::visit([this](auto member) { return textOf(services.session.options.*member); }, field.member);
         if (field.slider)
-            field.slider->setValue(text.toInt()); // a number below the slider's least becomes that
+            field.slider->setValue(text.toInt()); // The slider shows its least value for a smaller number.
         else
             field.box->setValue(text);
     }
@@ -134,22 +140,23 @@ void PreferencesWindow::cmdsave_Click()
             services.prompts.inform(u"Preferences saved."_s, u"Saved"_s);
         close();
     } catch (const Fault &fault) {
-        services.prompts.showFault(fault); // a message number that is none; what came before it is saved
+        // The number of the message set or its interval is none. What stands before it has been saved.
+        services.prompts.showFault(fault);
     }
 }
 
 bool PreferencesWindow::save()
 {
-    for (std::size_t index = 0; index < fields.size(); ++index) {
-        const Field &field = fields.at(index);
+    for (const PreferenceKey &preference : preferenceKeys) {
+        const Field &field = fieldOf(preference);
         if (!field.box->dataChanged)
             continue;
         const QString text = field.slider ? QString::number(field.slider->value()) : field.box->value();
-        const PreferenceKey &preference = preferenceKeys.at(index);
         std::visit([&](auto member) { set(services.session.options.*member, text); }, preference.member);
         const std::optional<Fault> fault =
             services.ini.write({{preferenceSection.toString(), preference.key.toString(), text}});
-        if (fault && index == 0) { // the others are written without looking
+        // Whether the other keys could be written is not looked at.
+        if (fault && &preference == &preferenceKeys.front()) {
             services.prompts.showWriteFailure(u"save rcon to INI file"_s, *fault);
             return false;
         }

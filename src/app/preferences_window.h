@@ -21,16 +21,18 @@ class PreferencesWindow final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit PreferencesWindow(Services &services, QWidget *parent = nullptr);
+    explicit PreferencesWindow(Services &services_, QWidget *parent = nullptr);
     ~PreferencesWindow() override;
 
 private:
     /// How one preference is shown: by a box, or by a slider that is saved when the box of its switch has changed.
     struct Field {
+        PreferenceKey::Member member;
         BoundControl *box = nullptr;
         QSlider *slider = nullptr;
     };
 
+    [[nodiscard]] const Field &fieldOf(const PreferenceKey &preference) const;
     void Form_Load();
     void chkautoplayer_Click();
     void chkauto999_Click();
@@ -42,5 +44,5 @@ private:
 
     Services &services;
     std::unique_ptr<Ui::PreferencesWindow> ui;
-    std::array<Field, preferenceKeys.size()> fields; ///< in the order of the preferences
+    std::array<Field, preferenceKeys.size()> fields; ///< one for each key, in any order
 };

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "program_icon.h"
 
-// At global scope, where the resource's own function is; a static library's resources are not found without it.
+// The resources of a static library are not found without this. It stands at global scope, because the function of
+// the resource does.
 static void loadPictures()
 {
     Q_INIT_RESOURCE(app);

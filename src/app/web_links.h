@@ -10,7 +10,7 @@ inline constexpr QStringView forum = u"https://forum.molvark.example/";
 inline constexpr QStringView hobMod = u"https://hob.molvark.example/";
 } // namespace WebAddress
 
-/// The mail addresses that the About window names, likewise.
+/// The mail addresses that the About window names. They stand under the same reserved name.
 namespace ContactAddress {
 inline constexpr QStringView authors = u"support@molvark.example";
 inline constexpr QStringView donations = u"donations@molvark.example";

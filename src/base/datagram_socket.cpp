@@ -7,7 +7,7 @@
 
 void ignoreClosedPorts(qintptr socket)
 {
-    constexpr DWORD connectionReset = _WSAIOW(IOC_VENDOR, 12); // SIO_UDP_CONNRESET, which not every header has
+    constexpr DWORD connectionReset = _WSAIOW(IOC_VENDOR, 12); // This is SIO_UDP_CONNRESET, which not every header has.
     BOOL isTold = FALSE;
     DWORD returned = 0;
     WSAIoctl(static_cast<SOCKET>(socket), connectionReset, &isTold, sizeof isTold, nullptr, 0, &returned, nullptr,

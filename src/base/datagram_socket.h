@@ -3,7 +3,7 @@
 
 #include <QtGlobal>
 
-/// Has the system keep to itself that a datagram came to a closed port. On Windows it is otherwise told as a
-/// "connection reset" of the next receiving or sending, although there is no connection: nobody has answered yet, that
-/// is all.
+/// Tells the system not to report that a datagram of ours reached a closed port. Windows reports it as "connection
+/// reset" when the socket is next read or written, although a datagram socket has no connection. It only means that
+/// nobody has answered yet.
 void ignoreClosedPorts(qintptr socket);

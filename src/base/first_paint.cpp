@@ -20,14 +20,14 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        // The painting is still to come, but the rest of the window is painted in the same turn.
+        // The event comes before the painting, but the whole window is painted before the event loop gets to the timer.
         if (action && event->type() == QEvent::Paint)
             QTimer::singleShot(0, this, [this] { act(); });
         return QObject::eventFilter(watched, event);
     }
 
 private:
-    // The action may run an event loop of its own, in which both reasons come again.
+    // The action may run an event loop of its own. The timer or another painting may then call this again.
     void act()
     {
         if (const auto once = std::exchange(action, {})) {

@@ -6,6 +6,6 @@
 
 class QWidget;
 
-/// Calls `action` once, from the event loop: when `widget` has been painted for the first time, or when `atMost` has
-/// passed, since a minimised window is not painted. Never when the widget is gone before.
+/// Calls `action` once, from the event loop: when `widget` has been painted for the first time, and after `atMost` at
+/// the latest, because a minimised window is not painted. It is not called when the widget is deleted before.
 void afterFirstPaint(QWidget *widget, std::chrono::milliseconds atMost, std::function<void()> action);

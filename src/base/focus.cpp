@@ -4,10 +4,10 @@
 #include <QApplication>
 #include <QDialog>
 #include <QKeyEvent>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 
-#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -49,9 +49,11 @@ QWidget *programWindow()
 {
     if (QWidget *active = QApplication::activeWindow())
         return active;
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto main = std::ranges::find_if(windows, [](auto *window) { return window->objectName() == u"Main"; });
-    return main == windows.end() ? nullptr : *main;
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (qobject_cast<QMainWindow *>(window))
+            return window;
+    }
+    return nullptr;
 }
 
 bool programMinimised()

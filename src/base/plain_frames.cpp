@@ -9,7 +9,7 @@
 
 namespace {
 
-// By filling: a line of that height is divided among threads.
+// The sides are filled, not drawn as lines: Qt divides the drawing of a tall line among threads, which it has to start.
 void drawFrame(QPainter &painter, const QRect &place, const QColor &colour)
 {
     painter.fillRect(place.left() + 1, place.top(), place.width() - 2, 1, colour);
@@ -20,7 +20,7 @@ void drawFrame(QPainter &painter, const QRect &place, const QColor &colour)
 
 constexpr int titleMargin = 3; // pixels between the title of a group and its frame
 
-// The ground of the tab that is shown, as the style paints it: a page has the same.
+// This is the colour that the style gives to the tab in front. The page below it gets the same.
 QColor tabGround(const QPalette &palette)
 {
     const QColor button = palette.button().color();
@@ -29,7 +29,8 @@ QColor tabGround(const QPalette &palette)
     return QColor::fromHsv(lit.hue(), lit.saturation() * 3 / 4, lit.value()).lighter(104);
 }
 
-// A little of the colour of text is seen on the ground of a page, and on that of a window too.
+// The line is the page's colour with a little of the text's, so that it is seen on light and on dark pages, and in a
+// window without tabs too.
 QColor groupLine(const QPalette &palette)
 {
     const QColor ground = tabGround(palette);
@@ -72,7 +73,8 @@ void PlainFrames::drawPrimitive(PrimitiveElement element, const QStyleOption *op
 
 QIcon PlainFrames::standardIcon(StandardPixmap picture, const QStyleOption *option, const QWidget *widget) const
 {
-    // Every menu bar asks for it, for the button that stands in for menus that do not fit: it has no arrow then.
+    // Every menu bar asks for this picture, for the button that stands in for menus that do not fit. Reading it would
+    // hold up the window, so that button has no arrow.
     if (picture == SP_ToolBarHorizontalExtensionButton)
         return {};
     return QProxyStyle::standardIcon(picture, option, widget);

@@ -3,9 +3,9 @@
 
 #include <QProxyStyle>
 
-/// Qt's own style "fusion" with plain frames around groups, tabs and boxes of text. It makes them out of pictures and
-/// see-through lines, for which it starts threads and reads picture files: a sixth of the time until the window is
-/// there.
+/// Qt's own style "fusion", but with plain frames around groups, tabs and text boxes. "Fusion" makes these frames out
+/// of pictures and half-transparent lines. For that it starts threads and reads picture files, which takes a sixth of
+/// the time until the window is there.
 class PlainFrames final : public QProxyStyle {
     Q_OBJECT
 

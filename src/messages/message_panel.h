@@ -18,7 +18,7 @@ class MessagePanel final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit MessagePanel(Services &services, QWidget *parent = nullptr);
+    explicit MessagePanel(Services &services_, QWidget *parent = nullptr);
     ~MessagePanel() override;
 
     [[nodiscard]] MessageList &list() const;

@@ -19,7 +19,8 @@
 
 using namespace Qt::StringLiterals;
 
-// At global scope, where the resource's own function is; a static library's resources are not found without it.
+// The resources of a static library are not found without this. It stands at global scope, because the function of
+// the resource does.
 static void loadPictures()
 {
     Q_INIT_RESOURCE(mods);
@@ -39,7 +40,7 @@ std::optional<int> percentage(const QString &text)
 
 void setBar(QScrollBar *bar, int number)
 {
-    const QSignalBlocker silent(bar); // the text that it came from stays as it was typed
+    const QSignalBlocker silent(bar); // The text that the number came from stays as it was typed.
     bar->setValue(number);
 }
 
@@ -69,7 +70,7 @@ HobWindow::~HobWindow() = default;
 void HobWindow::wirePercentages()
 {
     for (const Percentage &each : percentages) {
-        each.box->dataChanged = false; // its initial text is nobody's edit
+        each.box->dataChanged = false; // Nobody has edited its initial text.
         connect(each.bar, &QScrollBar::valueChanged, each.box,
                 [box = each.box](int number) { box->setText(QString::number(number)); });
         // The sniper's box is checked when it is left, the others at every change.
@@ -123,11 +124,11 @@ void HobWindow::cmdhobpop_Click()
                              .holdsTimersOff = false});
     if (!scope)
         return;
-    scope.leaveCollecting(); // unlike most pages
+    scope.leaveCollecting(); // Most pages do not do this.
     try {
         readVariables();
     } catch (const Fault &) {
-        // A switch that the reply lacks ends the reading; what has been filled stays.
+        // A switch that the reply lacks ends the reading. The boxes that have been filled stay as they are.
     }
 }
 
@@ -142,7 +143,7 @@ void HobWindow::readVariables()
     for (const Percentage &each : percentages) {
         const QString value = valueInReply(talk, each.box->tag);
         const std::optional<int> number = percentage(value);
-        const QSignalBlocker unchecked(each.box); // what the server holds is no mistake of the person's
+        const QSignalBlocker unchecked(each.box); // The person has made no mistake when the server holds a wrong value.
         each.box->setText(number ? value : u"0"_s);
         each.box->dataChanged = false;
         setBar(each.bar, number.value_or(0));
@@ -151,14 +152,14 @@ void HobWindow::readVariables()
 
 void HobWindow::cmdhobset_Click()
 {
-    // Cancel sends all the same.
+    // The answer makes no difference: the values are sent after "Cancel", too.
     services.prompts.ask({u"Send to Server?"_s, u"Only changed values will be sent.\rSend settings to server?"_s,
                           BoxIcon::Information, BoxButtons::OkCancel});
     Reading scope(services,
                   {.note = u"Heat of Battle MOD...\nSending variables to the server..."_s, .holdsTimersOff = false});
     if (!scope)
         return;
-    scope.leaveCollecting(); // likewise
+    scope.leaveCollecting(); // Most pages do not do this.
     const QScopedValueRollback atWork(busy, true);
     sendChanges();
 }
@@ -197,7 +198,7 @@ void HobWindow::cmdsethob_Click()
 void HobWindow::check(const Percentage &each)
 {
     if (!isVisible())
-        return; // the window was closed, and that is what the box lost the focus to
+        return; // The box has lost the focus because the window was closed.
     if (const std::optional<int> number = percentage(each.box->text())) {
         setBar(each.bar, *number);
         return;

@@ -21,7 +21,7 @@ class HobWindow final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit HobWindow(Services &services, QWidget *parent = nullptr);
+    explicit HobWindow(Services &services_, QWidget *parent = nullptr);
     ~HobWindow() override;
 
     /// True while a handler of the window waits for the server.
@@ -31,7 +31,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    /// A text with a scroll bar that holds the same number, 0 to 100.
+    /// A text box with a scroll bar that holds the same number, 0 to 100.
     struct Percentage {
         TextBox *box = nullptr;
         QScrollBar *bar = nullptr;

@@ -9,7 +9,7 @@ namespace Ui {
 class ModsPage;
 }
 
-/// The "Mods" tab: the way to the settings window of the Heat of Battle mod.
+/// The "Mods" tab: the way to the window with the server variables of the Heat of Battle mod.
 class ModsPage final : public QWidget {
     Q_OBJECT
 

@@ -11,13 +11,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-// In these boxes Return and the button's key mean "on to the next field", never "send the console line".
-const QStringList tabbedBoxes{u"txtmess"_s, u"commessset"_s, u"txtPWD"_s};
-
-} // namespace
-
 ConsolePanel::ConsolePanel(Services &services_, QWidget *parent)
     : QWidget(parent), services(services_), ui(std::make_unique<Ui::ConsolePanel>())
 {
@@ -32,8 +25,9 @@ ConsolePanel::~ConsolePanel() = default;
 
 void ConsolePanel::cmdsend_Click()
 {
+    // In some boxes Return and the button's key mean "on to the next field", never "send the console line".
     QWidget *focused = QApplication::focusWidget();
-    if (focused && tabbedBoxes.contains(focused->objectName())) {
+    if (focused && focused->property("returnMovesOn").toBool()) {
         pressTab(focused);
         return;
     }

@@ -16,7 +16,7 @@ class ConsolePanel final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ConsolePanel(Services &services, QWidget *parent = nullptr);
+    explicit ConsolePanel(Services &services_, QWidget *parent = nullptr);
     ~ConsolePanel() override;
 
 public slots:

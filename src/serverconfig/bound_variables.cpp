@@ -12,7 +12,7 @@ void readGroup(const Conversation &talk, const QString &pattern)
 {
     talk.ask(u"dvarlist "_s + pattern);
     if (talk.isSuperseded())
-        throw Fault(Fault::NotConnected); // what the reply holds now is another server's
+        throw Fault(Fault::NotConnected); // The reply is another server's by now.
 }
 
 QString valueInReply(const Conversation &talk, const QString &name)

@@ -12,14 +12,15 @@ enum class ValueForm {
     Quoted ///< in double quotes, without a blank: name"1"
 };
 
-/// What the pages with bound controls have in common: each control shows the server variable that its `Tag` names, is
-/// filled from the reply to "dvarlist", and is sent back when it has changed. What differs is told by the pages.
+/// This is what the pages with bound controls have in common. Each control shows the server variable that its `Tag`
+/// names, is filled from the reply to "dvarlist", and is sent back when it has changed. Each page tells what it does
+/// differently.
 
 /// Asks for the variables that `pattern` describes and waits for the whole reply. Throws NotConnected when the server
 /// has been left for another meanwhile.
 void readGroup(const Conversation &talk, const QString &pattern);
 
-/// Shows the value that the reply gives to `name`. Empty when it does not occur. Throws InvalidCall.
+/// The value that the reply gives to the server variable `name`. Empty when it does not occur. Throws InvalidCall.
 [[nodiscard]] QString valueInReply(const Conversation &talk, const QString &name);
 
 /// Fills `control` from the reply, also with nothing, and clears its dirty mark. Throws what its conversion throws.
@@ -28,8 +29,8 @@ void fill(const Conversation &talk, BoundControl &control);
 /// The same, but a value that is empty or missing leaves the control and its dirty mark as they are.
 void fillUnlessEmpty(const Conversation &talk, BoundControl &control);
 
-/// Sends `control`'s value, changed or not. The dirty mark is cleared first, so that an edit during the exchange sets it
-/// again.
+/// Sends `control`'s value, changed or not. The dirty mark is cleared first, so that an edit during the exchange sets
+/// it again.
 void send(const Conversation &talk, BoundControl &control, ValueForm form);
 
 /// Sends the value and confirms it in the message list, when the control's dirty mark is set.

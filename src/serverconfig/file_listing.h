@@ -3,7 +3,7 @@
 
 #include <QStringList>
 
-/// In characters; the systems that servers run on have no longer paths, and showing one would hold up the window.
+/// In characters. The systems that servers run on have no longer paths, and showing one would hold up the window.
 constexpr qsizetype longestFileName = 4096;
 
 /// The names in an "fdir *.cfg" listing: of each line that begins with "/", the text behind it up to and with ".cfg"

@@ -50,7 +50,7 @@ void MapsPage::cmdpopmaps_Click()
         names = talk.ask(u"dir maps/mp d3dbsp"_s, false) ? mapNames(talk.reply()) : QStringList();
     if (names) {
         if (!names->isEmpty())
-            ui->lstmaps->clear(); // the stock maps may have been loaded meanwhile
+            ui->lstmaps->clear(); // The stock maps may have been loaded meanwhile.
         ui->lstmaps->addItems(*names);
     } else {
         scope.leaveTimersHeldOff();

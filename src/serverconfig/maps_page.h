@@ -18,7 +18,7 @@ class MapsPage final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit MapsPage(Services &services, QWidget *parent = nullptr);
+    explicit MapsPage(Services &services_, QWidget *parent = nullptr);
     ~MapsPage() override;
 
 private:

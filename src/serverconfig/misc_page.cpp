@@ -14,8 +14,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What fits into one datagram; a longer one could not be sent back, and is none. Breaking a line without blanks takes
-// four times as long for twice the length.
+// In characters. This is what fits into one datagram. A longer text cannot be a rotation, since it could not be sent
+// back, and it would take long to show: the time for breaking a line without blanks grows with the square of its
+// length.
 constexpr qsizetype longestRotation = 65'507;
 
 } // namespace
@@ -51,7 +52,7 @@ void MiscPage::showRotation(const QString &listing)
         if (rotation.size() <= longestRotation)
             setRotation(rotation, true);
     } catch (const Fault &) {
-        return; // a value that was cut off is no rotation: what stands there already says so
+        return; // The value was cut off. The box goes on saying that the server gave no rotation.
     }
 }
 
@@ -60,8 +61,8 @@ void MiscPage::showCfgFiles(const QString &listing)
     if (!listing.contains(u'\n'))
         services.output.addmessage(u"Server has no CFG files - Disabling fields..."_s);
     ui->lstcfgs->clear();
-    ui->lstcfgs->addItems(cfgFiles(listing)); // the first becomes the selected one
-    // Enabled also when there is none, whatever the message says.
+    ui->lstcfgs->addItems(cfgFiles(listing));
+    // The button can be pressed even when there is no file, although the line in the message list says otherwise.
     ui->cmdcfgexec->setEnabled(true);
 }
 
@@ -79,7 +80,7 @@ void MiscPage::cmdsmrpaste_Click(int index)
 
 void MiscPage::cmdsetservedit_Click()
 {
-    // The server reads one line: a rotation typed on several is still one rotation.
+    // The server reads one line only, so a rotation that was typed on several lines is joined.
     const QString rotation = txtcurmaprot[1]->toPlainText().replace(u'\n', u' ');
     if (rotation.isEmpty())
         return;

@@ -19,15 +19,17 @@ class MiscPage final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit MiscPage(Services &services, QWidget *parent = nullptr);
+    explicit MiscPage(Services &services_, QWidget *parent = nullptr);
     ~MiscPage() override;
 
 public slots:
-    /// Puts the texts that stand until the server has told its rotation and its files.
+    /// Shows the texts that stand there until the server has told its rotation and its files.
     void awaitServer();
-    /// `listing` holds the variable with the rotation.
+    /// Shows the rotation that `listing`, a list of server variables, holds.
     void showRotation(const QString &listing);
+    /// Shows the CFG files in `listing`, the server's list of its files.
     void showCfgFiles(const QString &listing);
+    /// Empties what the server has told.
     void forgetServer();
 
 private:

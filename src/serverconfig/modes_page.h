@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include <QList>
 #include <QWidget>
 
 #include <memory>
 
-class TextBox;
 struct Services;
 
 namespace Ui {
@@ -18,23 +17,17 @@ class ModesPage final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ModesPage(Services &services, QWidget *parent = nullptr);
+    explicit ModesPage(Services &services_, QWidget *parent = nullptr);
     ~ModesPage() override;
 
 private:
-    void cmdsetdm_Click();
-    void cmdsettdm_Click();
-    void cmdsethq_Click();
-    void cmdsetctf_Click();
-    void cmdsetsd_Click();
-    void cmddmdefault_Click();
-    void cmdtdmdefault_Click();
-    void cmdhqdefault_Click();
-    void cmdctfdefault_Click();
-    void cmdsddefaults_Click();
+    struct Limit;
+    struct Mode;
 
-    void setLimits(TextBox &score, TextBox &time, const QString &mode);
-    [[nodiscard]] bool isInvalid(bool valid, TextBox &box, const QString &complaint);
+    void setLimits(const Mode &mode);
+    void cmdsetsd_Click();
+    [[nodiscard]] bool areValid(const QList<Limit> &limits);
+    void send(const QList<Limit> &limits);
 
     Services &services;
     std::unique_ptr<Ui::ModesPage> ui;

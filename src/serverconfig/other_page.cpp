@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The fifth is sent as it stands, without a blank.
+// The fifth is sent as it stands here, without a blank in its name.
 constexpr std::array clanBaseRules{
     "scr_sd_roundlimit 10"_L1,  "scr_sd_roundlength 4"_L1,
     "scr_sd_graceperiod 15"_L1, "scr_sd_timelimit 0"_L1,
@@ -33,7 +33,7 @@ OtherPage::OtherPage(Services &services_, QWidget *parent)
 {
     ui->setupUi(this);
     chkCodOther = {ui->chkCodOther_0, ui->chkCodOther_1};
-    // Their captions are for the message list; what they switch stands beside them.
+    // Only the message list shows their captions. The labels beside them say what they switch.
     for (CheckBox *box : chkCodOther)
         box->setFixedWidth(style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, box) + 2);
     connect(ui->cmdCodOther_0, &QPushButton::clicked, this, [this] { cmdCodOther_Click(0); });
@@ -55,7 +55,7 @@ void OtherPage::populate()
     Reading scope(services, {.door = &reading, .note = u"\r\nReading variables from the server..."_s});
     if (!scope)
         return;
-    scope.leaveCollecting(); // unlike other pages
+    scope.leaveCollecting(); // Other pages do not do this.
     try {
         const Conversation talk(services);
         readGroup(talk, u"scr_allow_*"_s);
@@ -65,13 +65,13 @@ void OtherPage::populate()
             box->dataChanged = false;
         }
     } catch (const Fault &) {
-        // A value that is cut off or no number ends the reading; what has been filled stays.
+        // A value that is cut off or no number ends the reading. The boxes that have been filled stay as they are.
     }
 }
 
 void OtherPage::sendChanges()
 {
-    // Cancel sends all the same.
+    // The answer makes no difference: the values are sent after "Cancel", too.
     services.prompts.ask({u"Send to Server?"_s, u"Only changed values will be sent.\rSend other settings to server?"_s,
                           BoxIcon::Information, BoxButtons::OkCancel});
     const Conversation talk(services);

@@ -15,12 +15,12 @@ namespace Ui {
 class OtherPage;
 }
 
-/// The "COD2 other" tab: the grenade switches; and the Clan Base preset, which no control of it offers.
+/// The "COD2 other" tab: the grenade switches. It also has the Clan Base preset, for which it shows no control.
 class OtherPage final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit OtherPage(Services &services, QWidget *parent = nullptr);
+    explicit OtherPage(Services &services_, QWidget *parent = nullptr);
     ~OtherPage() override;
 
 public slots:

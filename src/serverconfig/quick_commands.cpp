@@ -49,7 +49,7 @@ void switchGameType(const Services &services, int index)
     const QString restart = u"map_restart"_s;
 
     const Conversation talk(services);
-    // Team deathmatch does not wait for its type instead of for the restart.
+    // The other game types wait until the server has taken them, but not for the restart. For this one it is reversed.
     if (index == teamDeathmatch)
         talk.tellWithoutWaiting(command);
     else

@@ -18,7 +18,7 @@ ServerPage::ServerPage(Services &services_, QWidget *parent)
 {
     ui->setupUi(this);
     optff = {ui->optff_0, ui->optff_1, ui->optff_2, ui->optff_3};
-    ui->txtbantime->dataChanged = false; // its initial text is nobody's edit
+    ui->txtbantime->dataChanged = false; // Nobody has edited its initial text.
     connect(ui->cmdservpop, &QPushButton::clicked, this, &ServerPage::cmdservpop_Click);
     connect(ui->cmdservsetbasics, &QPushButton::clicked, this, &ServerPage::cmdservsetbasics_Click);
     connect(ui->cmdservsetpass, &QPushButton::clicked, this, &ServerPage::cmdservsetpass_Click);
@@ -41,7 +41,7 @@ void ServerPage::cmdservpop_Click()
     try {
         readVariables();
     } catch (const Fault &) {
-        // A value that is cut off or no number ends the reading; what has been filled stays.
+        // A value that is cut off or no number ends the reading. The boxes that have been filled stay as they are.
     }
 }
 
@@ -72,7 +72,7 @@ void ServerPage::readVariables()
 
 void ServerPage::cmdservsetbasics_Click()
 {
-    // Cancel sends all the same.
+    // The answer makes no difference: the values are sent after "Cancel", too.
     services.prompts.ask({u"Send to Server?"_s, u"Only changed values will be sent.\rSend settings to server?"_s,
                           BoxIcon::Information, BoxButtons::OkCancel});
     const Conversation talk(services);
@@ -92,7 +92,7 @@ void ServerPage::cmdservsetbasics_Click()
     sendIfChanged(talk, *ui->txtbantime, ValueForm::Plain, u"Temporary ban time updated"_s);
 }
 
-// The game has the switch twice; the second one takes what the box shows a second later.
+// The game has two variables for this switch. The second one gets what the box shows a second later.
 void ServerPage::sendVoting(const Conversation &talk)
 {
     const QString confirmation = u"Voting updated"_s;

@@ -22,7 +22,7 @@ class ServerPage final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ServerPage(Services &services, QWidget *parent = nullptr);
+    explicit ServerPage(Services &services_, QWidget *parent = nullptr);
     ~ServerPage() override;
 
     [[nodiscard]] PlaceholderVariables placeholderVariables() const;

@@ -12,7 +12,7 @@ namespace {
 
 constexpr qint64 largestFile = 64LL * 1024 * 1024;
 
-/// Reads the whole file into `bytes`; a missing one is no fault and has none.
+/// Reads the whole file into `bytes`. A missing file is no fault and counts as empty.
 std::optional<Fault> readBytes(const QString &path, QByteArray &bytes)
 {
     const QFileInfo info(path);
@@ -21,7 +21,7 @@ std::optional<Fault> readBytes(const QString &path, QByteArray &bytes)
     if (info.isDir())
         return systemFault(std::errc::is_a_directory);
     if (!info.isFile())
-        return systemFault(std::errc::not_supported); // a device or a pipe: opening it could wait for ever
+        return systemFault(std::errc::not_supported); // Opening a device or a pipe could wait for ever.
     if (info.size() > largestFile)
         return systemFault(std::errc::file_too_large);
 

@@ -6,7 +6,8 @@
 
 #include <optional>
 
-/// The settings file. Holds nothing of it: every reading reads the file anew, every writing replaces it whole.
+/// The settings file. Nothing of it is kept in memory: every reading reads the file anew, every writing replaces it
+/// whole.
 class IniFile {
 public:
     explicit IniFile(QString path);

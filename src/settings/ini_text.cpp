@@ -81,7 +81,7 @@ QByteArrayView asRead(QByteArrayView value)
 {
     const QByteArrayView text = withoutBlanks(value);
     if (text.isEmpty())
-        return value; // blanks only are a value of their own
+        return value; // A value of blanks only is kept as it is.
     const bool quoted = text.size() > 1 && text.front() == text.back() && (text.front() == '"' || text.front() == '\'');
     return quoted ? text.sliced(1, text.size() - 2) : text;
 }
@@ -120,7 +120,8 @@ QString IniText::value(const QString &section, const QString &key, int buffer) c
     const auto line = found.keys.constFind(comparable(oneLine(key)));
     if (line == found.keys.cend())
         return {};
-    // What is read can be written back: a file that was copied about may have carriage returns inside its lines.
+    // A file that has been copied between systems may have carriage returns inside its lines. They become blanks here,
+    // so that a value that was read can be written back.
     const QByteArray text = oneLine(valueText(found.lines.at(*line)).toByteArray());
     return fromAnsi(asRead(text).toByteArray()).left(std::max(buffer - 1, 0));
 }

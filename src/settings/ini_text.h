@@ -6,7 +6,7 @@
 #include <QList>
 #include <QString>
 
-/// One key of the settings and its value. The names are the program's own: plain letters and digits.
+/// One key of the settings file and its value. The names are the program's own: plain letters and digits.
 struct IniEntry {
     QString section;
     QString key;
@@ -15,8 +15,8 @@ struct IniEntry {
     bool operator==(const IniEntry &) const = default;
 };
 
-/// The text of a settings file, in the system's ANSI code page. Knows where each key stands and keeps every byte that
-/// it is not told to change: comments, foreign keys, order, line ends.
+/// The text of a settings file, in the system's ANSI code page. It knows where each key stands and keeps every byte
+/// that it is not told to change: comments, foreign keys, order, line ends.
 ///
 /// Names are compared without regard to case. The first section of a name counts, and in it the first key of a name.
 class IniText {

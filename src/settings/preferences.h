@@ -41,7 +41,7 @@ struct PreferenceKey {
 /// Section of the settings file that holds the preferences.
 inline constexpr QStringView preferenceSection = u"options";
 
-/// All preferences in the order in which they are read.
+/// All preferences in the order in which they are read and saved.
 inline constexpr std::array<PreferenceKey, 17> preferenceKeys{{
     {u"savercon", 2, &Preferences::savercon},
     {u"savemessages", 2, &Preferences::savemessages},

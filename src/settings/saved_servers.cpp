@@ -70,6 +70,6 @@ qsizetype findServerRow(const QStringList &rows, const QString &part)
 
 bool comboRemembers(const QStringList &entries, const QString &text)
 {
-    // The search for the text ends one entry early and takes that end for a find, so only an empty list grows.
+    // The search for the text ends one entry early and takes that end for a hit, so that only an empty list grows.
     return !text.isEmpty() && entries.isEmpty();
 }

@@ -26,8 +26,9 @@ struct SavedServers {
 /// its number is counted.
 [[nodiscard]] SavedServers readSavedServers(const IniText &ini);
 
-/// What writes the list back: each row with the password of the same index, then empty values for the numbers above
-/// the list up to `servercount`, so that a shorter list leaves no old servers behind.
+/// The entries that write the list back into the settings file: each row with the password of the same index, then
+/// empty values for the numbers above the list up to `servercount`, so that a shorter list leaves no old servers
+/// behind.
 [[nodiscard]] QList<IniEntry> savedServerEntries(const QStringList &rows, const QStringList &passwords,
                                                  qint32 servercount);
 

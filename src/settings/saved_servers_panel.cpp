@@ -25,7 +25,7 @@ SavedServersPanel::SavedServersPanel(Prompts &prompts_, QWidget *parent)
 {
     ui->setupUi(this);
     ui->lstrcon->hide();
-    // A row clicked again fills the fields again; the selection also changes by the keyboard.
+    // A click on the selected row fills the fields again. The keyboard changes the selection without a click.
     connect(ui->lstservers, &QListWidget::itemClicked, this, &SavedServersPanel::lstservers_Click);
     connect(ui->lstservers, &QListWidget::itemSelectionChanged, this, &SavedServersPanel::lstservers_Click);
 }
@@ -74,9 +74,9 @@ void SavedServersPanel::removeserver_Click(const QString &server, const QString 
     if (row < 0)
         return;
 
-    // Its password stays and the count is not lowered: from this row on each later server pairs with the password of
-    // the row before it. Saving and removing are not each other's inverse, and that is meant.
-    const QSignalBlocker blocker(ui->lstservers); // the neighbour that gets selected was not chosen by the person
+    // The password of the row stays and the count is not lowered. From this row on each later server therefore has the
+    // password of the row before it. Removing does not undo saving, and that is meant.
+    const QSignalBlocker blocker(ui->lstservers); // The row that gets selected instead was not chosen by the person.
     QListWidgetItem *item = ui->lstservers->item(static_cast<int>(row));
     if (item->isSelected())
         ui->lstservers->setCurrentRow(-1);

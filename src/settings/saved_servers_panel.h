@@ -13,7 +13,7 @@ namespace Ui {
 class SavedServersPanel;
 }
 
-/// The list of saved servers, and beside it, not shown, the list of their passwords, row for row.
+/// The list of saved servers, and behind it, not shown, the list of their passwords, row for row.
 class SavedServersPanel final : public QWidget {
     Q_OBJECT
 

@@ -13,6 +13,8 @@
 #include "weapon_table.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -20,10 +22,10 @@ WeaponsPage::WeaponsPage(Services &services_, QWidget *parent)
     : QWidget(parent), services(services_), ui(std::make_unique<Ui::WeaponsPage>())
 {
     ui->setupUi(this);
-    // By WeaponGroup.
+    // These are in the order of WeaponGroup.
     const std::array<QBoxLayout *, 5> groups{ui->british, ui->russian, ui->allies, ui->german, ui->others};
     for (const Weapon &weapon : weapons())
-        addBox(weapon, groups.at(static_cast<std::size_t>(weapon.group)));
+        rows.push_back({weapon, addBox(weapon, groups.at(static_cast<std::size_t>(weapon.group)))});
     for (QBoxLayout *group : groups)
         group->addStretch();
 
@@ -37,20 +39,20 @@ WeaponsPage::WeaponsPage(Services &services_, QWidget *parent)
 
 WeaponsPage::~WeaponsPage() = default;
 
-void WeaponsPage::addBox(const Weapon &weapon, QBoxLayout *group)
+CheckBox *WeaponsPage::addBox(const Weapon &weapon, QBoxLayout *group)
 {
-    auto *added = new CheckBox(this);
-    added->setObjectName(weapon.box);
-    added->setText(weapon.caption);
-    added->setToolTip(weapon.toolTip);
-    added->tag = weapon.variable;
-    group->addWidget(added);
-    boxes.append(added);
+    auto *box = new CheckBox(this);
+    box->setObjectName(weapon.box);
+    box->setText(weapon.caption);
+    box->setToolTip(weapon.toolTip);
+    box->tag = weapon.variable;
+    group->addWidget(box);
+    return box;
 }
 
-CheckBox *WeaponsPage::box(const QString &name) const
+CheckBox *WeaponsPage::boxOf(QLatin1StringView name) const
 {
-    return *std::ranges::find(boxes, name, &QObject::objectName);
+    return std::ranges::find_if(rows, [name](const Row &row) { return row.weapon.box == name; })->box;
 }
 
 void WeaponsPage::cmdpopwep_Click()
@@ -70,17 +72,15 @@ void WeaponsPage::cmdpopwep_Click()
 
 void WeaponsPage::readWeapons()
 {
-    // By WeaponGroup.
+    // These are in the order of WeaponGroup.
     const std::array notes{u"British..."_s, u"Russians..."_s, u"Allies..."_s, u"German..."_s, u"Others..."_s};
     const Conversation talk(services);
     readGroup(talk, u"scr_allow_*"_s);
-    WeaponGroup group = weapons().first().group;
-    for (qsizetype index = 0; index < boxes.size(); ++index) {
-        if (weapons().at(index).group != group) {
-            group = weapons().at(index).group;
+    WeaponGroup group = rows.front().weapon.group;
+    for (const auto &[weapon, box] : rows) {
+        if (std::exchange(group, weapon.group) != weapon.group)
             services.output.showprogress(notes.at(static_cast<std::size_t>(group)), Progress::Add);
-        }
-        fill(talk, *boxes.at(index));
+        fill(talk, *box);
     }
 }
 
@@ -93,14 +93,14 @@ void WeaponsPage::cmdwepsetserv_Click()
         return;
     const Conversation talk(services);
     const TimersHeldOff busy(services);
-    for (qsizetype index = 0; index < boxes.size(); ++index)
-        sendIfChanged(talk, *boxes.at(index), ValueForm::Quoted, weapons().at(index).confirmation);
+    for (const auto &[weapon, box] : rows)
+        sendIfChanged(talk, *box, ValueForm::Quoted, weapon.confirmation);
 }
 
 void WeaponsPage::setAll(bool allowed)
 {
-    for (CheckBox *each : std::as_const(boxes))
-        each->setChecked(allowed);
+    for (const Row &row : rows)
+        row.box->setChecked(allowed);
 }
 
 void WeaponsPage::cmdriflesonly_Click()
@@ -112,13 +112,13 @@ void WeaponsPage::cmdriflesonly_Click()
     if (answer == Answer::Cancel)
         return;
     const Conversation talk(services);
-    // All are sent, changed or not: the server may have other values than the boxes show.
-    for (const WeaponSetting &setting : riflesOnly()) {
+    // All are sent, whether they have changed or not: the server may have other values than the boxes show.
+    for (const auto &[name, allowed] : riflesOnly()) {
         if (talk.isSuperseded())
             return;
-        CheckBox &weapon = *box(setting.box);
-        weapon.setChecked(setting.allowed);
-        send(talk, weapon, ValueForm::Quoted);
+        CheckBox &box = *boxOf(name);
+        box.setChecked(allowed);
+        send(talk, box, ValueForm::Quoted);
     }
     talk.note(u"Server set to rifles only"_s);
 }
@@ -130,14 +130,14 @@ void WeaponsPage::cmdnosnipers_Click()
     if (answer == Answer::Cancel)
         return;
     const Conversation talk(services);
-    const std::array scoped{box(u"chkspringfield"_s), box(u"chknagantsniper"_s), box(u"chkkar98ksniper"_s),
-                            box(u"chkenfieldsniper"_s)};
-    for (CheckBox *weapon : scoped)
-        weapon->setChecked(false);
+    const std::array scoped{boxOf("chkspringfield"_L1), boxOf("chknagantsniper"_L1), boxOf("chkkar98ksniper"_L1),
+                            boxOf("chkenfieldsniper"_L1)};
+    for (CheckBox *box : scoped)
+        box->setChecked(false);
     // Only those that changed are sent: the other weapons' boxes keep their marks for the next sending.
-    for (CheckBox *weapon : scoped) {
-        if (weapon->dataChanged)
-            send(talk, *weapon, ValueForm::Quoted);
+    for (CheckBox *box : scoped) {
+        if (box->dataChanged)
+            send(talk, *box, ValueForm::Quoted);
     }
     talk.note(u"No snipers set on server."_s);
 }

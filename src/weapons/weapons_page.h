@@ -3,10 +3,10 @@
 
 #include "base/reentrancy_guard.h"
 
-#include <QList>
 #include <QWidget>
 
 #include <memory>
+#include <vector>
 
 class CheckBox;
 class QBoxLayout;
@@ -22,12 +22,17 @@ class WeaponsPage final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit WeaponsPage(Services &services, QWidget *parent = nullptr);
+    explicit WeaponsPage(Services &services_, QWidget *parent = nullptr);
     ~WeaponsPage() override;
 
 private:
-    void addBox(const Weapon &weapon, QBoxLayout *group);
-    [[nodiscard]] CheckBox *box(const QString &name) const;
+    struct Row {
+        const Weapon &weapon;
+        CheckBox *box;
+    };
+
+    [[nodiscard]] CheckBox *addBox(const Weapon &weapon, QBoxLayout *group);
+    [[nodiscard]] CheckBox *boxOf(QLatin1StringView name) const;
 
     void cmdpopwep_Click();
     void readWeapons();
@@ -38,6 +43,6 @@ private:
 
     Services &services;
     std::unique_ptr<Ui::WeaponsPage> ui;
-    QList<CheckBox *> boxes; ///< in the order of the table
+    std::vector<Row> rows; ///< in the order of the table
     ReentrancyGuard::Door reading;
 };

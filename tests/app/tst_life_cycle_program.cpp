@@ -46,17 +46,17 @@ private slots:
     void helpAndVersionNeedNoDisplay_data()
     {
         QTest::addColumn<QString>("option");
-        QTest::addColumn<QByteArray>("said");
-        QTest::newRow("--version") << u"--version"_s << QByteArray("molvark 1.");
-        QTest::newRow("-v") << u"-v"_s << QByteArray("molvark 1.");
-        QTest::newRow("--help") << u"--help"_s << QByteArray("Usage: molvark");
-        QTest::newRow("-h") << u"-h"_s << QByteArray("Usage: molvark");
+        QTest::addColumn<QString>("said");
+        QTest::newRow("--version") << u"--version"_s << uR"(\Amolvark 1\.)"_s;
+        QTest::newRow("-v") << u"-v"_s << uR"(\Amolvark 1\.)"_s;
+        QTest::newRow("--help") << u"--help"_s << uR"(\AUsage: \S*molvark\S* \[options\]\s)"_s;
+        QTest::newRow("-h") << u"-h"_s << uR"(\AUsage: \S*molvark\S* \[options\]\s)"_s;
     }
 
     void helpAndVersionNeedNoDisplay()
     {
         QFETCH(QString, option);
-        QFETCH(QByteArray, said);
+        QFETCH(QString, said);
         QProcess program;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"QT_QPA_PLATFORM"_s, u"no such platform"_s);
@@ -64,7 +64,8 @@ private slots:
         program.start(QStringLiteral(MOLVARK_PROGRAM), {option});
         QVERIFY(program.waitForFinished());
         QCOMPARE(program.exitCode(), 0);
-        QVERIFY(program.readAllStandardOutput().startsWith(said));
+        const QString output = QString::fromLocal8Bit(program.readAllStandardOutput());
+        QVERIFY2(QRegularExpression(said).match(output).hasMatch(), qPrintable(output));
     }
 
     void anUnknownOptionIsAnErrorAlsoWithoutADisplay()

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "other_windows.h"
 #include "program.h"
 #include "window_test.h"
 
@@ -40,11 +41,12 @@ void leaveAndReturn(Program &program)
 
 void leaveForWindow(Program &program, const QString &name)
 {
-    QWidget other;
-    other.setObjectName(name);
-    other.show();
-    other.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&other));
+    if (name == u"frmhob")
+        program.window.showhob();
+    else
+        program.trigger(name == u"frmpref" ? u"mpref"_s : u"helpabout"_s);
+    QWidget *other = otherWindow(name);
+    QVERIFY(other && QTest::qWaitForWindowActive(other));
     program.window.activateWindow();
     QTRY_VERIFY(program.window.isActiveWindow());
 }

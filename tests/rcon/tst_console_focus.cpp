@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "base/controls.h"
 #include "console_hands.h"
 #include "window_test.h"
 
@@ -65,7 +64,6 @@ private slots:
         QCOMPARE(commandsSoFar(link), QList<QByteArray>());
     }
 
-    // The boxes of the message editor are told by their names.
     void inTheMessageBoxesTheButtonsKeyLeadsOnAndSendsNothing_data()
     {
         QTest::addColumn<QString>("name");
@@ -82,18 +80,36 @@ private slots:
         QFETCH(bool, isTabbed);
         Link link;
         type(link, u"kick all"_s);
-        auto *central = link.program.find<QWidget>(u"central"_s);
-        QWidget *box = name == u"commessset"_s ? static_cast<QWidget *>(new ComboBox(central)) : new QLineEdit(central);
-        box->setObjectName(name);
-        box->show();
-        box->setFocus();
-        QCOMPARE(QApplication::focusWidget(), box);
+        if (!isTabbed) {
+            auto *other = new QLineEdit(link.program.find<QWidget>(u"central"_s));
+            other->setObjectName(name);
+            other->show();
+        }
+        focus(link.program, name);
+        const QWidget *box = QApplication::focusWidget();
 
         link.program.click(u"cmdsend"_s);
         QVERIFY(QApplication::focusWidget() != box);
         QCOMPARE(focused() == u"comdirect"_s, !isTabbed);
         QCOMPARE(link.program.messages(), isTabbed ? QStringList() : QStringList{u"kick all"_s});
         QCOMPARE(commandsSoFar(link), isTabbed ? QList<QByteArray>() : QList<QByteArray>{"kick all"});
+    }
+
+    void inTheHintLineOfTheModsWindowTheButtonLeadsOnToo()
+    {
+        Link link;
+        type(link, u"kick all"_s);
+        link.program.window.showhob();
+        QTRY_COMPARE(QApplication::activeWindow()->objectName(), u"frmhob"_s);
+        auto *hint = QApplication::activeWindow()->findChild<QLineEdit *>(u"txtmess"_s);
+        hint->setFocus();
+        QCOMPARE(QApplication::focusWidget(), hint);
+
+        link.program.click(u"cmdsend"_s);
+        QVERIFY(QApplication::focusWidget() != hint);
+        QCOMPARE(QApplication::activeWindow()->objectName(), u"frmhob"_s);
+        QCOMPARE(link.program.messages(), QStringList());
+        QCOMPARE(commandsSoFar(link), QList<QByteArray>());
     }
 
     void theMousePressesSendEvenFromThePasswordBox()
