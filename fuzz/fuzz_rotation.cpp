@@ -44,15 +44,13 @@ void fuzz(const QByteArray &input)
     const QString reply = squeezeBlanks(fromAnsi(input));
     tab.page.forgetServer();
     tab.page.awaitServer();
-    tab.server.session.rconreply = reply;
-
-    tab.page.showRotation();
+    tab.page.showRotation(reply);
     QString value;
     if (faultOf([&] { value = getdvar(reply, u"sv_maprotation"); }) != 0)
         value = u"Server did not give rotation."_s;
     require(tab.rotation->toPlainText() == shown(value), "the rotation is shown as plain text");
 
-    tab.page.showCfgFiles();
+    tab.page.showCfgFiles(reply);
     require(entries(*tab.files) == cfgFiles(reply), "the files are listed as the server names them");
     require(tab.server.prompts.takeBoxes().isEmpty(), "nothing is asked");
     tab.server.output.clearmessages();

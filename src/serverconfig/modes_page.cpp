@@ -25,12 +25,6 @@ bool isTimeLimit(QStringView text)
     return minutes >= 0 && minutes <= longestTime;
 }
 
-/// Something that the text of a box must be, and what the person is told when it is not.
-struct Requirement {
-    bool (*isMet)(QStringView text);
-    QString complaint;
-};
-
 /// Has `button` put the texts back into the boxes that stand there now: those of the form are the defaults.
 void keepDefaults(const QPushButton *button, const QList<TextBox *> &boxes)
 {
@@ -39,6 +33,12 @@ void keepDefaults(const QPushButton *button, const QList<TextBox *> &boxes)
 }
 
 } // namespace
+
+/// Something that the text of a box must be, and what the person is told when it is not.
+struct ModesPage::Requirement {
+    bool (*isMet)(QStringView text);
+    QString complaint;
+};
 
 /// One value that is to be set on the server. What was checked is sent, even if the box has been changed meanwhile.
 struct ModesPage::Limit {

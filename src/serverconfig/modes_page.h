@@ -21,6 +21,7 @@ public:
     ~ModesPage() override;
 
 private:
+    struct Requirement;
     struct Limit;
     struct Mode;
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "output/message_list.h"
 #include "program.h"
 #include "window_test.h"
 

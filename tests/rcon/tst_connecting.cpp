@@ -160,5 +160,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ConnectingTest)
+WINDOW_TEST(ConnectingTest)
 #include "tst_connecting.moc"

@@ -166,5 +166,5 @@ private slots:
     }
 };
 
-WINDOW_TEST_MAIN(ReadingTest)
+WINDOW_TEST(ReadingTest)
 #include "tst_reading.moc"
