@@ -22,7 +22,7 @@ run-clang-tidy-14 -quiet -p build/dev "$PWD/(src|practice|demo|fuzz)/.*\.cpp$" >
 echo "clang-tidy is clean."
 
 build coverage
-ctest --preset coverage --parallel 2 --output-on-failure >build/coverage.log || {
+ctest --preset coverage --parallel "$(nproc)" --output-on-failure >build/coverage.log || {
     cat build/coverage.log >&2
     exit 1
 }

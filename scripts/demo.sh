@@ -34,7 +34,7 @@ wait_for() {
 }
 
 start_practice_server() {
-    build/release/practice/molvark-practice --port "$port" --password "$password" --players 20 >"$scratch/server.log" 2>&1 &
+    build/demo/practice/molvark-practice --port "$port" --password "$password" --players 20 >"$scratch/server.log" 2>&1 &
     children+=($!)
     if ! wait_for $! "$scratch/server.log"; then
         cat "$scratch/server.log" >&2
@@ -70,17 +70,21 @@ run() {
 }
 
 install_packages "${build_packages[@]}" "${font_packages[@]}"
-[ -n "${DISPLAY:-}" ] || install_packages "${display_packages[@]}"
-build release
+if [ -n "${DISPLAY:-}" ]; then
+    build demo molvark-practice molvark
+else
+    install_packages "${display_packages[@]}"
+    build demo molvark-practice molvark-tour
+fi
 start_practice_server
 mkdir "$scratch/program"
 cd "$scratch/program"
 write_settings
 if [ -n "${DISPLAY:-}" ]; then
-    run "$top/build/release/src/app/molvark"
+    run "$top/build/demo/src/app/molvark"
 else
     start_display
     mkdir -p "$top/build/tour"
     rm -f "$top"/build/tour/*.png
-    run "$top/build/release/demo/molvark-tour" "$top/build/tour"
+    run "$top/build/demo/demo/molvark-tour" "$top/build/tour"
 fi

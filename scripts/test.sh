@@ -8,17 +8,20 @@ cd "$(dirname "$0")/.."
 room=
 chosen=()
 if [ $# -gt 0 ]; then
-    room=$1
-    chosen=(--label-regex "^$1$")
-    if [ "$1" != fuzz ] && [ ! -d "tests/$1" ]; then
-        file=$(echo tests/*/"tst_$1.cpp")
-        [ -f "$file" ] || {
-            echo "There is neither a room nor a test named $1. The rooms: $(cd tests && echo */) fuzz" >&2
-            exit 2
-        }
+    chosen=(--tests-regex "^$1$")
+    if [ "$1" = fuzz ] || [ -d "tests/$1" ]; then
+        room=$1
+        chosen=(--label-regex "^$1$")
+    elif [[ $1 == fuzz_replay_* ]]; then
+        room=fuzz
+    else
+        file=$(echo tests/*/"tst_${1%_at_200_percent}.cpp")
         room=$(basename "$(dirname "$file")")
-        chosen=(--tests-regex "^$1$")
     fi
+    [ "$room" != "*" ] || {
+        echo "There is neither a room nor a test named $1. The rooms: $(cd tests && echo */) fuzz" >&2
+        exit 2
+    }
 fi
 
 begin=0
