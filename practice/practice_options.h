@@ -26,7 +26,7 @@ struct PracticeOptions {
     int datagramSize = 1000; ///< bytes of text in one reply datagram
     int lossPercent = 0;     ///< of the requests, and again of the replies
     int latencyMs = 0;       ///< before a reply leaves; with 0 it leaves at once
-    int mapLoadMs = 2000;    ///< of silence while a map loads
+    int mapLoadMs = 2000;    ///< of silence while a map loads; what comes meanwhile is answered after it
     bool reorder = false;    ///< every two neighbouring datagrams of a reply change places
     bool silent = false;     ///< requests are counted and never answered
     bool quirks = false;     ///< players with nasty names and odd table rows

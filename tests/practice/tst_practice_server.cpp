@@ -261,17 +261,90 @@ private slots:
         QVERIFY(clock.elapsed() >= 59);
     }
 
-    void nothingIsHeardWhileAMapLoads()
+    void whatComesWhileAMapLoadsIsAnsweredAfterwards()
+    {
+        PracticeClient other(server->port());
+        server->setMapLoad(200);
+        client->rcon("map mp_decoy");
+        client->rcon("set turn 1");
+        client->rcon("turn");
+        client->rcon("say hello", "wrong");
+        client->send("\xFF\xFF\xFF\xFFgetstatus");
+        other.rcon("say hello");
+        QTRY_COMPARE(server->requests().size(), 6);
+        QCOMPARE(client->count(), 0);
+        QCOMPARE(server->game().dvars().find(u"turn"_s), nullptr);
+        QTRY_COMPARE(client->count(), 5);
+        QVERIFY(client->datagrams().at(0).endsWith("Server: mp_decoy\n"));
+        QCOMPARE(client->datagrams().at(1), printHeader);
+        QVERIFY(client->datagrams().at(2).startsWith(printHeader + "\"turn\" is: \"1^7\""));
+        QCOMPARE(client->datagrams().at(3), printHeader + "Bad rconpassword.\n");
+        QVERIFY(client->datagrams().at(4).contains("\\mapname\\mp_decoy\\"));
+        QTRY_COMPARE(other.datagrams(), QList<QByteArray>({printHeader}));
+        QCOMPARE(server->requests().size(), 6);
+        verifyNothingElseComes();
+    }
+
+    void theLastTenThatCameWhileAMapLoadsAreKept()
+    {
+        QSignalSpy happened(server.get(), &PracticeServer::happened);
+        PracticeClient other(server->port());
+        server->setMapLoad(200);
+        client->rcon("map mp_decoy");
+        for (const char *command : {"set first 1", "set second 1", "set third 1"})
+            client->rcon(command);
+        for (int turn = 1; turn <= 9; ++turn)
+            other.rcon("set turn " + QByteArray::number(turn));
+        QTRY_COMPARE(server->requests().size(), 13);
+        QVERIFY(happened.last().first().toString().endsWith(u"too many came while a map is loading"_s));
+        QTRY_COMPARE(other.datagrams(), QList<QByteArray>(9, printHeader));
+        QCOMPARE(client->count(), 2); // the map and the third command
+        QCOMPARE(server->game().dvars().find(u"first"_s), nullptr);
+        QCOMPARE(server->game().dvars().find(u"second"_s), nullptr);
+        QCOMPARE(server->game().dvars().value(u"third"_s), u"1"_s);
+        QCOMPARE(server->game().dvars().number(u"turn"_s), 9);
+    }
+
+    void aMapAmongWhatWaitsKeepsTheRestWaiting()
+    {
+        server->setMapLoad(100);
+        client->rcon("map mp_decoy");
+        client->rcon("say hello");
+        client->rcon("map mp_carentan");
+        client->rcon("foo");
+        QTRY_COMPARE(client->count(), 4);
+        QVERIFY(client->datagrams().at(0).endsWith("Server: mp_decoy\n"));
+        QCOMPARE(client->datagrams().at(1), printHeader);
+        QVERIFY(client->datagrams().at(2).endsWith("Server: mp_carentan\n"));
+        QCOMPARE(client->datagrams().at(3), printHeader + "Unknown command \"foo\"\n");
+    }
+
+    void aSilentServerKeepsNothingForAfterTheMap()
     {
         server->setMapLoad(200);
         client->rcon("map mp_decoy");
-        client->rcon("say hello");
-        client->send("\xFF\xFF\xFF\xFFgetstatus");
-        QTRY_COMPARE(server->requests().size(), 3);
-        QCOMPARE(client->count(), 0);
+        QTRY_COMPARE(server->requests().size(), 1);
+        server->setSilent(true);
+        client->rcon("sv_hostname x");
+        QTRY_COMPARE(server->requests().size(), 2);
+        server->setSilent(false);
         QTRY_COMPARE(client->count(), 1);
-        QVERIFY(client->text().endsWith("Server: mp_decoy\n"));
         verifyNothingElseComes();
+        QCOMPARE(server->game().dvars().value(u"sv_hostname"_s), u"CoD2Host"_s);
+    }
+
+    void aClosedServerForgetsWhatWaits()
+    {
+        const quint16 port = server->port();
+        server->setMapLoad(200);
+        client->rcon("map mp_decoy");
+        client->rcon("sv_hostname x");
+        QTRY_COMPARE(server->requests().size(), 2);
+        server->close();
+        QVERIFY(server->listen(QHostAddress::LocalHost, port));
+        QTRY_COMPARE(client->count(), 1);
+        verifyNothingElseComes();
+        QCOMPARE(server->game().dvars().value(u"sv_hostname"_s), u"CoD2Host"_s);
     }
 
     void withoutALoadingTimeTheMapIsThereAtOnce()
