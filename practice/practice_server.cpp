@@ -16,10 +16,20 @@ namespace {
 constexpr qint64 largestDatagram = 65535;
 constexpr qsizetype mostWaiting = 10; // what the small buffer of a real server's socket holds
 
+std::chrono::milliseconds steadyTime()
+{
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
+}
+
 } // namespace
 
 PracticeServer::PracticeServer(const PracticeOptions &options_, QObject *parent)
-    : QObject(parent), options(options_), gameServer(options_), random(options_.seed)
+    : QObject(parent),
+      options(options_),
+      gameServer(options_),
+      rateLimit(options_.rate),
+      clock(steadyTime),
+      random(options_.seed)
 {
     connect(&socket, &QUdpSocket::readyRead, this, &PracticeServer::readRequests);
 }
@@ -128,7 +138,9 @@ void PracticeServer::answerOne(const Arrival &arrival)
 {
     const auto &[datagram, client] = arrival;
     const Request request = readRequest(datagram);
-    if (request.kind == Request::Kind::Rcon)
+    if (!rateLimit.admits(request.kind, client.address, clock()))
+        tellUnanswered(arrival, u"too soon after others"_s);
+    else if (request.kind == Request::Kind::Rcon)
         takeRcon(fromAnsi(request.password), request.command, client);
     else if (request.kind == Request::Kind::Status)
         takeStatus(client);

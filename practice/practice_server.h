@@ -3,6 +3,7 @@
 
 #include "game_server.h"
 #include "practice_options.h"
+#include "rate_limit.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -12,6 +13,9 @@
 #include <QRandomGenerator>
 #include <QString>
 #include <QUdpSocket>
+
+#include <chrono>
+#include <functional>
 
 /// The UDP end of a practice game: reads requests, has the game answer them, and sends the replies over a line that can
 /// be made as bad as wanted. While a map loads it answers nothing, and afterwards the last ten datagrams that came
@@ -47,6 +51,9 @@ public:
     void setLatency(int milliseconds) { options.latencyMs = milliseconds; }
     void setMapLoad(int milliseconds) { options.mapLoadMs = milliseconds; }
     void setDatagramSize(int bytes) { options.datagramSize = bytes; }
+
+    /// By which the limit on requests goes: a time since any moment that stays the same. By default the system's.
+    void setClock(const std::function<std::chrono::milliseconds()> &clock_) { clock = clock_; }
 
     /// Requests whose command (or "getstatus") is exactly `command` get these texts from now on, each in a datagram of
     /// its own behind header, "print" and line feed, instead of the game's reply; none at all when the list is empty.
@@ -95,6 +102,8 @@ private:
 
     PracticeOptions options;
     GameServer gameServer;
+    RateLimit rateLimit;
+    std::function<std::chrono::milliseconds()> clock;
     QUdpSocket socket;
     QRandomGenerator random; ///< decides what the line loses
     QHash<QByteArray, QList<QByteArray>> preparedAnswers;
