@@ -69,5 +69,6 @@ private:
     Bans banned;
     qint64 seconds = 0; ///< since the start, counted by `tick`
     int execDepth = 0;  ///< configuration files that call each other
+    int headLines = 0;  ///< of "dir"
     bool hob = false;   ///< the Heat of Battle mod runs
 };

@@ -53,6 +53,8 @@ void declare(QCommandLineParser &parser)
          u"Drop what comes too fast: \"500ms\" hears one rcon command in that time, \"burst\" ten requests and then "
          "one a second from each address."_s,
          u"rate"_s},
+        option(u"head-lines"_s, u"Lines above the files that \"dir\" lists"_s, u"number"_s,
+               PracticeOptions::headLineLimits, options.headLines),
         {u"mod"_s, u"Run a mod; \"%1\" is the only one."_s.arg(PracticeOptions::hobMod), u"mod"_s},
         {u"reorder"_s, u"Let the datagrams of a reply overtake each other."_s},
         {u"silent"_s, u"Never answer."_s},
@@ -109,6 +111,7 @@ PracticeOptions optionsOf(const QCommandLineParser &parser)
     options.latencyMs = number(u"latency"_s, PracticeOptions::delayLimits);
     options.mapLoadMs = number(u"map-load"_s, PracticeOptions::delayLimits);
     options.rate = rateOf(parser);
+    options.headLines = number(u"head-lines"_s, PracticeOptions::headLineLimits);
     options.mod = parser.value(u"mod"_s);
     options.reorder = parser.isSet(u"reorder"_s);
     options.silent = parser.isSet(u"silent"_s);

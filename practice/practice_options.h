@@ -8,7 +8,7 @@
 inline constexpr quint16 gamePort = 28960;
 
 /// How a practice server starts. A PracticeServer can change its password, datagram size, loss, latency, map load,
-/// reordering and silence later; players, seed, rate, quirks and mod are settled at the start.
+/// reordering and silence later; players, seed, rate, heading, quirks and mod are settled at the start.
 struct PracticeOptions {
     struct Limits {
         int lowest = 0;
@@ -25,6 +25,7 @@ struct PracticeOptions {
     static constexpr Limits datagramSizeLimits{1, 8000};
     static constexpr Limits percentLimits{0, 100};
     static constexpr Limits delayLimits{0, 60'000};
+    static constexpr Limits headLineLimits{2, 3};
     static constexpr QLatin1StringView hobMod{"hob"};
 
     QString password = QStringLiteral("practice");
@@ -35,8 +36,9 @@ struct PracticeOptions {
     int latencyMs = 0;       ///< before a reply leaves; with 0 it leaves at once
     int mapLoadMs = 2000;    ///< of silence while a map loads; what comes meanwhile is answered after it
     Rate rate = Rate::Unlimited;
-    bool reorder = false;    ///< every two neighbouring datagrams of a reply change places
-    bool silent = false;     ///< requests are counted and never answered
-    bool quirks = false;     ///< players with nasty names and odd table rows
-    QString mod;             ///< empty for the plain game, `hobMod` for Heat of Battle
+    int headLines = 3;    ///< above the files in the reply of "dir": servers differ
+    bool reorder = false; ///< every two neighbouring datagrams of a reply change places
+    bool silent = false;  ///< requests are counted and never answered
+    bool quirks = false;  ///< players with nasty names and odd table rows
+    QString mod;          ///< empty for the plain game, `hobMod` for Heat of Battle
 };

@@ -71,6 +71,7 @@ private slots:
         QCOMPARE(arguments.options.latencyMs, 0);
         QCOMPARE(arguments.options.mapLoadMs, 2000);
         QCOMPARE(arguments.options.rate, PracticeOptions::Rate::Unlimited);
+        QCOMPARE(arguments.options.headLines, 3);
         QVERIFY(!arguments.options.reorder && !arguments.options.silent && !arguments.options.quirks);
         QCOMPARE(arguments.options.mod, QString());
     }
@@ -81,7 +82,8 @@ private slots:
             {u"p"_s,      u"--port"_s,    u"4000"_s,      u"--address"_s, u"127.0.0.2"_s,  u"--password"_s,
              u"pw"_s,     u"--players"_s, u"64"_s,        u"--seed"_s,    u"4294967295"_s, u"--datagram-size=40"_s,
              u"--loss"_s, u"100"_s,       u"--latency"_s, u"250"_s,       u"--map-load"_s, u"0"_s,
-             u"--mod"_s,  u"hob"_s,       u"--reorder"_s, u"--silent"_s,  u"--quirks"_s});
+             u"--mod"_s,  u"hob"_s,       u"--reorder"_s, u"--silent"_s,  u"--quirks"_s,   u"--head-lines"_s,
+             u"2"_s});
         QCOMPARE(arguments.fault, QString());
         QCOMPARE(arguments.port, 4000);
         QCOMPARE(arguments.address, QHostAddress(u"127.0.0.2"_s));
@@ -92,6 +94,7 @@ private slots:
         QCOMPARE(arguments.options.lossPercent, 100);
         QCOMPARE(arguments.options.latencyMs, 250);
         QCOMPARE(arguments.options.mapLoadMs, 0);
+        QCOMPARE(arguments.options.headLines, 2);
         QCOMPARE(arguments.options.mod, u"hob"_s);
         QVERIFY(arguments.options.reorder && arguments.options.silent && arguments.options.quirks);
     }
@@ -124,6 +127,8 @@ private slots:
         row({u"--datagram-size"_s, u"8001"_s}, u"--datagram-size takes a whole number from 1 to 8000, not \"8001\"."_s);
         row({u"--rate"_s, u"500"_s}, u"--rate takes \"500ms\" or \"burst\", not \"500\"."_s);
         row({u"--rate"_s, u""_s}, u"--rate takes \"500ms\" or \"burst\", not \"\"."_s);
+        row({u"--head-lines"_s, u"1"_s}, u"--head-lines takes a whole number from 2 to 3, not \"1\"."_s);
+        row({u"--head-lines"_s, u"4"_s}, u"--head-lines takes a whole number from 2 to 3, not \"4\"."_s);
         row({u"--mod"_s, u"other"_s}, u"--mod takes \"hob\", not \"other\"."_s);
         row({u"--address"_s, u"nowhere"_s}, u"--address takes a numeric address of this machine, not \"nowhere\"."_s);
         row({u"--password"_s, u"a b"_s}, u"--password takes one word: a blank ends the password in a request."_s);
@@ -147,9 +152,10 @@ private slots:
         const Outcome outcome = run({u"--help"_s});
         QCOMPARE(outcome.status, 0);
         QCOMPARE(outcome.errors, QString());
-        for (const auto &option : {u"--port"_s, u"--address"_s, u"--password"_s, u"--players"_s, u"--seed"_s,
-                                   u"--datagram-size"_s, u"--loss"_s, u"--latency"_s, u"--reorder"_s, u"--silent"_s,
-                                   u"--quirks"_s, u"--mod"_s, u"--rate"_s, u"--help"_s, u"--version"_s})
+        for (const auto &option :
+             {u"--port"_s, u"--address"_s, u"--password"_s, u"--players"_s, u"--seed"_s, u"--datagram-size"_s,
+              u"--loss"_s, u"--latency"_s, u"--reorder"_s, u"--silent"_s, u"--quirks"_s, u"--mod"_s, u"--rate"_s,
+              u"--head-lines"_s, u"--help"_s, u"--version"_s})
             QVERIFY2(outcome.output.contains(option), qPrintable(option));
     }
 
@@ -161,7 +167,7 @@ private slots:
               u"on the server, 0 to 64 (12)."_s, u"players and losses (1)."_s, u"datagram, 1 to 8000 (1000)."_s,
               u"each way, 0 to 100 (0)."_s, u"reply leaves, 0 to 60000 (0)."_s, u"map loads, 0 to 60000 (2000)."_s,
               u"\"500ms\" hears one rcon command in that time, \"burst\" ten requests"_s,
-              u"Run a mod; \"hob\" is the only one."_s})
+              u"\"dir\" lists, 2 to 3 (3)."_s, u"Run a mod; \"hob\" is the only one."_s})
             QVERIFY2(help.contains(text), qPrintable(text));
     }
 
