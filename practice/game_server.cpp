@@ -25,6 +25,7 @@ QString firstRotation()
 GameServer::GameServer(const PracticeOptions &options)
     : variables(Dvars::stock(options.mod == PracticeOptions::hobMod)),
       everybody(options.players, options.seed, options.quirks),
+      headLines(options.headLines),
       hob(options.mod == PracticeOptions::hobMod)
 {
     const RotationTurn turn = takeTurn(firstRotation());
@@ -110,7 +111,7 @@ CommandResult GameServer::directory(const QStringList &words)
 {
     if (words.size() < 2 || words.size() > 3)
         return {u"usage: dir <directory> [extension]\n"_s, {}};
-    return {directoryListing(words.at(1), words.value(2)), {}};
+    return {directoryListing(words.at(1), words.value(2), headLines), {}};
 }
 
 CommandResult GameServer::execFile(const QStringList &words)

@@ -15,7 +15,7 @@
 struct CommandResult {
     QString reply;      ///< what the server prints, lines ended by line feeds; empty for silence
     QString event;      ///< one line for people; empty when nothing changed on the server
-    bool loads = false; ///< a map is being loaded: the server is deaf for a moment
+    bool loads = false; ///< a map is being loaded: the server answers nothing for a moment
 };
 
 /// The game itself, apart from any socket: its variables, players, bans, files and console commands.
@@ -69,5 +69,6 @@ private:
     Bans banned;
     qint64 seconds = 0; ///< since the start, counted by `tick`
     int execDepth = 0;  ///< configuration files that call each other
+    int headLines = 0;  ///< of "dir"
     bool hob = false;   ///< the Heat of Battle mod runs
 };

@@ -49,6 +49,12 @@ void declare(QCommandLineParser &parser)
                options.latencyMs),
         option(u"map-load"_s, u"Milliseconds of silence while a map loads"_s, u"ms"_s, PracticeOptions::delayLimits,
                options.mapLoadMs),
+        {u"rate"_s,
+         u"Drop what comes too fast: \"500ms\" hears one rcon command in that time, \"burst\" ten requests and then "
+         "one a second from each address."_s,
+         u"rate"_s},
+        option(u"head-lines"_s, u"Lines above the files that \"dir\" lists"_s, u"number"_s,
+               PracticeOptions::headLineLimits, options.headLines),
         {u"mod"_s, u"Run a mod; \"%1\" is the only one."_s.arg(PracticeOptions::hobMod), u"mod"_s},
         {u"reorder"_s, u"Let the datagrams of a reply overtake each other."_s},
         {u"silent"_s, u"Never answer."_s},
@@ -56,6 +62,18 @@ void declare(QCommandLineParser &parser)
         {{u"h"_s, u"help"_s}, u"Print this help."_s},
         {{u"v"_s, u"version"_s}, u"Print the version."_s},
     });
+}
+
+PracticeOptions::Rate rateOf(const QCommandLineParser &parser)
+{
+    const QString text = parser.value(u"rate"_s);
+    if (!parser.isSet(u"rate"_s))
+        return PracticeOptions::Rate::Unlimited;
+    if (text == "500ms"_L1)
+        return PracticeOptions::Rate::HalfSecond;
+    if (text == "burst"_L1)
+        return PracticeOptions::Rate::Burst;
+    throw BadValue(u"--rate takes \"500ms\" or \"burst\", not \"%1\"."_s.arg(text));
 }
 
 quint32 numberOf(const QCommandLineParser &parser, const QString &option, quint32 lowest, quint32 highest)
@@ -92,6 +110,8 @@ PracticeOptions optionsOf(const QCommandLineParser &parser)
     options.lossPercent = number(u"loss"_s, PracticeOptions::percentLimits);
     options.latencyMs = number(u"latency"_s, PracticeOptions::delayLimits);
     options.mapLoadMs = number(u"map-load"_s, PracticeOptions::delayLimits);
+    options.rate = rateOf(parser);
+    options.headLines = number(u"head-lines"_s, PracticeOptions::headLineLimits);
     options.mod = parser.value(u"mod"_s);
     options.reorder = parser.isSet(u"reorder"_s);
     options.silent = parser.isSet(u"silent"_s);

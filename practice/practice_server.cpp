@@ -14,11 +14,22 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 largestDatagram = 65535;
+constexpr qsizetype mostWaiting = 10; // what the small buffer of a real server's socket holds
+
+std::chrono::milliseconds steadyTime()
+{
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
+}
 
 } // namespace
 
 PracticeServer::PracticeServer(const PracticeOptions &options_, QObject *parent)
-    : QObject(parent), options(options_), gameServer(options_), random(options_.seed)
+    : QObject(parent),
+      options(options_),
+      gameServer(options_),
+      rateLimit(options_.rate),
+      clock(steadyTime),
+      random(options_.seed)
 {
     connect(&socket, &QUdpSocket::readyRead, this, &PracticeServer::readRequests);
 }
@@ -36,6 +47,7 @@ bool PracticeServer::listen(const QHostAddress &address, quint16 port)
 void PracticeServer::close()
 {
     socket.close();
+    waiting.clear();
 }
 
 quint16 PracticeServer::port() const
@@ -96,27 +108,49 @@ void PracticeServer::readRequests()
             return;
         const Client client{datagram.senderAddress(), static_cast<quint16>(datagram.senderPort())};
         QMetaObject::invokeMethod(
-            this, [this, bytes = datagram.data(), client] { take(bytes, client); }, Qt::QueuedConnection);
+            this, [this, arrival = Arrival{datagram.data(), client}] { take(arrival); }, Qt::QueuedConnection);
     }
 }
 
-void PracticeServer::take(const QByteArray &datagram, const Client &client)
+void PracticeServer::take(const Arrival &arrival)
 {
-    received.append(datagram);
-    lastClient = client;
-    emit requested(datagram);
-    if (options.silent || loading || isLost()) {
-        const QString why = options.silent ? u"the server is silent"_s : loading ? u"a map is loading"_s : u"lost"_s;
-        emit happened(client.text() + u"request of %1 bytes not answered: "_s.arg(datagram.size()) + why);
+    received.append(arrival.datagram);
+    lastClient = arrival.client;
+    emit requested(arrival.datagram);
+    if (options.silent || isLost()) {
+        tellUnanswered(arrival, options.silent ? u"the server is silent"_s : u"lost"_s);
         return;
     }
+    waiting.append(arrival);
+    if (loading && waiting.size() > mostWaiting)
+        tellUnanswered(waiting.takeFirst(), u"too many came while a map is loading"_s);
+    answerWaiting();
+}
+
+// A request that loads a map keeps those behind it waiting.
+void PracticeServer::answerWaiting()
+{
+    while (!loading && !waiting.isEmpty())
+        answerOne(waiting.takeFirst());
+}
+
+void PracticeServer::answerOne(const Arrival &arrival)
+{
+    const auto &[datagram, client] = arrival;
     const Request request = readRequest(datagram);
-    if (request.kind == Request::Kind::Rcon)
+    if (!rateLimit.admits(request.kind, client.address, clock()))
+        tellUnanswered(arrival, u"too soon after others"_s);
+    else if (request.kind == Request::Kind::Rcon)
         takeRcon(fromAnsi(request.password), request.command, client);
     else if (request.kind == Request::Kind::Status)
         takeStatus(client);
     else
         emit happened(client.text() + u"%1 bytes that are no request"_s.arg(datagram.size()));
+}
+
+void PracticeServer::tellUnanswered(const Arrival &arrival, const QString &why)
+{
+    emit happened(arrival.client.text() + u"request of %1 bytes not answered: "_s.arg(arrival.datagram.size()) + why);
 }
 
 void PracticeServer::takeRcon(const QString &password, const QByteArray &command, const Client &client)
@@ -155,7 +189,7 @@ bool PracticeServer::answerCanned(const QByteArray &command, const Client &clien
     return true;
 }
 
-// The server hears nothing while it loads; what it printed meanwhile comes as a late reply.
+// What the server printed while it loaded comes as a late reply, and then the answers to what came meanwhile.
 void PracticeServer::startLoading(const QString &log, const Client &client)
 {
     if (options.mapLoadMs <= 0) {
@@ -167,6 +201,7 @@ void PracticeServer::startLoading(const QString &log, const Client &client)
         loading = false;
         emit happened(u"the map is loaded"_s);
         reply(log, client);
+        answerWaiting();
     });
 }
 

@@ -3,6 +3,7 @@
 
 #include "game_server.h"
 #include "practice_options.h"
+#include "rate_limit.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -13,8 +14,12 @@
 #include <QString>
 #include <QUdpSocket>
 
+#include <chrono>
+#include <functional>
+
 /// The UDP end of a practice game: reads requests, has the game answer them, and sends the replies over a line that can
-/// be made as bad as wanted. Between two requests nothing moves by itself: call `game().tick()` for that.
+/// be made as bad as wanted. While a map loads it answers nothing, and afterwards the last ten datagrams that came
+/// meanwhile. Between two requests nothing moves by itself: call `game().tick()` for that.
 class PracticeServer final : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(PracticeServer)
@@ -25,26 +30,30 @@ public:
 
     /// Port 0 takes any free one. False when it cannot be had; `errorString()` then says why.
     [[nodiscard]] bool listen(const QHostAddress &address = QHostAddress::LocalHost, quint16 port = 0);
-    /// From now on the port is closed and requests get lost in the system.
+    /// From now on the port is closed and requests get lost in the system, those that wait for a map too.
     void close();
     [[nodiscard]] quint16 port() const;
     [[nodiscard]] QString errorString() const;
 
     [[nodiscard]] GameServer &game() { return gameServer; }
 
-    /// Every datagram that came, whole and in order, also the ones that were lost or not answered.
+    /// Every datagram that came, whole and in order, also the ones that were lost, not answered, or wait for a map.
     [[nodiscard]] QList<QByteArray> requests() const { return received; }
     /// The same without header, "rcon" and password: the command of each, or "getstatus".
     [[nodiscard]] QList<QByteArray> commands() const;
     void forgetRequests() { received.clear(); }
 
     void setPassword(const QString &password);
+    /// Of what comes from now on: what waits for a map is answered all the same.
     void setSilent(bool silent) { options.silent = silent; }
     void setReorder(bool reorder) { options.reorder = reorder; }
     void setLoss(int percent) { options.lossPercent = percent; }
     void setLatency(int milliseconds) { options.latencyMs = milliseconds; }
     void setMapLoad(int milliseconds) { options.mapLoadMs = milliseconds; }
     void setDatagramSize(int bytes) { options.datagramSize = bytes; }
+
+    /// By which the limit on requests goes: a time since any moment that stays the same. By default the system's.
+    void setClock(const std::function<std::chrono::milliseconds()> &clock_) { clock = clock_; }
 
     /// Requests whose command (or "getstatus") is exactly `command` get these texts from now on, each in a datagram of
     /// its own behind header, "print" and line feed, instead of the game's reply; none at all when the list is empty.
@@ -60,7 +69,7 @@ public:
     bool sendRaw(const QByteArray &datagram);
 
 signals:
-    /// Before the request is looked at, so that a slot may still change how it is answered.
+    /// When the request comes, before it is looked at, so that a slot may still change how it is answered.
     void requested(const QByteArray &datagram);
     /// One line for people, without the time. It may hold control characters of the client's or the players' making.
     void happened(const QString &line);
@@ -72,9 +81,16 @@ private:
 
         [[nodiscard]] QString text() const;
     };
+    struct Arrival {
+        QByteArray datagram;
+        Client client;
+    };
 
     void readRequests();
-    void take(const QByteArray &datagram, const Client &client);
+    void take(const Arrival &arrival);
+    void answerWaiting();
+    void answerOne(const Arrival &arrival);
+    void tellUnanswered(const Arrival &arrival, const QString &why);
     void takeRcon(const QString &password, const QByteArray &command, const Client &client);
     void takeStatus(const Client &client);
     [[nodiscard]] bool answerCanned(const QByteArray &command, const Client &client);
@@ -86,10 +102,13 @@ private:
 
     PracticeOptions options;
     GameServer gameServer;
+    RateLimit rateLimit;
+    std::function<std::chrono::milliseconds()> clock;
     QUdpSocket socket;
     QRandomGenerator random; ///< decides what the line loses
     QHash<QByteArray, QList<QByteArray>> preparedAnswers;
     QList<QByteArray> received;
+    QList<Arrival> waiting; ///< for the server to look at them, which it does at once unless it loads a map
     Client lastClient;
     bool loading = false;
 };

@@ -50,9 +50,11 @@ bool isKnownMap(const QString &map)
     return maps.contains(map, Qt::CaseInsensitive);
 }
 
-QString directoryListing(const QString &directory, const QString &extension)
+QString directoryListing(const QString &directory, const QString &extension, int headLines)
 {
-    QString text = u"Directory of %1 %2\n"_s.arg(directory, extension) + u"---------------\n\n"_s;
+    QString text = u"Directory of %1 %2\n"_s.arg(directory, extension) + u"---------------\n"_s;
+    if (headLines > 2)
+        text += u'\n';
     const bool holdsMaps = directory.compare("maps/mp"_L1, Qt::CaseInsensitive) == 0;
     if (!holdsMaps || (!extension.isEmpty() && extension.compare("d3dbsp"_L1, Qt::CaseInsensitive) != 0))
         return text;

@@ -10,8 +10,9 @@
 
 [[nodiscard]] bool isKnownMap(const QString &map);
 
-/// The reply of "dir DIRECTORY EXTENSION": three lines of heading, then a file a line, in no order.
-[[nodiscard]] QString directoryListing(const QString &directory, const QString &extension);
+/// The reply of "dir DIRECTORY EXTENSION": two lines of heading and from `headLines` 3 on an empty one, then a file a
+/// line, in no order.
+[[nodiscard]] QString directoryListing(const QString &directory, const QString &extension, int headLines);
 
 /// The reply of "fdir PATTERN": a line of dashes, a file a line, those of the game's own folder with "/" in front, and
 /// the count. The pattern need only describe the beginning of a name.

@@ -177,6 +177,21 @@ private slots:
         QCOMPARE(game.execute(u"dir elsewhere x"_s).reply.count(u'\n'), 3);
     }
 
+    void aShorterHeadingLacksTheEmptyLine()
+    {
+        PracticeOptions options = emptyServer();
+        options.headLines = 2;
+        GameServer game(options);
+        GameServer usual(emptyServer());
+        const QStringList lines = game.execute(u"dir maps/mp d3dbsp"_s).reply.split(u'\n');
+        QStringList usualLines = usual.execute(u"dir maps/mp d3dbsp"_s).reply.split(u'\n');
+        QCOMPARE(usualLines.takeAt(2), QString());
+        QCOMPARE(lines, usualLines);
+        QCOMPARE(lines.at(2), u"mp_toujane.d3dbsp"_s);
+        QCOMPARE(game.execute(u"dir elsewhere x"_s).reply.count(u'\n'), 2);
+        QCOMPARE(game.execute(u"fdir *.cfg"_s).reply, usual.execute(u"fdir *.cfg"_s).reply);
+    }
+
     void theListOfFilesEndsWithItsCount()
     {
         GameServer game(emptyServer());

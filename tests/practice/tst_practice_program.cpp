@@ -70,6 +70,8 @@ private slots:
         QCOMPARE(arguments.options.lossPercent, 0);
         QCOMPARE(arguments.options.latencyMs, 0);
         QCOMPARE(arguments.options.mapLoadMs, 2000);
+        QCOMPARE(arguments.options.rate, PracticeOptions::Rate::Unlimited);
+        QCOMPARE(arguments.options.headLines, 3);
         QVERIFY(!arguments.options.reorder && !arguments.options.silent && !arguments.options.quirks);
         QCOMPARE(arguments.options.mod, QString());
     }
@@ -80,7 +82,8 @@ private slots:
             {u"p"_s,      u"--port"_s,    u"4000"_s,      u"--address"_s, u"127.0.0.2"_s,  u"--password"_s,
              u"pw"_s,     u"--players"_s, u"64"_s,        u"--seed"_s,    u"4294967295"_s, u"--datagram-size=40"_s,
              u"--loss"_s, u"100"_s,       u"--latency"_s, u"250"_s,       u"--map-load"_s, u"0"_s,
-             u"--mod"_s,  u"hob"_s,       u"--reorder"_s, u"--silent"_s,  u"--quirks"_s});
+             u"--mod"_s,  u"hob"_s,       u"--reorder"_s, u"--silent"_s,  u"--quirks"_s,   u"--head-lines"_s,
+             u"2"_s});
         QCOMPARE(arguments.fault, QString());
         QCOMPARE(arguments.port, 4000);
         QCOMPARE(arguments.address, QHostAddress(u"127.0.0.2"_s));
@@ -91,8 +94,19 @@ private slots:
         QCOMPARE(arguments.options.lossPercent, 100);
         QCOMPARE(arguments.options.latencyMs, 250);
         QCOMPARE(arguments.options.mapLoadMs, 0);
+        QCOMPARE(arguments.options.headLines, 2);
         QCOMPARE(arguments.options.mod, u"hob"_s);
         QVERIFY(arguments.options.reorder && arguments.options.silent && arguments.options.quirks);
+    }
+
+    void theRateIsOneOfTwo()
+    {
+        const auto rate = [](const QString &value) {
+            const PracticeArguments arguments = readPracticeArguments({u"p"_s, u"--rate"_s, value});
+            return arguments.fault.isEmpty() ? arguments.options.rate : PracticeOptions::Rate::Unlimited;
+        };
+        QCOMPARE(rate(u"500ms"_s), PracticeOptions::Rate::HalfSecond);
+        QCOMPARE(rate(u"burst"_s), PracticeOptions::Rate::Burst);
     }
 
     void aBadValueIsNamed_data()
@@ -111,6 +125,10 @@ private slots:
         row({u"--latency"_s, u""_s}, u"--latency takes a whole number from 0 to 60000, not \"\"."_s);
         row({u"--datagram-size"_s, u"0"_s}, u"--datagram-size takes a whole number from 1 to 8000, not \"0\"."_s);
         row({u"--datagram-size"_s, u"8001"_s}, u"--datagram-size takes a whole number from 1 to 8000, not \"8001\"."_s);
+        row({u"--rate"_s, u"500"_s}, u"--rate takes \"500ms\" or \"burst\", not \"500\"."_s);
+        row({u"--rate"_s, u""_s}, u"--rate takes \"500ms\" or \"burst\", not \"\"."_s);
+        row({u"--head-lines"_s, u"1"_s}, u"--head-lines takes a whole number from 2 to 3, not \"1\"."_s);
+        row({u"--head-lines"_s, u"4"_s}, u"--head-lines takes a whole number from 2 to 3, not \"4\"."_s);
         row({u"--mod"_s, u"other"_s}, u"--mod takes \"hob\", not \"other\"."_s);
         row({u"--address"_s, u"nowhere"_s}, u"--address takes a numeric address of this machine, not \"nowhere\"."_s);
         row({u"--password"_s, u"a b"_s}, u"--password takes one word: a blank ends the password in a request."_s);
@@ -134,9 +152,10 @@ private slots:
         const Outcome outcome = run({u"--help"_s});
         QCOMPARE(outcome.status, 0);
         QCOMPARE(outcome.errors, QString());
-        for (const auto &option : {u"--port"_s, u"--address"_s, u"--password"_s, u"--players"_s, u"--seed"_s,
-                                   u"--datagram-size"_s, u"--loss"_s, u"--latency"_s, u"--reorder"_s, u"--silent"_s,
-                                   u"--quirks"_s, u"--mod"_s, u"--help"_s, u"--version"_s})
+        for (const auto &option :
+             {u"--port"_s, u"--address"_s, u"--password"_s, u"--players"_s, u"--seed"_s, u"--datagram-size"_s,
+              u"--loss"_s, u"--latency"_s, u"--reorder"_s, u"--silent"_s, u"--quirks"_s, u"--mod"_s, u"--rate"_s,
+              u"--head-lines"_s, u"--help"_s, u"--version"_s})
             QVERIFY2(outcome.output.contains(option), qPrintable(option));
     }
 
@@ -147,7 +166,8 @@ private slots:
              {u"takes any free one (28960)."_s, u"to listen on (127.0.0.1)."_s, u"rcon password (practice)."_s,
               u"on the server, 0 to 64 (12)."_s, u"players and losses (1)."_s, u"datagram, 1 to 8000 (1000)."_s,
               u"each way, 0 to 100 (0)."_s, u"reply leaves, 0 to 60000 (0)."_s, u"map loads, 0 to 60000 (2000)."_s,
-              u"Run a mod; \"hob\" is the only one."_s})
+              u"\"500ms\" hears one rcon command in that time, \"burst\" ten requests"_s,
+              u"\"dir\" lists, 2 to 3 (3)."_s, u"Run a mod; \"hob\" is the only one."_s})
             QVERIFY2(help.contains(text), qPrintable(text));
     }
 
@@ -190,6 +210,23 @@ private slots:
         QCOMPARE(outcome.status, 1);
         QVERIFY2(outcome.errors.contains(u"port "_s + port), qPrintable(outcome.errors));
         QCOMPARE(outcome.errors.count(u'\n'), 1);
+    }
+
+    void itDropsWhatComesTooFastWhenTold()
+    {
+        QProcess process;
+        process.start(program, {u"--port"_s, u"0"_s, u"--rate"_s, u"burst"_s});
+        QTRY_VERIFY(process.canReadLine());
+        PracticeClient client(portIn(QString::fromLocal8Bit(process.readLine())));
+        QString log;
+        for (int turn = 0; turn < 100 && !log.contains(u"not answered: too soon after others"_s); ++turn) {
+            client.send("\xFF\xFF\xFF\xFFgetstatus");
+            QTRY_VERIFY(process.canReadLine());
+            log += QString::fromLocal8Bit(process.readAllStandardOutput());
+        }
+        QVERIFY2(log.contains(u"not answered: too soon after others"_s), qPrintable(log));
+        stop(process);
+        QTRY_COMPARE(process.state(), QProcess::NotRunning);
     }
 
     // One process each: here the socket's notifications come late at times, which must not leave the server deaf.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "base/wire_text.h"
 #include "practice/practice_server.h"
+#include "practice/rate_limit.h"
 #include "practice_client.h"
 #include "test_class.h"
 
@@ -8,13 +9,17 @@
 #include <QRegularExpression>
 #include <QSignalSpy>
 
+#include <chrono>
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
 const QByteArray printHeader("\xFF\xFF\xFF\xFFprint\n");
+const QByteArray sayHello("\xFF\xFF\xFF\xFFrcon practice say hello");
+const QByteArray getStatus("\xFF\xFF\xFF\xFFgetstatus");
 
 } // namespace
 
@@ -23,12 +28,35 @@ class PracticeServerTest final : public QObject {
 
     std::unique_ptr<PracticeServer> server;
     std::unique_ptr<PracticeClient> client;
+    std::chrono::milliseconds now{};
 
     void start(const PracticeOptions &options)
     {
         server = std::make_unique<PracticeServer>(options);
         QVERIFY2(server->listen(), qPrintable(server->errorString()));
         client = std::make_unique<PracticeClient>(server->port());
+    }
+
+    // A server whose time is `now`.
+    void startWithLimit(PracticeOptions::Rate rate)
+    {
+        PracticeOptions options;
+        options.mapLoadMs = 0;
+        options.rate = rate;
+        start(options);
+        now = 0ms;
+        server->setClock([this] { return now; });
+    }
+
+    // How many of `requests` the server answers.
+    qsizetype answered(const QList<QByteArray> &requests)
+    {
+        client->forget();
+        server->forgetRequests();
+        for (const QByteArray &request : requests)
+            client->send(request);
+        const bool allCame = QTest::qWaitFor([&] { return server->requests().size() == requests.size(); });
+        return allCame ? client->count() : -1;
     }
 
     // The next reply to a plain request, which shows that nothing else is on its way.
@@ -261,17 +289,90 @@ private slots:
         QVERIFY(clock.elapsed() >= 59);
     }
 
-    void nothingIsHeardWhileAMapLoads()
+    void whatComesWhileAMapLoadsIsAnsweredAfterwards()
+    {
+        PracticeClient other(server->port());
+        server->setMapLoad(200);
+        client->rcon("map mp_decoy");
+        client->rcon("set turn 1");
+        client->rcon("turn");
+        client->rcon("say hello", "wrong");
+        client->send("\xFF\xFF\xFF\xFFgetstatus");
+        other.rcon("say hello");
+        QTRY_COMPARE(server->requests().size(), 6);
+        QCOMPARE(client->count(), 0);
+        QCOMPARE(server->game().dvars().find(u"turn"_s), nullptr);
+        QTRY_COMPARE(client->count(), 5);
+        QVERIFY(client->datagrams().at(0).endsWith("Server: mp_decoy\n"));
+        QCOMPARE(client->datagrams().at(1), printHeader);
+        QVERIFY(client->datagrams().at(2).startsWith(printHeader + "\"turn\" is: \"1^7\""));
+        QCOMPARE(client->datagrams().at(3), printHeader + "Bad rconpassword.\n");
+        QVERIFY(client->datagrams().at(4).contains("\\mapname\\mp_decoy\\"));
+        QTRY_COMPARE(other.datagrams(), QList<QByteArray>({printHeader}));
+        QCOMPARE(server->requests().size(), 6);
+        verifyNothingElseComes();
+    }
+
+    void theLastTenThatCameWhileAMapLoadsAreKept()
+    {
+        QSignalSpy happened(server.get(), &PracticeServer::happened);
+        PracticeClient other(server->port());
+        server->setMapLoad(200);
+        client->rcon("map mp_decoy");
+        for (const char *command : {"set first 1", "set second 1", "set third 1"})
+            client->rcon(command);
+        for (int turn = 1; turn <= 9; ++turn)
+            other.rcon("set turn " + QByteArray::number(turn));
+        QTRY_COMPARE(server->requests().size(), 13);
+        QVERIFY(happened.last().first().toString().endsWith(u"too many came while a map is loading"_s));
+        QTRY_COMPARE(other.datagrams(), QList<QByteArray>(9, printHeader));
+        QCOMPARE(client->count(), 2); // the map and the third command
+        QCOMPARE(server->game().dvars().find(u"first"_s), nullptr);
+        QCOMPARE(server->game().dvars().find(u"second"_s), nullptr);
+        QCOMPARE(server->game().dvars().value(u"third"_s), u"1"_s);
+        QCOMPARE(server->game().dvars().number(u"turn"_s), 9);
+    }
+
+    void aMapAmongWhatWaitsKeepsTheRestWaiting()
+    {
+        server->setMapLoad(100);
+        client->rcon("map mp_decoy");
+        client->rcon("say hello");
+        client->rcon("map mp_carentan");
+        client->rcon("foo");
+        QTRY_COMPARE(client->count(), 4);
+        QVERIFY(client->datagrams().at(0).endsWith("Server: mp_decoy\n"));
+        QCOMPARE(client->datagrams().at(1), printHeader);
+        QVERIFY(client->datagrams().at(2).endsWith("Server: mp_carentan\n"));
+        QCOMPARE(client->datagrams().at(3), printHeader + "Unknown command \"foo\"\n");
+    }
+
+    void aSilentServerKeepsNothingForAfterTheMap()
     {
         server->setMapLoad(200);
         client->rcon("map mp_decoy");
-        client->rcon("say hello");
-        client->send("\xFF\xFF\xFF\xFFgetstatus");
-        QTRY_COMPARE(server->requests().size(), 3);
-        QCOMPARE(client->count(), 0);
+        QTRY_COMPARE(server->requests().size(), 1);
+        server->setSilent(true);
+        client->rcon("sv_hostname x");
+        QTRY_COMPARE(server->requests().size(), 2);
+        server->setSilent(false);
         QTRY_COMPARE(client->count(), 1);
-        QVERIFY(client->text().endsWith("Server: mp_decoy\n"));
         verifyNothingElseComes();
+        QCOMPARE(server->game().dvars().value(u"sv_hostname"_s), u"CoD2Host"_s);
+    }
+
+    void aClosedServerForgetsWhatWaits()
+    {
+        const quint16 port = server->port();
+        server->setMapLoad(200);
+        client->rcon("map mp_decoy");
+        client->rcon("sv_hostname x");
+        QTRY_COMPARE(server->requests().size(), 2);
+        server->close();
+        QVERIFY(server->listen(QHostAddress::LocalHost, port));
+        QTRY_COMPARE(client->count(), 1);
+        verifyNothingElseComes();
+        QCOMPARE(server->game().dvars().value(u"sv_hostname"_s), u"CoD2Host"_s);
     }
 
     void withoutALoadingTimeTheMapIsThereAtOnce()
@@ -281,6 +382,123 @@ private slots:
         client->forget();
         client->rcon("status");
         QTRY_VERIFY(client->text().startsWith("map: mp_carentan\n"));
+    }
+
+    void aServerWithoutLimitAnswersEverything()
+    {
+        startWithLimit(PracticeOptions::Rate::Unlimited);
+        QCOMPARE(answered(QList<QByteArray>(30, sayHello)), 30);
+    }
+
+    void oneRconRequestPassesInHalfASecond()
+    {
+        startWithLimit(PracticeOptions::Rate::HalfSecond);
+        QCOMPARE(answered({sayHello, sayHello}), 1);
+        now = 300ms;
+        QCOMPARE(answered({sayHello}), 0);
+        now = 499ms;
+        QCOMPARE(answered({sayHello}), 0);
+        now = 500ms; // the dropped ones did not start the time anew
+        QCOMPARE(answered({sayHello}), 1);
+        now = 999ms;
+        QCOMPARE(answered({sayHello}), 0);
+        now = 1000ms;
+        QCOMPARE(answered({sayHello}), 1);
+    }
+
+    void whoseRequestItIsDoesNotMatterToHalfASecond()
+    {
+        startWithLimit(PracticeOptions::Rate::HalfSecond);
+        PracticeClient stranger(server->port());
+        stranger.rcon("status", "wrong");
+        QTRY_COMPARE(stranger.text(), "Bad rconpassword.\n");
+        QCOMPARE(answered({sayHello}), 0);
+        now = 500ms;
+        QCOMPARE(answered({sayHello, "\xFF\xFF\xFF\xFFrcon wrong status"}), 1);
+        QCOMPARE(client->datagrams(), QList<QByteArray>({printHeader}));
+        RateLimit limit(PracticeOptions::Rate::HalfSecond);
+        QVERIFY(limit.admits(Request::Kind::Rcon, QHostAddress(u"192.0.2.1"_s), now));
+        QVERIFY(!limit.admits(Request::Kind::Rcon, QHostAddress(u"192.0.2.2"_s), now));
+    }
+
+    void statusQueriesPassInHalfASecond()
+    {
+        startWithLimit(PracticeOptions::Rate::HalfSecond);
+        QCOMPARE(answered({getStatus, sayHello, getStatus, getStatus, sayHello}), 4);
+        now = 499ms;
+        QCOMPARE(answered({getStatus, sayHello}), 1);
+        now = 500ms; // nor did the queries start it
+        QCOMPARE(answered({sayHello}), 1);
+    }
+
+    void aDroppedRequestDoesNothing()
+    {
+        startWithLimit(PracticeOptions::Rate::HalfSecond);
+        QSignalSpy happened(server.get(), &PracticeServer::happened);
+        QCOMPARE(answered({sayHello, "\xFF\xFF\xFF\xFFrcon practice sv_hostname x"}), 1);
+        QCOMPARE(server->game().dvars().value(u"sv_hostname"_s), u"CoD2Host"_s);
+        QCOMPARE(server->commands(), QList<QByteArray>({"say hello", "sv_hostname x"}));
+        const QString line = happened.last().first().toString();
+        QVERIFY2(line.endsWith(u": request of 31 bytes not answered: too soon after others"_s), qPrintable(line));
+    }
+
+    void aBurstOfTenPassesAndThenOneASecond()
+    {
+        startWithLimit(PracticeOptions::Rate::Burst);
+        QCOMPARE(answered(QList<QByteArray>(6, sayHello) + QList<QByteArray>(6, getStatus)), 10);
+        now = 999ms;
+        QCOMPARE(answered({sayHello, getStatus}), 0);
+        now = 1000ms;
+        QCOMPARE(answered({getStatus, sayHello}), 1);
+        now = 4500ms;
+        QCOMPARE(answered(QList<QByteArray>(5, sayHello)), 3);
+        now = 5000ms;
+        QCOMPARE(answered({sayHello, sayHello}), 1);
+        now = 1h;
+        QCOMPARE(answered(QList<QByteArray>(20, "\xFF\xFF\xFF\xFFrcon wrong status")), 10);
+    }
+
+    void aBurstIsCountedForEachAddress()
+    {
+        startWithLimit(PracticeOptions::Rate::Burst);
+        QCOMPARE(answered(QList<QByteArray>(10, getStatus)), 10);
+        client = std::make_unique<PracticeClient>(server->port()); // another port
+        QCOMPARE(answered({getStatus, sayHello}), 0);
+
+        RateLimit limit(PracticeOptions::Rate::Burst);
+        const QHostAddress first(u"192.0.2.1"_s);
+        const QHostAddress second(u"192.0.2.2"_s);
+        for (int turn = 0; turn < 10; ++turn) {
+            QVERIFY(limit.admits(Request::Kind::Rcon, first, 7s));
+            QVERIFY(limit.admits(Request::Kind::Status, second, 7s));
+        }
+        QVERIFY(!limit.admits(Request::Kind::Status, first, 7s));
+        QVERIFY(!limit.admits(Request::Kind::Rcon, second, 7s));
+        QVERIFY(limit.admits(Request::Kind::Rcon, first, 8s));
+        QVERIFY(!limit.admits(Request::Kind::Rcon, first, 8s));
+        QVERIFY(limit.admits(Request::Kind::Rcon, second, 8s));
+    }
+
+    void nonsenseCountsForNoLimit()
+    {
+        startWithLimit(PracticeOptions::Rate::Burst);
+        QCOMPARE(answered(QList<QByteArray>(20, "\xFF\xFF\xFF\xFFgetchallenge")), 0);
+        QCOMPARE(answered(QList<QByteArray>(11, sayHello)), 10);
+    }
+
+    void theLimitCountsWhatWaitedWhenItIsRead()
+    {
+        startWithLimit(PracticeOptions::Rate::HalfSecond);
+        server->setMapLoad(100);
+        client->rcon("map mp_decoy");
+        QTRY_COMPARE(server->requests().size(), 1);
+        client->send(sayHello);
+        client->rcon("foo");
+        QTRY_COMPARE(server->requests().size(), 3);
+        now = 2s;
+        QTRY_COMPARE(client->count(), 2); // the map and one of the two
+        QCOMPARE(client->datagrams().last(), printHeader);
+        QCOMPARE(answered({getStatus, sayHello}), 1);
     }
 
     void nastyNamesSurviveTheWire()

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "rate_limit.h"
+
+using namespace std::chrono_literals;
+
+bool RateLimit::admits(Request::Kind kind, const QHostAddress &address, std::chrono::milliseconds now)
+{
+    using Rate = PracticeOptions::Rate;
+    if (rate == Rate::HalfSecond && kind == Request::Kind::Rcon)
+        return admitsRcon(now);
+    if (rate == Rate::Burst && kind != Request::Kind::Unknown)
+        return admitsFrom(address, now);
+    return true;
+}
+
+bool RateLimit::admitsRcon(std::chrono::milliseconds now)
+{
+    if (lastRcon && now - *lastRcon < 500ms)
+        return false;
+    lastRcon = now;
+    return true;
+}
+
+// Each request costs a second, and an address may be ten ahead of time. Who owes nothing is forgotten: otherwise old
+// accounts would grow into credit, and the list with every stranger.
+bool RateLimit::admitsFrom(const QHostAddress &address, std::chrono::milliseconds now)
+{
+    paidUntil.removeIf([now](const auto &entry) { return entry.value() <= now; });
+    const std::chrono::milliseconds until = paidUntil.value(address, now) + 1s;
+    if (until - now > 10s)
+        return false;
+    paidUntil.insert(address, until);
+    return true;
+}
