@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/wire_text.h"
+
 #include <QObject>
 #include <QString>
 
@@ -18,7 +20,7 @@ class Exchange final : public QObject {
 
 public:
     Exchange(Session &session_, UDPClient &udpclient_, const ServerFields &fields_, Output &output_, Prompts &prompts_,
-             const Clock &clock_);
+             const Clock &clock_, CodePage codePage_ = {});
 
     /// Sends one console command, up to five times at three seconds' distance, until a reply datagram has come; its
     /// text is then in the session's `rconreply`. Shows a box when the link is closed, has no route or stays silent.
@@ -39,6 +41,7 @@ private:
     void UDPClient_DataArrival();
     [[nodiscard]] bool send(const QString &comm);
     void waitForReply();
+    void sendText(const QString &text);
     [[nodiscard]] QString receive();
     void tellTruncated();
 
@@ -48,6 +51,7 @@ private:
     Output &output;
     Prompts &prompts;
     const Clock &clock;
+    const CodePage codePage;
     int asked = 0;
     bool yieldingInArrival = false;
     bool truncationTold = false;

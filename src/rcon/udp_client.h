@@ -36,9 +36,9 @@ public:
     /// is looked up. Throws HostNotFound, AddressNotAvailable (the port is not 1 to 65535) or the system's error.
     void Bind();
     /// Sends one datagram. Throws NotConnected, NoRoute, DatagramTooLarge or the system's socket error.
-    virtual void SendData(const QString &text);
-    /// Takes the datagram that DataArrival announced. Throws DatagramTooLarge after `text` has got its first part.
-    void GetData(QString &text);
+    virtual void SendData(const QByteArray &bytes);
+    /// Takes the datagram that DataArrival announced. Throws DatagramTooLarge after `bytes` has got its first part.
+    void GetData(QByteArray &bytes);
     /// Closes the socket; a look-up that is going on ends without an address.
     void Close();
     /// True while the system still looks up a name, also one that nobody waits for any more.
