@@ -55,9 +55,21 @@ void examine(const StatusRow &row)
     require(!row.name.contains(u"  "_s) && row.name == trimBlanks(row.name), "a run of blanks counts as one");
 }
 
+/// The first field of the first line behind the head that has a blank behind one.
+QString firstField(const QString &reply)
+{
+    for (const QString &line : reply.split(u'\n').sliced(3)) {
+        const QString row = trimBlanks(line + u'|'); // without the blanks that begin it
+        if (const qsizetype blank = row.indexOf(u' '); blank > 0)
+            return row.first(blank);
+    }
+    return {};
+}
+
 void read(const QString &reply, qsizetype cut)
 {
     const QList<StatusRow> rows = rowsIn(reply);
+    require(rows.isEmpty() || rows.first().num == firstField(reply), "a row's first field is its slot number");
     require(rows.size() <= reply.count(u'\n'), "each row has a line");
     for (const StatusRow &row : rows)
         examine(row);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "controls.h"
 
-#include "fault.h"
 #include "numbers.h"
 
 #include <QGuiApplication>
@@ -58,10 +57,7 @@ QString CheckBox::value() const
 
 void CheckBox::setValue(const QString &value)
 {
-    const qint16 state = toInteger16(value);
-    if (state != 0 && state != 1)
-        throw Fault(Fault::InvalidPropertyValue);
-    setChecked(state == 1);
+    setChecked(toInteger16(value) != 0);
 }
 
 QString CheckBox::toolTipAt(QPoint place) const

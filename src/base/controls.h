@@ -27,7 +27,8 @@ public:
 
     /// The text by which the value is sent: of a check box 0 or 1.
     [[nodiscard]] virtual QString value() const = 0;
-    /// Shows `value`. Throws TypeMismatch, Overflow or InvalidPropertyValue when the control cannot take it.
+    /// Shows `value`. A check box takes a 16-bit whole number, of which all but 0 tick it, and throws TypeMismatch or
+    /// Overflow for anything else.
     virtual void setValue(const QString &value) = 0;
 
     QString tag;              ///< the variable's name

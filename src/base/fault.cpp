@@ -16,8 +16,6 @@ QString standardDescription(Fault::Number number)
         return u"Subscript out of range"_s;
     case Fault::TypeMismatch:
         return u"Type mismatch"_s;
-    case Fault::InvalidPropertyValue:
-        return u"Invalid property value"_s;
     case Fault::DatagramTooLarge:
         return u"Message too long"_s;
     case Fault::AddressNotAvailable:

@@ -14,7 +14,6 @@ public:
         Overflow = 6,
         OutOfRange = 9,
         TypeMismatch = 13,
-        InvalidPropertyValue = 380,  ///< a control cannot take the value
         DatagramTooLarge = 10040,    ///< a received datagram was larger than the buffer
         AddressNotAvailable = 10049, ///< an address or port that cannot be used
         NotConnected = 10057,        ///< the socket is closed

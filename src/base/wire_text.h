@@ -4,6 +4,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
 /// Text as 8-bit characters, as it goes on the wire and into files: the system's ANSI code page on Windows,
 /// Windows-1252 elsewhere. A character without a byte becomes "?".
 [[nodiscard]] QByteArray toAnsi(const QString &text);
@@ -11,6 +13,12 @@
 /// The text that `bytes` are in the same code page. Every byte value becomes a character of its own in Windows-1252,
 /// also the five that the code page leaves undefined.
 [[nodiscard]] QString fromAnsi(const QByteArray &bytes);
+
+/// How the text of a datagram becomes bytes, and bytes become text; by itself as above.
+struct CodePage final {
+    std::function<QByteArray(const QString &)> toBytes = toAnsi;
+    std::function<QString(const QByteArray &)> toText = fromAnsi;
+};
 
 /// `text` with every run of blanks (character 32) squeezed to one, in one pass.
 [[nodiscard]] QString squeezeBlanks(const QString &text);

@@ -25,8 +25,15 @@ qsizetype found(qsizetype index)
 /// Cuts one row into fields, from both ends, because the name in the middle may hold blanks itself.
 class RowCutter final {
 public:
-    /// Goes behind the blanks that begin a row. A row that begins in the first column loses its first field to this.
-    RowCutter(const QString &reply_, qsizetype start) : reply(reply_), left(behindBlanks(blankFrom(start))) {}
+    /// A row begins at its first character that is no blank: in the first column when the slot number has three digits,
+    /// and on servers that align it to the left.
+    RowCutter(const QString &reply_, qsizetype start) : reply(reply_), left(behindBlanks(start))
+    {
+        // A line that is empty or a single word is no row.
+        for (qsizetype lineFeed = reply.indexOf(u'\n', left); lineFeed >= 0 && lineFeed < blankFrom(left);
+             lineFeed = reply.indexOf(u'\n', left))
+            left = behindBlanks(lineFeed + 1);
+    }
 
     /// The next field from the left.
     QString takeLeft()

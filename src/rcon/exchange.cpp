@@ -5,7 +5,6 @@
 #include "base/fault.h"
 #include "base/focus.h"
 #include "base/numbers.h"
-#include "base/wire_text.h"
 #include "output/output.h"
 #include "server_fields.h"
 #include "session.h"
@@ -31,8 +30,14 @@ constexpr qsizetype largestReply = qsizetype{4} * 1024 * 1024;
 } // namespace
 
 Exchange::Exchange(Session &session_, UDPClient &udpclient_, const ServerFields &fields_, Output &output_,
-                   Prompts &prompts_, const Clock &clock_)
-    : session(session_), udpclient(udpclient_), fields(fields_), output(output_), prompts(prompts_), clock(clock_)
+                   Prompts &prompts_, const Clock &clock_, CodePage codePage_)
+    : session(session_),
+      udpclient(udpclient_),
+      fields(fields_),
+      output(output_),
+      prompts(prompts_),
+      clock(clock_),
+      codePage(std::move(codePage_))
 {
     connect(&udpclient, &UDPClient::DataArrival, this, &Exchange::UDPClient_DataArrival);
 }
@@ -81,7 +86,7 @@ bool Exchange::send(const QString &comm, BroughtBy by)
     }
     try {
         lastPassword = fields.password();
-        udpclient.SendData(session.rconheader + u"rcon "_s + lastPassword + u' ' + comm);
+        sendText(u"rcon "_s + lastPassword + u' ' + comm);
     } catch (const Fault &fault) {
         if (fault.number() == Fault::NoRoute) {
             session.rconnoroute = -1;
@@ -90,6 +95,11 @@ bool Exchange::send(const QString &comm, BroughtBy by)
         return false;
     }
     return true;
+}
+
+void Exchange::sendText(const QString &text)
+{
+    udpclient.SendData(session.rconheader + codePage.toBytes(text));
 }
 
 void Exchange::waitForReply()
@@ -101,7 +111,7 @@ void Exchange::waitForReply()
 void Exchange::sendquery(const QString &query)
 {
     ++asked;
-    udpclient.SendData(session.rconheader + query);
+    sendText(query);
     yield();
 }
 
@@ -122,7 +132,6 @@ void Exchange::yield()
 void Exchange::UDPClient_DataArrival()
 {
     QString text = receive();
-    text.remove(session.rconheader + u"print\n"_s);
     const qsizetype room = largestReply - session.rconreply.size();
     if (session.rconcollect) {
         session.rconreply += squeezeBlanks(text).left(room);
@@ -142,14 +151,14 @@ void Exchange::UDPClient_DataArrival()
 
 QString Exchange::receive()
 {
-    QString text;
+    QByteArray bytes;
     try {
-        udpclient.GetData(text);
+        udpclient.GetData(bytes);
     } catch (const Fault &fault) {
         if (fault.number() == Fault::DatagramTooLarge)
             tellTruncated();
     }
-    return text;
+    return codePage.toText(bytes.replace(session.rconheader + "print\n", ""));
 }
 
 void Exchange::tellTruncated()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/prompts.h"
+#include "base/wire_text.h"
 
 #include <QObject>
 #include <QString>
@@ -19,7 +20,7 @@ class Exchange final : public QObject {
 
 public:
     Exchange(Session &session_, UDPClient &udpclient_, const ServerFields &fields_, Output &output_, Prompts &prompts_,
-             const Clock &clock_);
+             const Clock &clock_, CodePage codePage_ = {});
 
     /// Sends one console command, up to five times at three seconds' distance, until a reply datagram has come; its
     /// text is then in the session's `rconreply`. Shows a box when the link is closed, has no route or stays silent.
@@ -42,6 +43,7 @@ private:
     void UDPClient_DataArrival();
     [[nodiscard]] bool send(const QString &comm, BroughtBy by);
     void waitForReply();
+    void sendText(const QString &text);
     [[nodiscard]] QString receive();
     void tellTruncated();
 
@@ -52,6 +54,7 @@ private:
     Prompts &prompts;
     const Clock &clock;
     QString lastPassword;
+    const CodePage codePage;
     int asked = 0;
     BroughtBy lastBy = BroughtBy::Person;
     bool yieldingInArrival = false;

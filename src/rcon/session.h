@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "base/wire_text.h"
 #include "settings/preferences.h"
 
+#include <QByteArray>
 #include <QString>
 
 /// The values that live for the whole run and that more than one room uses.
 struct Session {
-    /// Four characters of code 255: before every datagram sent, and at the head of every reply.
-    QString rconheader = fromAnsi(QByteArray(4, '\xFF'));
+    /// Four characters of code 255: before every datagram sent, and at the head of every reply. They stay bytes,
+    /// because not every code page has such a character, or has it in one byte.
+    QByteArray rconheader = QByteArray(4, '\xFF');
     /// The reply text since the last send, up to four million characters; grows also after the send has returned.
     QString rconreply;
     bool rconarrived = false;      ///< a datagram came since the last send

@@ -4,7 +4,6 @@
 #include "base/datagram_socket.h"
 #include "base/fault.h"
 #include "base/system_error.h"
-#include "base/wire_text.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -92,20 +91,19 @@ QHostAddress UDPClient::lookUp()
     return address;
 }
 
-void UDPClient::SendData(const QString &text)
+void UDPClient::SendData(const QByteArray &bytes)
 {
     if (!socket)
         throw Fault(Fault::NotConnected);
-    const QByteArray bytes = toAnsi(text);
     clearSystemError();
     if (socket->writeDatagram(bytes, remoteAddress, static_cast<quint16>(remotePort)) != bytes.size())
         throw Fault(lastSocketError(), socket->errorString());
 }
 
-void UDPClient::GetData(QString &text)
+void UDPClient::GetData(QByteArray &bytes)
 {
     const QByteArray datagram = std::exchange(arrived, {});
-    text = fromAnsi(datagram.first(std::min<qsizetype>(datagram.size(), bufferSize)));
+    bytes = datagram.first(std::min<qsizetype>(datagram.size(), bufferSize));
     if (datagram.size() > bufferSize)
         throw Fault(Fault::DatagramTooLarge);
 }

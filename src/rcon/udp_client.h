@@ -37,9 +37,9 @@ public:
     /// link has been begun meanwhile, or the system's error.
     void Bind();
     /// Sends one datagram. Throws NotConnected, NoRoute, DatagramTooLarge or the system's socket error.
-    virtual void SendData(const QString &text);
-    /// Takes the datagram that DataArrival announced. Throws DatagramTooLarge after `text` has got its first part.
-    void GetData(QString &text);
+    virtual void SendData(const QByteArray &bytes);
+    /// Takes the datagram that DataArrival announced. Throws DatagramTooLarge after `bytes` has got its first part.
+    void GetData(QByteArray &bytes);
     /// Closes the socket; a look-up that is going on ends without an address.
     void Close();
     /// Closes the socket and begins a new link, so that whoever still speaks over the old one has nothing more to say.

@@ -47,7 +47,7 @@ private slots:
         program.start();
         QCOMPARE(fields(program), QStringList({u"127.0.0.1"_s, u"28960"_s, u""_s}));
         QVERIFY(program.rows(u"lstservers"_s).isEmpty());
-        QCOMPARE(program.session.rconheader, QString(4, QChar(255)));
+        QCOMPARE(program.session.rconheader, QByteArray(4, '\xFF'));
         QVERIFY(!isConnected(program));
         QVERIFY2(!QFile::exists(u"molvark.ini"_s), "starting writes no settings");
     }

@@ -198,7 +198,8 @@ private slots:
         QTest::addColumn<QString>("state");
         for (const QString &value : {u"0"_s, u"00"_s, u"0.5"_s, u"-0.5"_s, u"0.4"_s, u"-0"_s})
             QTest::newRow(qPrintable(value)) << value << u"0"_s;
-        for (const QString &value : {u"1"_s, u" 1 "_s, u"+1"_s, u"0.6"_s, u"1.4"_s, u"1e0"_s})
+        for (const QString &value : {u"1"_s, u" 1 "_s, u"+1"_s, u"0.6"_s, u"1.4"_s, u"1e0"_s, u"1.5"_s, u"2"_s, u"-1"_s,
+                                     u"-0.6"_s, u"32767"_s, u"-32768"_s})
             QTest::newRow(qPrintable(value)) << value << u"1"_s;
     }
 
@@ -219,14 +220,12 @@ private slots:
     {
         QTest::addColumn<QString>("value");
         QTest::addColumn<int>("fault");
-        QTest::newRow("2") << u"2"_s << 380;
-        QTest::newRow("1.5") << u"1.5"_s << 380;
-        QTest::newRow("-1") << u"-1"_s << 380;
-        QTest::newRow("32767") << u"32767"_s << 380;
         QTest::newRow("abc") << u"abc"_s << 13;
         QTest::newRow("nothing") << u""_s << 13;
         QTest::newRow("true") << u"true"_s << 13;
+        QTest::newRow("2x") << u"2x"_s << 13;
         QTest::newRow("32768") << u"32768"_s << 6;
+        QTest::newRow("-32769") << u"-32769"_s << 6;
     }
 
     void aCheckBoxRefusesAnythingElse()

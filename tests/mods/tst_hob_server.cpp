@@ -166,6 +166,20 @@ private slots:
         QCOMPARE(percentages(), QStringList(4, nothing));
     }
 
+    void everyNumberButZeroTicksItsBox()
+    {
+        Hob hob;
+        for (const QByteArray &value : {"2"_ba, "-1"_ba, "1.5"_ba}) {
+            QByteArray reply = listing();
+            reply.replace("showObituary \"1\"", "showObituary \"" + value + '"');
+            reply.replace("announceSpawnCampers \"1\"", "announceSpawnCampers \"" + value + '"');
+            hob.server.answer("dvarlist scr_hob_*", {reply});
+            hob.click(u"cmdhobpop"_s);
+            QCOMPARE(ticked(), (QStringList{u"chkobi"_s, u"chkshot"_s, u"chkdw"_s, u"chkdb"_s, u"chkannouncespawn"_s}));
+            QCOMPARE(changed(), QStringList());
+        }
+    }
+
     void aSilentServerLeavesTheWindowUsable()
     {
         Hob hob;

@@ -83,6 +83,37 @@ private slots:
                 said.contains(u"] \x18"_s + QString::fromLatin1(command) + u"5\x18\r\n"_s));
     }
 
+    // Somebody else may be in the slot that stands in the row's second field, the score.
+    void aRowInTheFirstColumnIsAboutItsOwnSlot_data()
+    {
+        QTest::addColumn<int>("slot");
+        QTest::addColumn<QByteArray>("rows");
+        QTest::newRow("three digits") << 103
+                                      << "103     5   48 100103 Dan   50 10.0.0.103:28960 1103 25000\n"
+                                         "104     3   48 100104 Eve   50 10.0.0.104:28960 1104 25000\n"_ba;
+        QTest::newRow("aligned to the left") << 9
+                                             << "9   5     48   100009 Dan   50 10.0.0.9:28960 1009 25000\n"
+                                                "10  3     48   100010 Eve   50 10.0.0.10:28960 1010 25000\n"_ba;
+    }
+    void aRowInTheFirstColumnIsAboutItsOwnSlot()
+    {
+        QFETCH(int, slot);
+        QFETCH(QByteArray, rows);
+        PlayersTab tab;
+        const Player dan = somebody(slot, u"Dan"_s, 48, 5);
+        const Player eve = somebody(slot + 1, u"Eve"_s, 48, 3);
+        tab.put({ben, dan, eve});
+        tab.server.answer("status", {statusHeading + rows + '\n'});
+        tab.populate();
+        QCOMPARE(tab.grid(), (QList<QStringList>{cells(dan), cells(eve)}));
+
+        tab.server.forgetRequests();
+        tab.select(0);
+        tab.program.click(u"cmdplykick"_s);
+        QCOMPARE(tab.server.commands(), QList<QByteArray>{"clientkick " + QByteArray::number(slot)});
+        QVERIFY2(tab.server.game().players().at(5), "somebody else was kicked");
+    }
+
     void theLastPlayerLeavesAnEmptyList_data() { buttons(); }
     void theLastPlayerLeavesAnEmptyList()
     {

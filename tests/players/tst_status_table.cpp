@@ -30,6 +30,7 @@ private slots:
     void aTableWithoutRowsIsNone();
     void anEmptyLineEndsTheTable();
     void anEmptyLineBeforeTheFirstRowEndsNothing();
+    void aLineOfOneWordIsNoRow();
     void aRowThatLacksFieldsIsNeverPassed();
     void aRowBeyondPosition32767Overflows();
 };
@@ -55,8 +56,8 @@ void StatusTableTest::aRowIsCutIntoItsFields_data()
     row("somebody who goes", u" 1 0 ZMBI 9 Bob 50 1.2.3.4:5 6 7"_s, u"1|0|ZMBI|9|Bob|1.2.3.4:5|6|7"_s);
     row("a word for an address", u" 1 0 55 0 Bob 50 loopback -8045 7"_s, u"1|0|55|0|Bob|loopback|-8045|7"_s);
     row("a blank at the end of the line", u" 1 0 55 9 Bob 50 1.2.3.4:5 6 7 "_s, u"1|0|55|9|Bob 50|6|7|"_s);
-    row("a row in the first column", u"1 0 55 9 Big Bob 50 1.2.3.4:5 6 7"_s, u"0|55|9|Big|Bob|1.2.3.4:5|6|7"_s);
-    row("a one-word name in the first column", u"1 0 55 9 Bob 50 1.2.3.4:5 6 7"_s, u"0|55|9|Bob||1.2.3.4:5|6|7"_s);
+    row("a row in the first column", u"1 0 55 9 Big Bob 50 1.2.3.4:5 6 7"_s, u"1|0|55|9|Big Bob|1.2.3.4:5|6|7"_s);
+    row("a one-word name in the first column", u"1 0 55 9 Bob 50 1.2.3.4:5 6 7"_s, u"1|0|55|9|Bob|1.2.3.4:5|6|7"_s);
     row("an address that touches the port", u" 1 0 55 9 Big Bob^7 50 211.111.111.111:-1234554321 7"_s,
         u"1|0|55|9|Big|50|211.111.111.111:-1234554321|7"_s);
     row("a touching address and a one-word name", u" 1 0 55 9 Bob^7 50 211.111.111.111:-1234554321 7"_s,
@@ -133,6 +134,14 @@ void StatusTableTest::anEmptyLineEndsTheTable()
 void StatusTableTest::anEmptyLineBeforeTheFirstRowEndsNothing()
 {
     QCOMPARE(rowsIn(head + u'\n' + ordinary + u'\n'), QStringList{ordinaryRow});
+}
+
+void StatusTableTest::aLineOfOneWordIsNoRow()
+{
+    const QString inFirstColumn = u"100 0 55 9 Bob 50 1.2.3.4:5 6 7\n"_s;
+    const QStringList rows{ordinaryRow, u"100|0|55|9|Bob|1.2.3.4:5|6|7"_s, ordinaryRow};
+    QCOMPARE(rowsIn(head + u"word\n"_s + ordinary + u"word\n"_s + inFirstColumn + u"  word\n"_s + ordinary + u'\n'),
+             rows);
 }
 
 void StatusTableTest::aRowThatLacksFieldsIsNeverPassed()

@@ -112,7 +112,7 @@ void StatusTableArrivalTest::twoHundredPlayersWithLongNamesAreRead()
     QList<Player> players;
     for (int number = 0; number < 200; ++number) {
         Player player;
-        player.slot = number % 100; // with three digits a row would begin in the first column
+        player.slot = number; // with three digits a row begins in the first column
         player.score = number - 100;
         player.guid = QString::number(10'000'000 + number);
         player.name = u"^1%1 "_s.arg(number).leftJustified(32, u'W');

@@ -16,6 +16,7 @@
 #include <QCoreApplication>
 
 #include <functional>
+#include <utility>
 
 /// A clock that goes on by the same step at each reading, whatever the machine does meanwhile.
 class SteppingClock final : public Clock {
@@ -49,21 +50,22 @@ private:
 /// The socket with a hand on its sending: `beforeSend` may note what goes out, or throw.
 class WatchedClient final : public UDPClient {
 public:
-    void SendData(const QString &text) override
+    void SendData(const QByteArray &bytes) override
     {
-        sent.append(text);
+        sent.append(bytes);
         if (beforeSend)
             beforeSend();
-        UDPClient::SendData(text);
+        UDPClient::SendData(bytes);
     }
 
-    QStringList sent;
+    QList<QByteArray> sent;
     std::function<void()> beforeSend;
 };
 
 /// The exchange with a clock that is exact to a hundredth of a second, without the main window.
 struct Bench final {
-    explicit Bench(const QTime &start = QTime(12, 0), qint64 step = 10) : clock(start, step)
+    explicit Bench(const QTime &start = QTime(12, 0), qint64 step = 10, CodePage page = {})
+        : clock(start, step), codePage(std::move(page))
     {
         output.attach(txtoutput, lstmessages);
         fields.setPassword(QStringLiteral("practice"));
@@ -79,6 +81,7 @@ struct Bench final {
     [[nodiscard]] QString pane() const { return output.pane().text(); }
 
     SteppingClock clock;
+    CodePage codePage;
     ScriptedPrompts prompts;
     Session session;
     WatchedClient udpclient;
@@ -86,5 +89,5 @@ struct Bench final {
     RconPane txtoutput;
     MessageList lstmessages;
     Output output{prompts, clock};
-    Exchange exchange{session, udpclient, fields, output, prompts, clock};
+    Exchange exchange{session, udpclient, fields, output, prompts, clock, codePage};
 };

@@ -3,6 +3,8 @@
 #include "link.h"
 #include "window_test.h"
 
+#include <QStringConverter>
+
 using namespace Qt::StringLiterals;
 
 /// What goes out for one command, what the caller finds afterwards, and what the RCON pane shows of it.
@@ -41,6 +43,53 @@ private slots:
         Link link;
         link.exchange.sendinfo(u"say \u20AC \u00E9 \u2122 \u00FF \u0142 \u4E2D"_s);
         QCOMPARE(link.server.commands(), QList<QByteArray>{"say \x80 \xE9 \x99 \xFF ? ?"});
+    }
+
+    void headerCommandAndReplySurviveInEveryCodePage_data()
+    {
+        QTest::addColumn<QByteArray>("page");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("western") << "windows-1252"_ba << u"Gr\u00FC\u00DFe \u00FF\u00FF\u00FF\u00FF"_s;
+        QTest::newRow("cyrillic") << "windows-1251"_ba << u"\u043C\u0438\u0440 \u044F\u044F"_s;
+        QTest::newRow("japanese") << "windows-932"_ba << u"\u65E5\u672C\u8A9E \uFF76"_s;
+        QTest::newRow("for every language") << "UTF-8"_ba << u"\u00FF \u044F \u65E5 \U0001F600"_s;
+    }
+
+    // On Windows a person may have chosen any of them, also for the whole system.
+    void headerCommandAndReplySurviveInEveryCodePage()
+    {
+        QFETCH(QByteArray, page);
+        QFETCH(QString, text);
+        if (!QStringEncoder(page.constData()).isValid())
+            QSKIP("the Qt of this system does not have that code page");
+        const auto toBytes = [page](const QString &all) { return QByteArray(QStringEncoder(page.constData())(all)); };
+        const auto toText = [page](const QByteArray &all) { return QString(QStringDecoder(page.constData())(all)); };
+        const QByteArray bytes = toBytes(text);
+        QCOMPARE(toText(bytes), text);
+
+        PracticeServer server;
+        QVERIFY(server.listen());
+        server.answerRaw("say " + bytes, {printed(bytes) + printed(bytes)});
+        Bench bench(QTime(12, 0), 10, {toBytes, toText});
+        bench.open(server.port());
+        for (const bool collects : {false, true}) {
+            bench.session.rconcollect = collects;
+            server.forgetRequests();
+            bench.exchange.sendinfo(u"say "_s + text, true);
+            QCOMPARE(server.requests(), QList<QByteArray>{request("say " + bytes)});
+            QCOMPARE(bench.session.rconreply, text + text);
+        }
+        QCOMPARE(bench.pane(), text + text);
+
+        // In some code pages these bytes become the same characters as the header's; they are no header all the same.
+        const QByteArray noHeader = "\xFE\xFE\xFE\xFEprint\n";
+        server.answerRaw("players", {printed(noHeader)});
+        bench.exchange.sendinfo(u"players"_s, true);
+        QCOMPARE(bench.session.rconreply, toText(noHeader));
+
+        server.forgetRequests();
+        bench.exchange.sendquery(u"getstatus"_s);
+        QTRY_COMPARE(server.requests(), QList<QByteArray>{"\xFF\xFF\xFF\xFFgetstatus"});
     }
 
     void aServerThatAnswersAtOnceGetsOneDatagram()

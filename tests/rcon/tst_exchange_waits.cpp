@@ -172,7 +172,7 @@ private slots:
             bench.open(28960);
         bench.session.closing = true;
         bench.exchange.sendinfo(u"status"_s);
-        QCOMPARE(bench.udpclient.sent, QStringList());
+        QCOMPARE(bench.udpclient.sent, QList<QByteArray>());
         QCOMPARE(bench.prompts.takeBoxes(), QList<Box>());
     }
 };

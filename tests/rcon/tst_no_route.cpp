@@ -50,7 +50,7 @@ private slots:
         client.Bind();
         int number = 0;
         try {
-            client.SendData(u"hello"_s);
+            client.SendData("hello");
         } catch (const Fault &fault) {
             number = fault.number();
         }
