@@ -34,5 +34,8 @@ struct ServerSide {
     Output output{prompts, clock};
     Exchange exchange{session, udpclient, fields, output, prompts, clock};
     ServerLink link{session.rconcollect, session.rconbusy, udpclient, exchange};
+    struct Attached {
+        Attached(Output &output, RconPane &pane, MessageList &list) { output.attach(pane, list); }
+    } attached{output, txtoutput, lstmessages};
     Services services{session, fields, link, output, prompts, ini, clock};
 };

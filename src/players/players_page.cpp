@@ -80,19 +80,21 @@ void PlayersPage::cmdplypop_Click()
 
 bool PlayersPage::populate(BroughtBy by)
 {
+    const bool isByHand = isAskedByHand();
     const Reading scope(services, {.door = &populating,
-                                   .note = isAskedByHand() ? u"Asking server for player list..."_s : QString(),
+                                   .note = isByHand ? u"Asking server for player list..."_s : QString(),
                                    .holdsTimersOff = false,
                                    .by = by});
     if (!scope)
         return false;
+    tells = isByHand;
     players.clear();
     refresh.beginPopulate();
     try {
         if (ui->chkplyq->isChecked())
             reader.readQuery(scope, by);
         else
-            reader.readStatus(scope, by, [this] { return isAskedByHand(); });
+            reader.readStatus(scope, by, [this] { return tells; });
     } catch (const Fault &fault) {
         services.prompts.showFault(fault, by);
     }
@@ -147,6 +149,7 @@ void PlayersPage::chkautoupdate_Click()
         return;
     }
     offerActions(!wanted);
+    tells = tells && !wanted; // a list that is being read by hand becomes the one that is asked for here
     if (!wanted) {
         refresh.stop();
         return;

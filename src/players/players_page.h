@@ -64,5 +64,6 @@ private:
     PlayerReader reader;
     PlayerRefresh refresh;
     ReentrancyGuard::Door populating;
+    bool tells = false; ///< boxes say what is wrong with the list that is being read
     QStringList dismissals; ///< the commands that are under way, with their players
 };

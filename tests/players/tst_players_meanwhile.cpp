@@ -214,6 +214,36 @@ private slots:
         QCOMPARE(tab.column(1), QStringList{u"3"_s});
     }
 
+    // The list that is being read becomes the one that the tick asks for.
+    void tickingWhileAListIsReadByHandSilencesIt_data()
+    {
+        QTest::addColumn<QByteArray>("table");
+        QTest::newRow("cut short") << cutTable;
+        QTest::newRow("nobody there") << statusHeading + '\n';
+    }
+
+    void tickingWhileAListIsReadByHandSilencesIt()
+    {
+        QFETCH(QByteArray, table);
+        PlayersTab tab;
+        tab.server.answer("status", {table});
+        atRequest(tab.server, "status", [&] { tab.tickBox(u"chkautoupdate"_s); });
+        tab.populate();
+        QCOMPARE(tab.server.commands(), QList<QByteArray>{"status"});
+        QVERIFY(tab.program.prompts.takeBoxes().isEmpty());
+        QVERIFY(!tab.program.progress()->isVisible());
+        QVERIFY(tab.timer()->isActive());
+    }
+
+    void theExchangesOwnBoxComesAsEverWhenTicked()
+    {
+        PlayersTab tab;
+        tab.server.setSilent(true);
+        atRequest(tab.server, "status", [&] { tab.tickBox(u"chkautoupdate"_s); });
+        tab.populate();
+        QCOMPARE(tab.program.prompts.takeBoxes(), QList<Box>{noResponseBox()});
+    }
+
     // The time of day that the wait is for never comes; the next day's lists are read all the same.
     void aWaitAcrossMidnightDoesNotKeepTheNextDaysListsOut()
     {
@@ -263,17 +293,19 @@ private slots:
         QVERIFY(tab.program.messages().contains(u"Player Kicked >Ann<"_s));
     }
 
-    void aSecondKickOfTheSamePlayerIsNotSent_data()
+    void onlyTheSameCommandForTheSamePlayerIsOneClickTooMany_data()
     {
         QTest::addColumn<QString>("button");
-        QTest::newRow("kick") << u"cmdplykick"_s;
-        QTest::newRow("ban") << u"cmdplyban"_s;
-        QTest::newRow("temporary ban") << u"cmdtempban"_s;
+        QTest::addColumn<QList<QByteArray>>("commands");
+        QTest::newRow("kick") << u"cmdplykick"_s << QList<QByteArray>{"clientkick 3"};
+        QTest::newRow("ban") << u"cmdplyban"_s << QList<QByteArray>{"clientkick 3", "banclient 3"};
+        QTest::newRow("temporary ban") << u"cmdtempban"_s << QList<QByteArray>{"clientkick 3", "tempbanclient 3"};
     }
 
-    void aSecondKickOfTheSamePlayerIsNotSent()
+    void onlyTheSameCommandForTheSamePlayerIsOneClickTooMany()
     {
         QFETCH(QString, button);
+        QFETCH(QList<QByteArray>, commands);
         PlayersTab tab;
         tab.put({somebody(3, u"Ann"_s), somebody(5, u"Ben"_s)});
         tab.populate();
@@ -281,7 +313,7 @@ private slots:
         tab.server.forgetRequests();
         atRequest(tab.server, "clientkick 3", [&] { tab.program.click(button); });
         tab.program.click(u"cmdplykick"_s);
-        QCOMPARE(tab.server.commands(), QList<QByteArray>{"clientkick 3"});
+        QCOMPARE(tab.server.commands(), commands);
         QCOMPARE(tab.column(1), QStringList{u"5"_s});
         QVERIFY(tab.program.prompts.takeBoxes().isEmpty());
     }

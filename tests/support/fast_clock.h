@@ -16,7 +16,6 @@ public:
 
     [[nodiscard]] QDateTime now() const override
     {
-        constexpr qint64 longestStep = 20;
         // The elapsed time is counted in whole microseconds, so that quick readings lose none of it.
         const qint64 real = sinceReading.nsecsElapsed() / 1000;
         sinceReading.restart();
@@ -35,7 +34,8 @@ public:
         sinceReading.restart();
     }
 
-    int speed = 2000; ///< times the real one
+    int speed = 2000;        ///< times the real one
+    qint64 longestStep = 20; ///< milliseconds between two readings
 
 private:
     QDateTime start{QDate(2006, 3, 5), QTime(12, 0)};

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#include "player_grid.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int manyTicks = 2000;
+
+/// How deep the stack is here, in bytes from wherever it began.
+quintptr stackDepth()
+{
+    const char here = 0;
+    return ~reinterpret_cast<quintptr>(&here);
+}
+
+} // namespace
+
+/// The refresh while the server is away and nobody is there to answer a box.
+class OutageTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { failOnWarnings(); }
+
+    void theListIsRightWhenTheServerComesBackAlthoughNobodyClicked_data()
+    {
+        QTest::addColumn<bool>("queryMode");
+        QTest::newRow("status table") << false;
+        QTest::newRow("Query Mode") << true;
+    }
+
+    void theListIsRightWhenTheServerComesBackAlthoughNobodyClicked()
+    {
+        QFETCH(bool, queryMode);
+        PlayersTab tab;
+        tab.put({somebody(3, u"Ann"_s), somebody(5, u"Ben"_s)});
+        tab.tickBox(u"chkplyq"_s, queryMode);
+        tab.tickBox(u"chkautoupdate"_s);
+        QCOMPARE(tab.grid().size(), 2);
+        tab.server.setSilent(true);
+        tab.program.clock.longestStep = 500;
+        QList<QStringList> listed;
+        qsizetype mostOpen = 0;
+        quintptr firstDepth = 0;
+        quintptr mostDepth = 0;
+        connect(&tab.server, &PracticeServer::requested, this, [&] { mostDepth = std::max(mostDepth, stackDepth()); });
+        tab.program.prompts.whileOpen = [&] {
+            for (int tick = 0; tick < manyTicks; ++tick) {
+                tab.tick();
+                mostOpen = std::max(mostOpen, tab.program.prompts.openCount());
+                if (tick == 0)
+                    firstDepth = mostDepth;
+            }
+            tab.server.setSilent(false);
+            tab.server.game().players().remove(3);
+            tab.server.forgetRequests();
+            tab.tick();
+            listed = tab.grid();
+        };
+        tab.tick();
+        QCOMPARE(tab.program.prompts.takeBoxes().size(), 1);
+        QCOMPARE(mostOpen, 1);
+        QVERIFY2(mostDepth < firstDepth + 4096, "the stack grows with each tick");
+        QCOMPARE(tab.server.requests().size(), 1);
+        QCOMPARE(listed.size(), 1);
+        QCOMPARE(listed.first().at(3), u"Ben"_s);
+        QCOMPARE(tab.grid(), listed); // also when somebody comes and answers the box
+        QVERIFY(!tab.program.session.rconcollect);
+    }
+
+    void aTickIsLeftOutWhileAnotherListIsReallyWaitedFor()
+    {
+        PlayersTab tab;
+        tab.put({somebody(3, u"Ann"_s)});
+        tab.tickBox(u"chkautoupdate"_s);
+        tab.server.forgetRequests();
+        atRequest(tab.server, "status", [&] { tab.tick(); });
+        tab.tick();
+        QCOMPARE(tab.server.commands(), QList<QByteArray>{"status"});
+        QCOMPARE(tab.grid().size(), 1);
+    }
+
+    void aBoxThatTheTickFoundOpenIsNotBroughtTwice()
+    {
+        PlayersTab tab;
+        tab.tickBox(u"chkautoupdate"_s);
+        tab.server.setSilent(true);
+        int ticks = 0;
+        tab.program.prompts.whileOpen = [&] {
+            if (++ticks == 1)
+                tab.tick();
+        };
+        tab.program.click(u"cmdstatus"_s); // the same box, for a command of the person
+        QCOMPARE(tab.program.prompts.takeBoxes(), QList<Box>{noResponseBox()});
+        QCOMPARE(ticks, 1);
+        tab.tick();
+        QCOMPARE(tab.program.prompts.takeBoxes(), QList<Box>{noResponseBox()}); // a new one when that is closed
+    }
+
+    void aKickHeldUpByItsBoxIsNotGoneOnWithLater()
+    {
+        PlayersTab tab("autokick999=1\r\nautokick999int=2\r\n");
+        tab.put({somebody(3, u"Ann"_s, 999), somebody(5, u"Ben"_s, 999)});
+        tab.tickBox(u"chkautoupdate"_s);
+        tab.server.answer("clientkick 3", {}); // no reply
+        tab.program.prompts.whileOpen = [&] {
+            tab.server.game().players().remove(3);
+            tab.server.game().players().remove(5);
+            tab.put({somebody(5, u"Innocent"_s)});
+            tab.tick();
+            tab.server.forgetRequests();
+        };
+        tab.tick();
+        QCOMPARE(tab.program.prompts.takeBoxes(), QList<Box>{noResponseBox()});
+        QCOMPARE(tab.server.commands(), QList<QByteArray>());
+        QVERIFY(tab.server.game().players().at(5));
+    }
+};
+
+WINDOW_TEST(OutageTest)
+#include "tst_outage.moc"
