@@ -64,6 +64,7 @@ void fuzz(const QByteArray &input)
     for (const QString &placeholder : {u"%IP%"_s, u"%SN%"_s, u"%FF%"_s})
         fill(lines.first(), placeholder, lines.value(1));
     tellMode(lines.first(), lines.value(1));
+    require(faultOf([&] { (void)minutesOf(lines.first()); }) == 0, "whatever is typed, a minute passes without a box");
     walk(lines);
     count(static_cast<int>(input.size() % longestInterval) + 1);
 }

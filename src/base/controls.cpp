@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 #include <QStyleOptionButton>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
@@ -31,6 +32,26 @@ public:
         return Acceptable;
     }
 };
+
+QAbstractSlider::SliderAction opposite(QAbstractSlider::SliderAction action)
+{
+    switch (action) {
+    case QAbstractSlider::SliderSingleStepAdd:
+        return QAbstractSlider::SliderSingleStepSub;
+    case QAbstractSlider::SliderSingleStepSub:
+        return QAbstractSlider::SliderSingleStepAdd;
+    case QAbstractSlider::SliderPageStepAdd:
+        return QAbstractSlider::SliderPageStepSub;
+    case QAbstractSlider::SliderPageStepSub:
+        return QAbstractSlider::SliderPageStepAdd;
+    case QAbstractSlider::SliderToMinimum:
+        return QAbstractSlider::SliderToMaximum;
+    case QAbstractSlider::SliderToMaximum:
+        return QAbstractSlider::SliderToMinimum;
+    default:
+        return action;
+    }
+}
 
 } // namespace
 
@@ -140,6 +161,64 @@ void ComboBox::wheelEvent(QWheelEvent *event)
 {
     if (!isLocked())
         QComboBox::wheelEvent(event);
+}
+
+// Qt has one property for the end from which the slider is drawn, and one for the wheel and the keys, but none for the
+// mouse: the lower arrow, the groove below the slider and the lower entries of the menu lead to more.
+RisingScrollBar::RisingScrollBar(QWidget *parent) : QScrollBar(Qt::Vertical, parent)
+{
+    setInvertedAppearance(true);
+    setInvertedControls(false);
+    connect(this, &QAbstractSlider::actionTriggered, this, &RisingScrollBar::turn);
+}
+
+void RisingScrollBar::mousePressEvent(QMouseEvent *event)
+{
+    turnedRound([&] { QScrollBar::mousePressEvent(event); });
+}
+
+void RisingScrollBar::mouseMoveEvent(QMouseEvent *event)
+{
+    turnedRound([&] { QScrollBar::mouseMoveEvent(event); });
+}
+
+void RisingScrollBar::contextMenuEvent(QContextMenuEvent *event)
+{
+    turnedRound([&] { QScrollBar::contextMenuEvent(event); });
+}
+
+void RisingScrollBar::turnedRound(const std::function<void()> &handle)
+{
+    const SliderAction before = repeatAction();
+    {
+        const QScopedValueRollback turning(turns, true);
+        handle();
+    }
+    // What an arrow or the groove goes on doing while it is held.
+    if (const SliderAction after = repeatAction(); after != before)
+        setRepeatAction(opposite(after));
+}
+
+void RisingScrollBar::turn(int action)
+{
+    if (!turns)
+        return;
+    switch (opposite(static_cast<SliderAction>(action))) {
+    case SliderSingleStepAdd:
+        return setSliderPosition(value() + singleStep());
+    case SliderSingleStepSub:
+        return setSliderPosition(value() - singleStep());
+    case SliderPageStepAdd:
+        return setSliderPosition(value() + pageStep());
+    case SliderPageStepSub:
+        return setSliderPosition(value() - pageStep());
+    case SliderToMinimum:
+        return setSliderPosition(minimum());
+    case SliderToMaximum:
+        return setSliderPosition(maximum());
+    default:
+        return;
+    }
 }
 
 ClickLabel::ClickLabel(QWidget *parent) : QLabel(parent)

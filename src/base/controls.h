@@ -6,6 +6,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
+
+#include <functional>
 
 /// A push button that carries a text of its own for the program's use.
 class Button final : public QPushButton {
@@ -93,6 +96,25 @@ public:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+};
+
+/// A scroll bar with its largest value at the top: up is more, by whatever means it is moved.
+class RisingScrollBar final : public QScrollBar {
+    Q_OBJECT
+
+public:
+    explicit RisingScrollBar(QWidget *parent = nullptr);
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+
+private:
+    void turnedRound(const std::function<void()> &handle);
+    void turn(int action);
+
+    bool turns = false;
 };
 
 /// A label that can be clicked, or pressed with the space bar when it has the focus.

@@ -33,6 +33,17 @@ std::optional<QString> MessageCycle::next(const QStringList &positions)
     }
 }
 
+double minutesOf(const QString &interval)
+{
+    if (isNumeric(interval))
+        return toNumber(interval);
+    try {
+        return leadingNumber(interval);
+    } catch (const Fault &) {
+        return 0; // no cycle counts that far, and nobody asked for a box every minute
+    }
+}
+
 bool hasPlaceholder(const QString &message, const QString &placeholder)
 {
     return message.contains(placeholder, Qt::CaseInsensitive);

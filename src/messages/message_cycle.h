@@ -27,6 +27,10 @@ private:
     qsizetype cyclenext = 0;
 };
 
+/// The minutes that a typed interval stands for: "3 min" is 3. What does not begin with a number is 0, and so is one
+/// that is beyond 16 bits with something behind it: neither comes round.
+[[nodiscard]] double minutesOf(const QString &interval);
+
 /// Whether `message` holds the placeholder, in any letter case.
 [[nodiscard]] bool hasPlaceholder(const QString &message, const QString &placeholder);
 

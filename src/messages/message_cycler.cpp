@@ -3,7 +3,6 @@
 
 #include "base/fault.h"
 #include "base/focus.h"
-#include "base/numbers.h"
 #include "base/prompts.h"
 #include "message_sets.h"
 #include "rcon/conversation.h"
@@ -74,7 +73,7 @@ void MessageCycler::tmrmessage_Timer()
             services.prompts.inform(u"Please connect to server first"_s, u"Not Connected"_s, BroughtBy::Tick);
         return;
     }
-    if (cycle.minutePassed(isNumeric(interval) ? toNumber(interval) : 0) && !services.session.rconbusy)
+    if (cycle.minutePassed(minutesOf(interval)) && !services.session.rconbusy)
         sayNext(tick);
 }
 

@@ -25,7 +25,7 @@ public:
     void stop();
     [[nodiscard]] bool isRunning() const { return tmrmessage.isActive(); }
 
-    /// The minutes between two messages as typed; what is no number never comes round.
+    /// The minutes between two messages as typed; what does not begin with a number never comes round.
     void setInterval(const QString &text) { interval = text; }
     /// The next minute sends.
     void sendNext() { cycle.sendNext(); }

@@ -65,6 +65,37 @@ private slots:
         QCOMPARE(due(cycle, 5, 6), (QList<int>{1, 6}));
     }
 
+    void anIntervalIsTheNumberThatItBeginsWith_data()
+    {
+        QTest::addColumn<QString>("interval");
+        QTest::addColumn<double>("minutes");
+        for (const auto &[interval, minutes] :
+             std::initializer_list<std::pair<QString, double>>{{u"3"_s, 3},
+                                                               {u"2.5"_s, 2.5},
+                                                               {u".5"_s, 0.5},
+                                                               {u" 1e1 "_s, 10},
+                                                               {u"-3"_s, -3},
+                                                               {u"99999"_s, 99'999},
+                                                               {u"3 min"_s, 3},
+                                                               {u" 3min"_s, 3},
+                                                               {u"10, or 11"_s, 10},
+                                                               {u"2.5 min"_s, 2},
+                                                               {u"32767 min"_s, 32'767},
+                                                               {u"32768 min"_s, 0},
+                                                               {u"min 3"_s, 0},
+                                                               {u"often"_s, 0},
+                                                               {u"."_s, 0},
+                                                               {QString(), 0}})
+            QTest::newRow(qPrintable(u'[' + interval + u']')) << interval << minutes;
+        QTest::newRow("a row of digits") << QString(400, u'9') + u'x' << 0.0;
+    }
+
+    void anIntervalIsTheNumberThatItBeginsWith()
+    {
+        QFETCH(QString, interval);
+        QTEST(minutesOf(interval), "minutes");
+    }
+
     void anIntervalThatWasPassedIsNotReachedAnyMore()
     {
         MessageCycle cycle;

@@ -175,6 +175,26 @@ private slots:
         QCOMPARE(cycler.saidIn(12), QStringList());
     }
 
+    void anIntervalWithAUnitIsRefusedAndStillCounts()
+    {
+        CyclerTab cycler({"first", "second"});
+        cycler.start();
+        QCOMPARE(cycler.saidIn(1), QStringList{u"1 first"_s});
+        cycler.setInterval(u"2 minutes"_s);
+        QCOMPARE(cycler.program().prompts.takeBoxes().size(), 1);
+        QCOMPARE(cycler.saidIn(5), (QStringList{u"2 second"_s, u"4 first"_s}));
+    }
+
+    void anIntervalWithoutEndDisturbsNobody()
+    {
+        CyclerTab cycler({"first"});
+        cycler.start();
+        QCOMPARE(cycler.saidIn(1), QStringList{u"1 first"_s});
+        cycler.program().setText(u"txtinterval"_s, u"99999999 min"_s);
+        QCOMPARE(cycler.saidIn(3), QStringList());
+        QCOMPARE(cycler.program().prompts.takeBoxes(), QList<Box>());
+    }
+
     // The message is not postponed: the minutes are counted anew.
     void whileASettingsPageReadsTheMessageIsLeftOut()
     {

@@ -3,6 +3,9 @@
 
 #include <QGroupBox>
 #include <QLabel>
+#include <QMenu>
+#include <QStyleOptionSlider>
+#include <QTimer>
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
@@ -13,6 +16,31 @@ namespace {
 QString refusal(const QString &weapons)
 {
     return weapons + u" allow Value should be a percentage between 0 and 100"_s;
+}
+
+/// The middle of a part of a scroll bar, as it is drawn.
+QPoint middleOf(QStyle::SubControl part, const QScrollBar &bar)
+{
+    QStyleOptionSlider option;
+    option.initFrom(&bar);
+    option.state &= ~QStyle::State_Horizontal;
+    option.orientation = bar.orientation();
+    option.minimum = bar.minimum();
+    option.maximum = bar.maximum();
+    option.sliderPosition = bar.sliderPosition();
+    option.sliderValue = bar.value();
+    option.singleStep = bar.singleStep();
+    option.pageStep = bar.pageStep();
+    option.upsideDown = bar.invertedAppearance();
+    return bar.style()->subControlRect(QStyle::CC_ScrollBar, &option, part, &bar).center();
+}
+
+void turnWheel(QScrollBar &bar, int by)
+{
+    const QPointF middle = QRectF(bar.rect()).center();
+    QWheelEvent turn(middle, bar.mapToGlobal(middle), {}, {0, by}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                     false);
+    QApplication::sendEvent(&bar, &turn);
 }
 
 } // namespace
@@ -181,12 +209,150 @@ private slots:
         QScrollBar *bar = Hob::bar(u"vsrifle"_s);
         QVERIFY(bar->invertedAppearance());
         bar->setValue(50);
-        const QPointF middle = QRectF(bar->rect()).center();
-        QWheelEvent up(middle, bar->mapToGlobal(middle), {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
-                       false);
-        QApplication::sendEvent(bar, &up);
+        turnWheel(*bar, 120);
         QVERIFY(bar->value() > 50);
         QCOMPARE(Hob::text(u"txtrifle"_s)->text(), QString::number(bar->value()));
+        turnWheel(*bar, -120);
+        QCOMPARE(bar->value(), 50);
+    }
+
+    void theArrowsAndTheGrooveLeadWhereTheyAre_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("bar");
+        QTest::newRow("rifle") << u"txtrifle"_s << u"vsrifle"_s;
+        QTest::newRow("support") << u"txtsup"_s << u"vssup"_s;
+        QTest::newRow("smg") << u"txtsmg"_s << u"vssmg"_s;
+        QTest::newRow("sniper") << u"txtsniper"_s << u"vssniper"_s;
+    }
+
+    void theArrowsAndTheGrooveLeadWhereTheyAre()
+    {
+        QFETCH(QString, box);
+        QFETCH(QString, bar);
+        const Hob hob(false);
+        QScrollBar *found = Hob::bar(bar);
+        const QPoint lower = middleOf(QStyle::SC_ScrollBarAddLine, *found);
+        const QPoint upper = middleOf(QStyle::SC_ScrollBarSubLine, *found);
+        found->setValue(40);
+        const QPoint below = middleOf(QStyle::SC_ScrollBarAddPage, *found);
+        const QPoint slider = middleOf(QStyle::SC_ScrollBarSlider, *found);
+        const QPoint above = middleOf(QStyle::SC_ScrollBarSubPage, *found);
+        QVERIFY(upper.y() < above.y() && above.y() < slider.y() && slider.y() < below.y() && below.y() < lower.y());
+        for (const auto &[place, start, end] : std::initializer_list<std::tuple<QPoint, int, int>>{
+                 {upper, 40, 41},
+                 {lower, 40, 39},
+                 {above, 40, 50},
+                 {below, 40, 30},
+                 {slider, 40, 40},
+                 {upper, 0, 1},
+                 {lower, 0, 0},
+                 {upper, 100, 100},
+                 {lower, 100, 99},
+             }) {
+            found->setValue(start);
+            QTest::mouseClick(found, Qt::LeftButton, {}, place);
+            QCOMPARE(found->value(), end);
+            QCOMPARE(Hob::text(box)->text(), QString::number(end));
+        }
+    }
+
+    void anArrowThatIsHeldGoesOn()
+    {
+        const Hob hob(false);
+        QScrollBar *bar = Hob::bar(u"vsrifle"_s);
+        const QPoint upper = middleOf(QStyle::SC_ScrollBarSubLine, *bar);
+        bar->setValue(10);
+        QTest::mousePress(bar, Qt::LeftButton, {}, upper);
+        QTRY_VERIFY(bar->value() >= 14);
+        QTest::mouseRelease(bar, Qt::LeftButton, {}, upper);
+
+        // The mouse leaves the arrow and comes back with the button still down.
+        const QPoint lower = middleOf(QStyle::SC_ScrollBarAddLine, *bar);
+        bar->setValue(50);
+        QTest::mousePress(bar, Qt::LeftButton, {}, lower);
+        for (const QPoint place : {lower + QPoint(200, 0), lower}) {
+            QMouseEvent move(QEvent::MouseMove, place, bar->mapToGlobal(place), Qt::NoButton, Qt::LeftButton, {});
+            QApplication::sendEvent(bar, &move);
+        }
+        QCOMPARE(bar->value(), 48);
+        QTRY_VERIFY(bar->value() <= 44);
+        QTest::mouseRelease(bar, Qt::LeftButton, {}, lower);
+    }
+
+    void theGrooveThatIsHeldLeadsToTheMouse()
+    {
+        const Hob hob(false);
+        QScrollBar *bar = Hob::bar(u"vsrifle"_s);
+        bar->setValue(80);
+        const QPoint there = middleOf(QStyle::SC_ScrollBarSlider, *bar);
+        bar->setValue(10);
+        QTest::mousePress(bar, Qt::LeftButton, {}, there);
+        QCOMPARE(bar->value(), 20);
+        QTRY_VERIFY(qAbs(bar->value() - 80) <= 5);
+        QTest::mouseRelease(bar, Qt::LeftButton, {}, there);
+    }
+
+    void theSliderFollowsTheMouse()
+    {
+        const Hob hob(false);
+        QScrollBar *bar = Hob::bar(u"vsrifle"_s);
+        bar->setValue(50);
+        const QPoint slider = middleOf(QStyle::SC_ScrollBarSlider, *bar);
+        QTest::mousePress(bar, Qt::LeftButton, {}, slider);
+        for (const int by : {-5, 5}) {
+            const QPoint place = slider + QPoint(0, by);
+            QMouseEvent move(QEvent::MouseMove, place, bar->mapToGlobal(place), Qt::NoButton, Qt::LeftButton, {});
+            QApplication::sendEvent(bar, &move);
+            QVERIFY(by < 0 ? bar->value() > 50 : bar->value() < 50);
+            QCOMPARE(Hob::text(u"txtrifle"_s)->text(), QString::number(bar->value()));
+        }
+        QTest::mouseRelease(bar, Qt::LeftButton, {}, slider);
+    }
+
+    void theKeysMoveTheSlider()
+    {
+        const Hob hob(false);
+        QScrollBar *bar = Hob::bar(u"vsrifle"_s);
+        for (const auto &[key, number] : std::initializer_list<std::pair<Qt::Key, int>>{{Qt::Key_Up, 51},
+                                                                                        {Qt::Key_Down, 49},
+                                                                                        {Qt::Key_PageUp, 60},
+                                                                                        {Qt::Key_PageDown, 40},
+                                                                                        {Qt::Key_Home, 0},
+                                                                                        {Qt::Key_End, 100}}) {
+            bar->setValue(50);
+            QTest::keyClick(bar, key);
+            QCOMPARE(bar->value(), number);
+        }
+    }
+
+    void theMenuOfAScrollBarLeadsWhereItSays()
+    {
+        const Hob hob(false);
+        QScrollBar *bar = Hob::bar(u"vsrifle"_s);
+        const auto choose = [bar](const QString &entry) {
+            QTimer::singleShot(0, bar, [entry] {
+                auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+                for (QAction *action : menu ? menu->actions() : QList<QAction *>()) {
+                    if (action->text() == entry)
+                        return QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+                }
+                qFatal("the menu has no such entry");
+            });
+            QContextMenuEvent asked(QContextMenuEvent::Mouse, bar->rect().center(),
+                                    bar->mapToGlobal(bar->rect().center()));
+            QApplication::sendEvent(bar, &asked);
+        };
+        for (const auto &[entry, number] : std::initializer_list<std::pair<QString, int>>{{u"Top"_s, 100},
+                                                                                          {u"Bottom"_s, 0},
+                                                                                          {u"Page up"_s, 60},
+                                                                                          {u"Page down"_s, 40},
+                                                                                          {u"Scroll up"_s, 51},
+                                                                                          {u"Scroll down"_s, 49}}) {
+            bar->setValue(50);
+            choose(entry);
+            QCOMPARE(bar->value(), number);
+        }
     }
 
     void aPercentageIsCheckedAtEveryChange_data()
