@@ -120,6 +120,7 @@ void MainWindow::buildPages()
 
 void MainWindow::wirePanels()
 {
+    connect(&connecting, &Connecting::beginning, this, &MainWindow::load);
     connect(savedServers, &SavedServersPanel::serverchosen, &services.fields, &ServerFields::set);
     connect(connectPanel, &ConnectPanel::passwordentered, consolePanel, &ConsolePanel::cmdsend_Click);
     connect(connectPanel, &ConnectPanel::modsitewanted, this, [] { openurl(WebAddress::hobMod); });
@@ -244,6 +245,18 @@ void MainWindow::Form_Load()
     Session &session = services.session;
     if (session.closing)
         return;
+    load();
+    if (session.options.autoconnect && !connecting.hasBegun())
+        autoConnect();
+    if (session.options.automessage && !session.closing)
+        messagesPage->autoStart();
+}
+
+// The person can be quicker than the start: connecting needs the pages and the preferences.
+void MainWindow::load()
+{
+    if (isLoaded())
+        return;
     buildPages();
     wirePages();
     orderTabs();
@@ -251,12 +264,8 @@ void MainWindow::Form_Load()
     savedServers->load(readSavedServers(ini));
     messagesPage->load(ini);
     messagePanel->load(ini);
-    session.options = loadPreferences(ini);
+    services.session.options = loadPreferences(ini);
     playersPage->showPreferences();
-    if (session.options.autoconnect)
-        autoConnect();
-    if (session.options.automessage && !session.closing)
-        messagesPage->autoStart();
 }
 
 void MainWindow::autoConnect()

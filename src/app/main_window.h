@@ -50,6 +50,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void load();
     void placePanels();
     void addTabs();
     void buildPages();

@@ -50,6 +50,11 @@ void Connecting::connectAtStart()
     toggle();
 }
 
+bool Connecting::hasBegun() const
+{
+    return attempt || services.session.connected;
+}
+
 void Connecting::closeLink()
 {
     services.link.udpclient.Close();
@@ -64,6 +69,7 @@ void Connecting::disconnectFromServer()
 
 void Connecting::connectToServer(const Attempt &wanted)
 {
+    emit beginning();
     services.output.showprogress({}, Progress::Replace);
     if (!formloading)
         clearOutput();

@@ -23,10 +23,14 @@ public:
     void toggle();
     /// Connects as start-up does it: clears no pane, shows no notes and not the reply to "status" either.
     void connectAtStart();
+    /// True while connected or connecting.
+    [[nodiscard]] bool hasBegun() const;
     /// Closes the link at the end of the run; nobody is told.
     void closeLink();
 
 signals:
+    /// It is about to connect.
+    void beginning();
     /// The password was accepted, or the server stayed silent.
     void connected();
     /// The variable listing with the map rotation has come.

@@ -237,6 +237,26 @@ private slots:
         QVERIFY(server.requests().isEmpty());
     }
 
+    // The window is there before the settings file has been read.
+    void whoConnectsAtOnceConnectsWithTheStoredPreferences()
+    {
+        PracticeServer server;
+        PracticeServer preferred;
+        QVERIFY(server.listen() && preferred.listen());
+        answerBriefly(server);
+        Program program(autoConnect(preferred) + "clearrconnew=0\r\n");
+        program.window.show();
+        program.output.addrcon(u"before\r\n"_s);
+        program.connectTo(server);
+        QVERIFY(isConnected(program));
+        QVERIFY(program.pane().startsWith(u"before\r\n"));
+        QCOMPARE(program.text(u"txtcurmaprot_0"_s), u"gametype sd map mp_decoy"_s);
+        program.window.Form_Load();
+        QVERIFY(isConnected(program));
+        QVERIFY(preferred.requests().isEmpty());
+        QCOMPARE(fields(program).at(1), QString::number(server.port()));
+    }
+
     void aWrongPasswordAtStartIsToldAndTheProgramStands()
     {
         PracticeServer server;

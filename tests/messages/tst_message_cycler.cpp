@@ -269,6 +269,58 @@ private slots:
         cycler.program().prompts.takeBoxes();
     }
 
+    // Nobody is there to answer the box.
+    void aMessageWhoseBoxIsOpenCountsAsSaidAndTheNextOnesAreSaid_data()
+    {
+        QTest::addColumn<QByteArray>("first");
+        QTest::addColumn<QByteArray>("silentTo");
+        QTest::newRow("while it is said") << QByteArray("first") << QByteArray(sayPrefix + "first");
+        QTest::newRow("while it asks") << QByteArray("%SN%") << QByteArray("dvarlist sv_hostname");
+    }
+
+    void aMessageWhoseBoxIsOpenCountsAsSaidAndTheNextOnesAreSaid()
+    {
+        QFETCH(QByteArray, first);
+        QFETCH(QByteArray, silentTo);
+        CyclerTab cycler({first, "second", "third"});
+        cycler.setInterval(u"2"_s);
+        cycler.start();
+        cycler.server.answer(silentTo, {});
+        QStringList said;
+        cycler.program().prompts.whileOpen = [&] { said = cycler.saidIn(5); };
+        cycler.tick();
+        QCOMPARE(cycler.program().prompts.takeBoxes(), QList<Box>{noResponseBox()});
+        QCOMPARE(said, QStringList({u"2 second"_s, u"4 third"_s}));
+        cycler.program().prompts.whileOpen = {};
+        cycler.server.answerAsUsual(silentTo);
+        cycler.server.forgetRequests();
+        QCOMPARE(cycler.server.commands(), QList<QByteArray>());
+    }
+
+    void anOutageBringsOneBoxHoweverManyMinutesItLasts()
+    {
+        CyclerTab cycler({"first", "second"});
+        cycler.setInterval(u"1"_s);
+        cycler.start();
+        cycler.server.setSilent(true);
+        cycler.program().clock.longestStep = 500;
+        cycler.program().prompts.whileOpen = [&] { (void)cycler.saidIn(200); };
+        cycler.tick();
+        QCOMPARE(cycler.program().prompts.takeBoxes(), QList<Box>{noResponseBox()});
+        cycler.server.setSilent(false);
+        QCOMPARE(cycler.saidIn(1).size(), 1);
+    }
+
+    void aWarningThatIsStillOpenIsNotBroughtAgain()
+    {
+        CyclerTab cycler({"first"});
+        cycler.start();
+        cycler.program().session.connected = false;
+        cycler.program().prompts.whileOpen = [&] { cycler.tick(); };
+        cycler.tick();
+        QCOMPARE(cycler.program().prompts.takeBoxes(), QList<Box>{noConnectionBox()});
+    }
+
     void aMinuteThatPassesDuringAMessageCountsForNothing()
     {
         CyclerTab cycler({"%SN%", "second"});

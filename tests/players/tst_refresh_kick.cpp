@@ -50,6 +50,49 @@ private slots:
         QCOMPARE(tickCommands(tab), noKick);
     }
 
+    // Whoever sits in that slot by then.
+    void switchedOffItKicksNobody()
+    {
+        PlayersTab tab("autokick999=1\r\nautokick999int=2\r\n");
+        tab.put({somebody(5, u"Ben"_s, hanging)});
+        tab.tickBox(u"chkautoupdate"_s);
+        atRequest(tab.server, "status", [&] { tab.program.session.options.autokick999 = false; });
+        QCOMPARE(tickCommands(tab), noKick);
+        for (int tick = 0; tick < 5; ++tick)
+            QCOMPARE(tickCommands(tab), noKick);
+        QVERIFY(tab.server.game().players().at(5));
+    }
+
+    void switchedOffWhileOneKickWaitsItEndsTheRest()
+    {
+        PlayersTab tab("autokick999=1\r\nautokick999int=2\r\n");
+        tab.put({somebody(5, u"Ben"_s, hanging), somebody(6, u"Cem"_s, hanging)});
+        tab.tickBox(u"chkautoupdate"_s);
+        atRequest(tab.server, "clientkick 5", [&] { tab.program.session.options.autokick999 = false; });
+        QCOMPARE(tickCommands(tab), (QList<QByteArray>{"status", "clientkick 5"}));
+        QVERIFY(tab.server.game().players().at(6));
+    }
+
+    void switchedOnAgainItWaitsUntilHeIsSeenAgain()
+    {
+        PlayersTab tab("autokick999=1\r\nautokick999int=3\r\n");
+        tab.put({somebody(5, u"Ben"_s, hanging)});
+        tab.tickBox(u"chkautoupdate"_s);
+        QCOMPARE(tickCommands(tab), noKick); // two hits
+        bool &isOn = tab.program.session.options.autokick999;
+        isOn = false;
+        QCOMPARE(tickCommands(tab), noKick);
+        tab.server.game().players().remove(5);
+        tab.put({somebody(5, u"Innocent"_s)});
+        atRequest(tab.server, "status", [&] { isOn = true; }); // in the middle of a populate
+        QCOMPARE(tickCommands(tab), noKick);
+        QCOMPARE(tickCommands(tab), noKick);
+        QVERIFY(tab.server.game().players().at(5));
+        tab.server.game().players().remove(5);
+        tab.put({somebody(5, u"Ben"_s, hanging)});
+        QCOMPARE(tickCommands(tab).first(), "status");
+    }
+
     void theCountIsAPreference_data()
     {
         QTest::addColumn<QByteArray>("preferences");

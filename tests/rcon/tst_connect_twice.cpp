@@ -110,6 +110,8 @@ private slots:
             at.fill(at.second, u"other"_s);
             at.program.click(u"cmdconnect"_s);
         });
+        QCOMPARE(at.program.prompts.takeBoxes().size(), 1); // that server refuses it
+        QVERIFY(!at.second.requests().isEmpty());
         for (const QByteArray &request : at.first.requests())
             QVERIFY(!request.contains("other"));
         for (const QByteArray &request : at.second.requests())
