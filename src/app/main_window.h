@@ -34,8 +34,8 @@ public:
     ~MainWindow() override;
 
 public slots:
-    /// Builds the pages behind the first, reads the settings file and, if the preferences say so, connects. To be
-    /// called once, soon after the window is shown. Yields to the event loop meanwhile.
+    /// Builds the pages behind the first, reads the settings file and, if the preferences say so and the person has not
+    /// begun to, connects. To be called once, soon after the window is shown. Yields to the event loop meanwhile.
     void Form_Load();
     /// Puts the server on the rules of the Clan Base league, for other windows. Only after `Form_Load`.
     void setclanbase();
