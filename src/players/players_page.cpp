@@ -6,6 +6,7 @@
 #include "base/fault.h"
 #include "base/prompts.h"
 #include "colour_codes.h"
+#include "dismissals.h"
 #include "getstatus_reply.h"
 #include "output/log_file.h"
 #include "player_csv.h"
@@ -22,19 +23,6 @@
 
 using namespace Qt::StringLiterals;
 
-/// One way to get rid of a player: its command and its texts.
-struct PlayersPage::Dismissal {
-    QLatin1StringView command;
-    QLatin1StringView select;     ///< when nobody is selected
-    QLatin1StringView refusal;    ///< in Query Mode
-    QLatin1StringView noteBefore; ///< around the name in the message list
-    QLatin1StringView noteBehind;
-    QLatin1StringView noteSection{}; ///< names of the last two steps, for the report of a fault
-    QLatin1StringView removalSection{};
-    QLatin1StringView failureTitle{}; ///< of that report; the general box reports when there is none
-    QLatin1StringView failure{};
-};
-
 PlayersPage::PlayersPage(Services &services_, QWidget *parent)
     : QWidget(parent),
       services(services_),
@@ -50,9 +38,9 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
 
     connect(ui->cmdplypop, &QPushButton::clicked, this, &PlayersPage::cmdplypop_Click);
     connect(ui->complayersort, &QComboBox::currentIndexChanged, this, &PlayersPage::complayersort_Click);
-    connect(ui->cmdplykick, &QPushButton::clicked, this, &PlayersPage::cmdplykick_Click);
-    connect(ui->cmdplyban, &QPushButton::clicked, this, &PlayersPage::cmdplyban_Click);
-    connect(ui->cmdtempban, &QPushButton::clicked, this, &PlayersPage::cmdtempban_Click);
+    connect(ui->cmdplykick, &QPushButton::clicked, this, [this] { dismiss(kick); });
+    connect(ui->cmdplyban, &QPushButton::clicked, this, [this] { dismiss(ban); });
+    connect(ui->cmdtempban, &QPushButton::clicked, this, [this] { dismiss(temporaryBan); });
     connect(ui->cmdplymessage, &QPushButton::clicked, this, &PlayersPage::cmdplymessage_Click);
     connect(ui->cmdsavenames, &QPushButton::clicked, this, &PlayersPage::cmdsavenames_Click);
     connect(ui->chkautoupdate, &QCheckBox::toggled, this, &PlayersPage::chkautoupdate_Click);
@@ -168,41 +156,6 @@ void PlayersPage::offerActions(bool on)
     for (QPushButton *button :
          {ui->cmdplypop, ui->cmdsavenames, ui->cmdplykick, ui->cmdplymessage, ui->cmdplyban, ui->cmdtempban})
         button->setEnabled(on);
-}
-
-void PlayersPage::cmdplykick_Click()
-{
-    dismiss({.command = "clientkick "_L1,
-             .select = "Select a player from the list to Kick first"_L1,
-             .refusal = "Only Kick with Rcon access, not in Query Mode"_L1,
-             .noteBefore = "Player Kicked >"_L1,
-             .noteBehind = "<"_L1});
-}
-
-void PlayersPage::cmdplyban_Click()
-{
-    dismiss({.command = "banclient "_L1,
-             .select = "Select a player from the list to Ban first"_L1,
-             .refusal = "Only Ban with Rcon access, not in Query Mode"_L1,
-             .noteBefore = "Player banned and kicked ["_L1,
-             .noteBehind = "]"_L1,
-             .noteSection = "Middle"_L1,
-             .removalSection = "Remove Grid"_L1,
-             .failureTitle = "BanUser Error"_L1,
-             .failure = "Error in BAN Routine"_L1});
-}
-
-void PlayersPage::cmdtempban_Click()
-{
-    dismiss({.command = "tempbanclient "_L1,
-             .select = "Select a player from the list to temporary Ban first"_L1,
-             .refusal = "Only Temp Ban with Rcon access, not in Query Mode"_L1,
-             .noteBefore = "Player temporary banned and kicked ["_L1,
-             .noteBehind = "]"_L1,
-             .noteSection = "Top"_L1,
-             .removalSection = "Grid remove"_L1,
-             .failureTitle = "TempBan Error"_L1,
-             .failure = "Error in TempBan Routines"_L1});
 }
 
 void PlayersPage::dismiss(const Dismissal &dismissal)

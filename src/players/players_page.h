@@ -10,6 +10,7 @@
 
 #include <memory>
 
+struct Dismissal;
 struct GetstatusRow;
 struct Services;
 struct StatusRow;
@@ -36,8 +37,6 @@ public slots:
     void endRefresh();
 
 private:
-    struct Dismissal;
-
     void cmdplypop_Click();
     /// False when it is being done already, nothing is connected, or it has been done anew meanwhile.
     bool populate(BroughtBy by);
@@ -47,9 +46,6 @@ private:
     void chkautoupdate_Click();
     void offerActions(bool on);
 
-    void cmdplykick_Click();
-    void cmdplyban_Click();
-    void cmdtempban_Click();
     void dismiss(const Dismissal &dismissal);
     void cmdplymessage_Click();
     void cmdsavenames_Click();
@@ -64,6 +60,6 @@ private:
     PlayerReader reader;
     PlayerRefresh refresh;
     ReentrancyGuard::Door populating;
-    bool tells = false; ///< boxes say what is wrong with the list that is being read
+    bool tells = false;     ///< boxes say what is wrong with the list that is being read
     QStringList dismissals; ///< the commands that are under way, with their players
 };
