@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "rate_limit.h"
 
-using namespace std::chrono_literals;
+namespace {
+
+constexpr std::chrono::milliseconds rconPause(500); // between two rcon packets of the whole server
+constexpr std::chrono::seconds requestCost(1);      // what a request costs its address
+constexpr std::chrono::seconds burstLength(10);
+
+} // namespace
 
 bool RateLimit::admits(Request::Kind kind, const QHostAddress &address, std::chrono::milliseconds now)
 {
@@ -15,7 +21,7 @@ bool RateLimit::admits(Request::Kind kind, const QHostAddress &address, std::chr
 
 bool RateLimit::admitsRcon(std::chrono::milliseconds now)
 {
-    if (lastRcon && now - *lastRcon < 500ms)
+    if (lastRcon && now - *lastRcon < rconPause)
         return false;
     lastRcon = now;
     return true;
@@ -26,8 +32,8 @@ bool RateLimit::admitsRcon(std::chrono::milliseconds now)
 bool RateLimit::admitsFrom(const QHostAddress &address, std::chrono::milliseconds now)
 {
     paidUntil.removeIf([now](const auto &entry) { return entry.value() <= now; });
-    const std::chrono::milliseconds until = paidUntil.value(address, now) + 1s;
-    if (until - now > 10s)
+    const std::chrono::milliseconds until = paidUntil.value(address, now) + requestCost;
+    if (until - now > burstLength)
         return false;
     paidUntil.insert(address, until);
     return true;
