@@ -33,7 +33,6 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QListWidget>
-#include <QScopedValueRollback>
 #include <QTabBar>
 #include <QTimer>
 #include <QVBoxLayout>

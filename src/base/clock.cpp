@@ -11,7 +11,8 @@ void Clock::rest(double seconds) const
 {
     QTimer alarm; // that it goes off is what ends the sleep
     alarm.setTimerType(Qt::PreciseTimer);
-    alarm.setSingleShot(true);
+    // A handler that waits inside this rest can take the alarm for itself: it goes off again.
+    QObject::connect(&alarm, &QTimer::timeout, &alarm, [&alarm] { alarm.setInterval(1000); });
     alarm.start(static_cast<int>(std::ceil(std::clamp(seconds, 0.0, 1.0) * 1000)));
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }

@@ -4,8 +4,8 @@
 #include <QDateTime>
 #include <QLocale>
 
-/// The time of day. The program asks nothing else what time it is and waits in no other way, so that tests can let it
-/// run faster.
+/// The time of day. The program asks nothing else what time it is, and the waits for the server rest here, so that
+/// tests can let them run faster.
 class Clock {
 public:
     Clock() = default;

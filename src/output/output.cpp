@@ -44,7 +44,7 @@ void Output::showprogress(const QString &text, Progress mode)
     if (programMinimised())
         return;
     frmprogress.setNote(mode == Progress::Add ? frmprogress.note() + u"\r\n"_s + text : text);
-    frmprogress.showOver(txtoutput->window());
+    frmprogress.showOver(txtoutput ? txtoutput->window() : nullptr);
 }
 
 void Output::clearrcon_Click()

@@ -52,7 +52,8 @@ void PlayerReader::readQuery(const Reading &scope, BroughtBy by)
     const bool isTold = !services.session.options.autoqplayer; // a ticked "Auto Update" does not silence this list
     const Conversation talk(services, by);
     talk.clearReply();
-    const bool hasCome = talk.query(u"getstatus"_s);
+    talk.sendQuery(u"getstatus"_s);
+    const bool hasCome = talk.awaitAnswer();
     if (!talk.isOpen() || !scope.isLatest())
         return;
     if (!hasCome) {

@@ -21,7 +21,7 @@ public:
 
     /// Asks for the status table. As long as `isTold` boxes say what is wrong with it.
     void readStatus(const Reading &scope, BroughtBy by, const std::function<bool()> &isTold);
-    /// Asks the public query. Throws what sending it throws, and InvalidCall when the answer is cut off.
+    /// Asks the public query. Throws what sending it throws, and Overflow when the answer is too long.
     void readQuery(const Reading &scope, BroughtBy by);
 
 signals:

@@ -25,8 +25,12 @@ int PlayerView::selectedRow() const
 void PlayerView::resizeEvent(QResizeEvent *event)
 {
     QTableView::resizeEvent(event);
+    // It comes also with a scroll bar, and then the widths that the person has chosen are to stay.
+    if (maximumViewportSize() == viewportRoom)
+        return;
+    viewportRoom = maximumViewportSize();
     const int others = horizontalHeader()->length() - columnWidth(PlayerColumn::Player);
-    const int spare = maximumViewportSize().width() - others - verticalScrollBar()->sizeHint().width();
+    const int spare = viewportRoom.width() - others - verticalScrollBar()->sizeHint().width();
     setColumnWidth(PlayerColumn::Player, std::max(spare, usualWidth(PlayerColumn::Player)));
 }
 

@@ -19,4 +19,6 @@ protected:
 
 private:
     [[nodiscard]] int usualWidth(int column) const;
+
+    QSize viewportRoom; ///< for the columns, when the names last got what was left
 };

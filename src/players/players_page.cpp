@@ -69,10 +69,10 @@ void PlayersPage::cmdplypop_Click()
 bool PlayersPage::populate(BroughtBy by)
 {
     const bool isByHand = isAskedByHand();
-    const Reading scope(services, {.door = &populating,
-                                   .note = isByHand ? u"Asking server for player list..."_s : QString(),
-                                   .holdsTimersOff = false,
-                                   .by = by});
+    Reading scope(services, {.door = &populating,
+                             .note = isByHand ? u"Asking server for player list..."_s : QString(),
+                             .holdsTimersOff = false,
+                             .by = by});
     if (!scope)
         return false;
     tells = isByHand;
@@ -84,6 +84,7 @@ bool PlayersPage::populate(BroughtBy by)
         else
             reader.readStatus(scope, by, [this] { return tells; });
     } catch (const Fault &fault) {
+        scope.endCollecting();
         services.prompts.showFault(fault, by);
     }
     if (!scope.isLatest())
@@ -192,16 +193,21 @@ void PlayersPage::dismiss(const Dismissal &dismissal)
         if (const int listed = players.rowOf(num, guid, name); listed >= 0)
             removeRow(listed);
     } catch (const Fault &fault) {
-        if (dismissal.failure.isEmpty()) {
-            services.prompts.showFault(fault);
-            return;
-        }
-        services.prompts.refuse(dismissal.failure +
-                                    u"\rError code %1 Descr: %2\rSection %3\rPlayer Row %4\r"_s.arg(fault.number())
-                                        .arg(fault.description(), section)
-                                        .arg(ui->msfplayers->selectedRow() + 1),
-                                dismissal.failureTitle);
+        report(fault, dismissal, section);
     }
+}
+
+void PlayersPage::report(const Fault &fault, const Dismissal &dismissal, QLatin1StringView section)
+{
+    if (dismissal.failure.isEmpty()) {
+        services.prompts.showFault(fault);
+        return;
+    }
+    services.prompts.refuse(dismissal.failure +
+                                u"\rError code %1 Descr: %2\rSection %3\rPlayer Row %4\r"_s.arg(fault.number())
+                                    .arg(fault.description(), section)
+                                    .arg(ui->msfplayers->selectedRow() + 1),
+                            dismissal.failureTitle);
 }
 
 void PlayersPage::cmdplymessage_Click()

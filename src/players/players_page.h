@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class Fault;
 struct Dismissal;
 struct GetstatusRow;
 struct Services;
@@ -47,6 +48,7 @@ private:
     void offerActions(bool on);
 
     void dismiss(const Dismissal &dismissal);
+    void report(const Fault &fault, const Dismissal &dismissal, QLatin1StringView section);
     void cmdplymessage_Click();
     void cmdsavenames_Click();
 

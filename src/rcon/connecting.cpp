@@ -178,11 +178,12 @@ void Connecting::survey()
 bool Connecting::askGame(const Conversation &talk)
 {
     try {
-        if (!talk.query(u"getstatus"_s))
-            return false;
+        talk.sendQuery(u"getstatus"_s);
     } catch (const Fault &) {
-        return false; // it could not be sent
+        // Nothing will come, which is what the wait finds out.
     }
+    if (!talk.awaitAnswer())
+        return false;
     services.output.addrcon(
         u"Server running game mode [%1] on map [%2]"_s.arg(gameType(talk.reply()), mapName(talk.reply())));
     return true;

@@ -25,7 +25,7 @@ public:
     void connectAtStart();
     /// True while connected or connecting.
     [[nodiscard]] bool hasBegun() const;
-    /// Closes the link at the end of the run; nobody is told.
+    /// Closes the link without telling anybody.
     void closeLink();
 
 signals:

@@ -46,11 +46,17 @@ bool Conversation::ask(const QString &comm, bool quietmode) const
     return services.session.rconarrived && !isSuperseded();
 }
 
-bool Conversation::query(const QString &query) const
+void Conversation::sendQuery(const QString &query) const
 {
-    constexpr int waits = 5;
+    if (isSuperseded())
+        return;
     services.session.rconarrived = false;
     services.link.exchange.sendquery(query);
+}
+
+bool Conversation::awaitAnswer() const
+{
+    constexpr int waits = 5;
     for (int count = 0; !services.session.rconarrived && count < waits && isOpen(); ++count) {
         wait(1);
         yield();
@@ -85,7 +91,8 @@ const QString &Conversation::reply() const
 
 void Conversation::clearReply() const
 {
-    services.session.rconreply.clear();
+    if (!isSuperseded())
+        services.session.rconreply.clear();
 }
 
 bool Conversation::ownsReply() const

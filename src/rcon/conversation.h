@@ -8,8 +8,8 @@
 struct Services;
 
 /// What one handler has to say to one server, from here on; the only way for a page to speak to a server. The handler
-/// waits between its commands, and meanwhile the person may disconnect and connect to another server: the rest is then
-/// neither sent nor confirmed. On a link that is merely closed each command says so by its own box.
+/// waits between its commands, and meanwhile the person may disconnect and connect anew, to another server perhaps: the
+/// rest is then neither sent nor confirmed. On a link that is merely closed each command says so by its own box.
 class Conversation final {
 public:
     /// `by_`: a tick brings no box that is open already.
@@ -17,7 +17,7 @@ public:
 
     /// True while the server that it began with is connected and the program goes on.
     [[nodiscard]] bool isOpen() const;
-    /// True when another link has been opened since.
+    /// True when a new link has been begun since.
     [[nodiscard]] bool isSuperseded() const;
 
     /// Sends a command and waits for its reply: up to 15 seconds, with boxes for what goes wrong. `quietmode` leaves
@@ -28,9 +28,11 @@ public:
     bool tellWithoutWaiting(const QString &comm) const;
     /// Sends a command whose reply comes in many datagrams, and gives it a second more. False when nothing came, too.
     bool ask(const QString &comm, bool quietmode = true) const;
-    /// Sends a query without the word rcon and the password, once, and waits five seconds for its answer, which is
-    /// added to the reply. False when none came or the server was left. Throws what UDPClient::SendData throws.
-    [[nodiscard]] bool query(const QString &query) const;
+    /// Sends a query without the word rcon and the password, once. Throws what UDPClient::SendData throws.
+    void sendQuery(const QString &query) const;
+    /// Waits five seconds for the answer to a query, which is added to the reply. False when none came, or the server
+    /// was left.
+    [[nodiscard]] bool awaitAnswer() const;
     /// Waits that many seconds by the time of day, half a second more or less.
     bool wait(qint16 seconds) const;
     /// Lets the event loop run once.
@@ -41,7 +43,7 @@ public:
     /// What has come since the last command, whoever gave it.
     [[nodiscard]] const QString &reply() const;
     void clearReply() const;
-    /// True until another command empties the reply to the last `ask` or `query`.
+    /// True until another command empties the reply as it was at the end of the last `ask` or `awaitAnswer`.
     [[nodiscard]] bool ownsReply() const;
 
 private:

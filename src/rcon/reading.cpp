@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reading.h"
 
+#include "base/focus.h"
 #include "base/prompts.h"
 #include "output/output.h"
 #include "services.h"
@@ -9,12 +10,16 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
 bool requireConnection(const Services &services, BroughtBy by)
 {
     if (!services.session.connected)
         services.prompts.refuse(u"You need to connect to a server first"_s, u"Not Connected"_s, by);
     return services.session.connected;
 }
+
+} // namespace
 
 FlagHolder::FlagHolder(ServerLink::HeldFlag &flag_, const ServerLink::Epoch &epoch)
     : flag(flag_), isOutermost(!flag_.holders.contains(epoch))
@@ -40,17 +45,17 @@ Reading::Reading(const Services &services_, const Style &style) : services(servi
         return;
     if (style.needsConnection && !requireConnection(services, style.by))
         return;
+    isBegun = true;
     const ServerLink::Epoch epoch = services.link.epoch(services.clock);
     collecting.emplace(services.link.collecting, epoch);
     if (!style.note.isEmpty())
-        showNote(style.note);
+        showNote(style.note, epoch);
     if (style.holdsTimersOff)
         busy.emplace(services.link.busy, epoch);
 }
 
-void Reading::showNote(const QString &note)
+void Reading::showNote(const QString &note, const ServerLink::Epoch &epoch)
 {
-    const ServerLink::Epoch epoch = services.link.epoch(services.clock);
     if (services.link.notes.contains(epoch))
         noteBefore = services.output.progressnote();
     services.link.notes.append(epoch);
@@ -63,5 +68,7 @@ Reading::~Reading()
     if (!isNoted)
         return;
     services.link.notes.removeLast();
+    if (programMinimised())
+        noteBefore.clear(); // it would be dropped, and this one stay
     services.output.showprogress(noteBefore, Progress::Replace);
 }

@@ -10,9 +10,6 @@
 
 struct Services;
 
-/// True when connected; else says that one has to connect first.
-[[nodiscard]] bool requireConnection(const Services &services, BroughtBy by = BroughtBy::Person);
-
 /// Sets a flag of the session. Of nested holders the outermost clears it, whatever it was before; holders of another
 /// day or another server do not count.
 class FlagHolder final {
@@ -57,20 +54,23 @@ public:
     Q_DISABLE_COPY_MOVE(Reading)
 
     /// False when the handler is at it already, or nothing is connected.
-    explicit operator bool() const { return collecting.has_value(); }
+    explicit operator bool() const { return isBegun; }
 
     /// False when the same handler has been let in once more, while a box held this one up: what is read is his.
     [[nodiscard]] bool isLatest() const { return !guard || guard->isLatest(); }
 
+    /// Replies are shown again from now on.
+    void endCollecting() { collecting.reset(); }
     /// Replies stay silent afterwards, until another reading ends.
     void leaveCollecting() { collecting->leaveSet(); }
     /// The timers stay held off afterwards, until another reading or sending ends.
     void leaveTimersHeldOff() { busy->leaveSet(); }
 
 private:
-    void showNote(const QString &note);
+    void showNote(const QString &note, const ServerLink::Epoch &epoch);
 
     const Services &services;
+    bool isBegun = false;
     std::optional<ReentrancyGuard> guard;
     std::optional<FlagHolder> collecting;
     std::optional<FlagHolder> busy;

@@ -29,7 +29,7 @@ private:
     /// midnight and never ends, and one of another server has nothing more to say: neither is waited for.
     struct Epoch {
         QDate day;
-        int link = 0;
+        int generation = 0; ///< of the link
 
         bool operator==(const Epoch &) const = default;
     };

@@ -69,6 +69,23 @@ private slots:
         QVERIFY2(since.elapsed() < 1000, "it went on sleeping");
     }
 
+    // A handler that runs inside a rest rests longer than that was to last.
+    void aRestInsideARestDoesNotKeepTheOuterOneAsleep()
+    {
+        QElapsedTimer since;
+        since.start();
+        QMetaObject::invokeMethod(
+            this,
+            [&since] {
+                while (since.elapsed() < 300)
+                    Clock().rest(static_cast<double>(300 - since.elapsed()) / 1000);
+            },
+            Qt::QueuedConnection);
+        while (since.elapsed() < 100)
+            Clock().rest(static_cast<double>(100 - since.elapsed()) / 1000);
+        QVERIFY(since.elapsed() < 5000);
+    }
+
     // So that a clock that is set meanwhile is noticed.
     void aLongRestIsLookedAtEverySecond()
     {
