@@ -190,8 +190,13 @@ void MainWindow::showhob()
 
 void MainWindow::mpref_Click()
 {
-    if (!preferencesWindow || !preferencesWindow->isVisible())
+    if (!preferencesWindow || !preferencesWindow->isVisible()) {
         preferencesWindow = std::make_unique<PreferencesWindow>(services);
+        connect(preferencesWindow.get(), &PreferencesWindow::changed, this, [this] {
+            if (isLoaded())
+                playersPage->takePreferences();
+        });
+    }
     bringUp(*preferencesWindow);
 }
 

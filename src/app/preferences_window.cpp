@@ -153,6 +153,7 @@ bool PreferencesWindow::save()
             continue;
         const QString text = field.slider ? QString::number(field.slider->value()) : field.box->value();
         std::visit([&](auto member) { set(services.session.options.*member, text); }, preference.member);
+        emit changed();
         const std::optional<Fault> fault =
             services.ini.write({{preferenceSection.toString(), preference.key.toString(), text}});
         // Whether the other keys could be written is not looked at.

@@ -24,6 +24,10 @@ public:
     explicit PreferencesWindow(Services &services_, QWidget *parent = nullptr);
     ~PreferencesWindow() override;
 
+signals:
+    /// A preference has been changed for this run.
+    void changed();
+
 private:
     /// How one preference is shown: by a box, or by a slider that is saved when the box of its switch has changed.
     struct Field {

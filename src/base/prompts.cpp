@@ -5,6 +5,8 @@
 
 #include <QScopeGuard>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -52,7 +54,8 @@ QString Prompts::askFileName(const QString &title, const QString &preset, const 
 
 void Prompts::notify(const Box &box, BroughtBy by)
 {
-    if (by == BroughtBy::Person || !open.contains(box))
+    const auto isLike = [&box](const Box &other) { return other.title == box.title; };
+    if (by == BroughtBy::Person || std::ranges::none_of(open, isLike))
         ask(box);
 }
 

@@ -44,7 +44,7 @@ public:
     /// How many boxes and questions are open, one over the other.
     [[nodiscard]] qsizetype openCount() const { return open.size(); }
 
-    /// A box with OK and the exclamation icon: a refusal or a failure. A tick brings no second one like one that is
+    /// A box with OK and the exclamation icon: a refusal or a failure. A tick brings no second one of a title that is
     /// still open.
     void refuse(const QString &text, const QString &title, BroughtBy by = BroughtBy::Person);
     /// A box with OK and the information icon, likewise.

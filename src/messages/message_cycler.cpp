@@ -85,7 +85,7 @@ void MessageCycler::sayNext(const ReentrancyGuard &tick)
     cycle.advance(); // a box may hold this message up: the next tick says the next one
     const Conversation talk(services, BroughtBy::Tick);
     bool hasAsked = false;
-    const QString message = filled(*chosen, talk, hasAsked);
+    const QString message = filled(*chosen, talk, tick, hasAsked);
     if (!tick.isLatest())
         return;
     if (talk.isOpen())
@@ -95,7 +95,8 @@ void MessageCycler::sayNext(const ReentrancyGuard &tick)
 }
 
 // Each placeholder is filled once, and what is filled in may bring the next one.
-QString MessageCycler::filled(QString message, const Conversation &talk, bool &hasAsked) const
+QString MessageCycler::filled(QString message, const Conversation &talk, const ReentrancyGuard &tick,
+                              bool &hasAsked) const
 {
     message = fillPlaceholder(message, u"%IP%"_s, services.fields.address());
     QString value;
@@ -104,7 +105,7 @@ QString MessageCycler::filled(QString message, const Conversation &talk, bool &h
         message = fillPlaceholder(message, u"%SN%"_s, value);
         hasAsked = true;
     }
-    if (talk.isOpen() && hasPlaceholder(message, u"%FF%"_s)) {
+    if (talk.isOpen() && tick.isLatest() && hasPlaceholder(message, u"%FF%"_s)) {
         // A mode without a word leaves the server's name in its place, if that has been asked for.
         value = friendlyFireWord(askVariable(talk, variables.friendlyfire), value);
         message = fillPlaceholder(message, u"%FF%"_s, value);

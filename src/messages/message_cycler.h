@@ -36,7 +36,8 @@ signals:
 private:
     void tmrmessage_Timer();
     void sayNext(const ReentrancyGuard &tick);
-    [[nodiscard]] QString filled(QString message, const Conversation &talk, bool &hasAsked) const;
+    [[nodiscard]] QString filled(QString message, const Conversation &talk, const ReentrancyGuard &tick,
+                                 bool &hasAsked) const;
     [[nodiscard]] static QString askVariable(const Conversation &talk, const QString &name);
 
     Services &services;

@@ -31,7 +31,8 @@ void PlayerReader::readStatus(const Reading &scope, BroughtBy by, const std::fun
         return;
     }
     int tries = 0;
-    while (!table.ended(talk.reply())) {
+    // Another command that empties the reply ends it, too: its rest will not come.
+    while (!table.ended(talk.reply()) && talk.isOpen() && talk.ownsReply() && scope.isLatest()) {
         try {
             emit statusrowread(table.next(talk.reply()));
         } catch (const Fault &) {
@@ -41,8 +42,6 @@ void PlayerReader::readStatus(const Reading &scope, BroughtBy by, const std::fun
             else if (++tries > mostTries)
                 return;
             talk.wait(1); // by hand too: between two boxes the person can disconnect or close the window
-            if (!talk.isOpen() || !talk.ownsReply() || !scope.isLatest())
-                return; // also when another command has emptied the reply: its rest will not come
         }
     }
 }

@@ -27,11 +27,17 @@ void PlayerRefresh::start()
     tmrplayer.start(product16(seconds, 1000)); // overflows from 33 seconds on
 }
 
-void PlayerRefresh::beginPopulate()
+void PlayerRefresh::takePreferences()
 {
-    counts = services.session.options.autokick999;
-    if (counts)
-        list999.unsee();
+    if (!services.session.options.autokick999)
+        list999 = {};
+}
+
+void PlayerRefresh::beginPopulate(BroughtBy by)
+{
+    populatedBy = by;
+    takePreferences();
+    list999.unsee();
 }
 
 void PlayerRefresh::check999(const QString &name, const QString &ping, const QString &num)
@@ -45,7 +51,7 @@ void PlayerRefresh::check999(const QString &name, const QString &ping, const QSt
                                 "LBound Player999 1\rUBound Player999 %4"_s.arg(fault.number())
                                     .arg(fault.description(), list999.section())
                                     .arg(list999.records().size()),
-                                u"ADD999 Error"_s);
+                                u"ADD999 Error"_s, populatedBy);
     }
 }
 
@@ -62,16 +68,17 @@ void PlayerRefresh::tmrplayer_Timer()
         list999.sweep();
 }
 
-// Switched off it kicks nobody from that moment on; switched on again it kicks who has been seen at 999 since.
 void PlayerRefresh::kickHanging(const Conversation &talk, const ReentrancyGuard &tick)
 {
     const Preferences &options = services.session.options;
     for (qsizetype index = 0; index < list999.records().size() && talk.isOpen() && tick.isLatest(); ++index) {
         const Rec999 record = list999.records().at(index);
-        if (!counts || !options.autokick999 || !record.seen || record.hits < options.autokick999int)
+        if (!options.autokick999 || !record.seen || record.hits < options.autokick999int)
             continue;
         talk.tell(u"clientkick "_s + record.pnum);
-        if (talk.note(u"Player Auto Kicked for 999 ping ["_s + record.pname + u']'))
-            emit kicked(record.pnum);
+        if (talk.isSuperseded() || !tick.isLatest())
+            return; // the list is another one by now
+        talk.note(u"Player Auto Kicked for 999 ping ["_s + record.pname + u']');
+        emit kicked(record.pnum);
     }
 }

@@ -24,10 +24,12 @@ public:
     /// Overflow from 33 seconds on.
     void start();
     void stop() { tmrplayer.stop(); }
+    /// Switched off, the kick forgets whom it has counted.
+    void takePreferences();
     [[nodiscard]] bool isRunning() const { return tmrplayer.isActive(); }
 
     /// A populate begins: nobody has been seen yet.
-    void beginPopulate();
+    void beginPopulate(BroughtBy by);
     /// Takes note of one player of a populate.
     void check999(const QString &name, const QString &ping, const QString &num);
 
@@ -42,7 +44,7 @@ private:
     Services &services;
     std::function<bool()> populate;
     List999 list999;
-    bool counts = false; ///< players at ping 999 were counted from the beginning of the last populate
+    BroughtBy populatedBy = BroughtBy::Person;
     QTimer tmrplayer;
     ReentrancyGuard::Door ticking;
 };

@@ -76,8 +76,9 @@ bool PlayersPage::populate(BroughtBy by)
     if (!scope)
         return false;
     tells = isByHand;
+    ++populates;
     players.clear();
-    refresh.beginPopulate();
+    refresh.beginPopulate(by);
     try {
         if (ui->chkplyq->isChecked())
             reader.readQuery(scope, by);
@@ -96,7 +97,10 @@ bool PlayersPage::populate(BroughtBy by)
 
 void PlayersPage::add(const StatusRow &row)
 {
+    const int populate = populates;
     refresh.check999(stripcolour(row.name), row.ping, row.num);
+    if (populate != populates)
+        return; // it brought a box, and the list has been read anew meanwhile
     players.add(
         {QString(), row.num, row.guid, shownName(row.name), row.ping, row.score, row.address, row.qport, row.rate});
 }
@@ -177,7 +181,8 @@ void PlayersPage::dismiss(const Dismissal &dismissal)
         const QString guid = players.text(row, PlayerColumn::Guid);
         const QString name = players.text(row, PlayerColumn::Player);
         const QString command = dismissal.command + num;
-        const QString underWay = QStringList{command, guid, stripcolour(name)}.join(u'\n');
+        const QString underWay =
+            QStringList{command, guid, stripcolour(name), services.clock.now().date().toString()}.join(u'\n');
         if (dismissals.contains(underWay))
             return; // one click too many
         dismissals.append(underWay);

@@ -36,6 +36,8 @@ public slots:
     void startRefresh();
     /// Ends a running refresh, for the rest of the run.
     void endRefresh();
+    /// The preferences have been saved.
+    void takePreferences() { refresh.takePreferences(); }
 
 private:
     void cmdplypop_Click();
@@ -62,6 +64,7 @@ private:
     PlayerReader reader;
     PlayerRefresh refresh;
     ReentrancyGuard::Door populating;
+    int populates = 0;
     bool tells = false;     ///< boxes say what is wrong with the list that is being read
     QStringList dismissals; ///< the commands that are under way, with their players
 };

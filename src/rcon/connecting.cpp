@@ -16,11 +16,21 @@
 #include "udp_client.h"
 
 #include <QScopeGuard>
-#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 
 void Connecting::toggle()
+{
+    begin(false);
+}
+
+void Connecting::connectAtStart()
+{
+    const FlagHolder silence(services.link.collecting, services.link.epoch(services.clock));
+    begin(true);
+}
+
+void Connecting::begin(bool formloading)
 {
     if (services.session.connected) {
         disconnectFromServer();
@@ -30,7 +40,7 @@ void Connecting::toggle()
     if (attempt == wanted)
         return; // one click too many
     try {
-        connectToServer(wanted);
+        connectToServer(wanted, formloading);
     } catch (const Fault &fault) {
         services.prompts.showFault(fault); // here and not further out, since start-up connects too and goes on
     }
@@ -41,13 +51,6 @@ Connecting::Attempt Connecting::attemptWanted() const
     const ServerFields &fields = services.fields;
     return {trimBlanks(fields.server()), trimBlanks(fields.port()), trimBlanks(fields.password()),
             services.clock.now().date()};
-}
-
-void Connecting::connectAtStart()
-{
-    const QScopedValueRollback loading(formloading, true);
-    const FlagHolder silence(services.link.collecting, services.link.epoch(services.clock));
-    toggle();
 }
 
 bool Connecting::hasBegun() const
@@ -67,7 +70,7 @@ void Connecting::disconnectFromServer()
     emit disconnected();
 }
 
-void Connecting::connectToServer(const Attempt &wanted)
+void Connecting::connectToServer(const Attempt &wanted, bool formloading)
 {
     emit beginning();
     services.output.showprogress({}, Progress::Replace);
@@ -79,7 +82,7 @@ void Connecting::connectToServer(const Attempt &wanted)
         return;
     }
     if (openLink(wanted))
-        survey();
+        survey(formloading);
 }
 
 void Connecting::clearOutput()
@@ -122,7 +125,8 @@ bool Connecting::openLink(const Attempt &wanted)
         throw;
     }
     const Conversation talk(services);
-    const bool isAccepted = passwordAccepted(talk);
+    QString password;
+    const bool isAccepted = passwordAccepted(talk, password);
     if (isGivenUp())
         return false;
     if (!isAccepted) {
@@ -131,16 +135,18 @@ bool Connecting::openLink(const Attempt &wanted)
     }
 
     // What it was proved with, whatever was typed meanwhile.
-    services.fields.set(wanted.server, wanted.port, services.link.exchange.sentPassword());
+    services.fields.set(wanted.server, wanted.port, password);
     services.session.connected = true;
     services.output.addmessage(u"Connected to server "_s + services.fields.address());
     emit connected();
     return true;
 }
 
-bool Connecting::passwordAccepted(const Conversation &talk)
+bool Connecting::passwordAccepted(const Conversation &talk, QString &password)
 {
-    talk.ask(u"status"_s);
+    talk.tell(u"status"_s, true);
+    password = services.link.exchange.sentPassword();
+    talk.wait(1);
     if (talk.isSuperseded() || services.session.closing || services.session.rconnoroute != 0)
         return false;
     if (refusesPassword(talk.reply())) {
@@ -152,9 +158,9 @@ bool Connecting::passwordAccepted(const Conversation &talk)
 
 // Each step may find that the person has disconnected meanwhile, and perhaps connected anew; then the rest of this
 // connection's questions is left out.
-void Connecting::survey()
+void Connecting::survey(bool formloading)
 {
-    const auto addNote = [this](const QString &note) {
+    const auto addNote = [this, formloading](const QString &note) {
         if (!formloading)
             services.output.showprogress(note, Progress::Add);
     };

@@ -53,16 +53,16 @@ private:
     };
 
     [[nodiscard]] Attempt attemptWanted() const;
-    void connectToServer(const Attempt &wanted);
+    void begin(bool formloading);
+    void connectToServer(const Attempt &wanted, bool formloading);
     void disconnectFromServer();
     void clearOutput();
     [[nodiscard]] bool openLink(const Attempt &wanted);
-    [[nodiscard]] bool passwordAccepted(const Conversation &talk);
-    void survey();
+    [[nodiscard]] bool passwordAccepted(const Conversation &talk, QString &password);
+    void survey(bool formloading);
     [[nodiscard]] bool askGame(const Conversation &talk);
 
     Services &services;
     std::optional<Attempt> attempt; ///< the one that is going on
     int attempts = 0;
-    bool formloading = false; ///< start-up is connecting
 };

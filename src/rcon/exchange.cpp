@@ -55,11 +55,13 @@ void Exchange::sendinfo(const QString &comm, bool quietmode, BroughtBy by)
     for (int copy = 1; copy <= copies && !session.rconarrived; ++copy) {
         if (!send(comm, by))
             return;
+        const QString password = lastPassword;
         const bool isAwaited = !std::exchange(session.rconnowait, false); // taken first: another handler may run now
         yield();
         if (!isAwaited)
             return;
         waitForReply();
+        lastPassword = password; // also when another command has been sent meanwhile
         if (session.closing || udpclient.generation() != generation)
             return; // what was meant for one server is not sent to the next
     }

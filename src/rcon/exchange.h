@@ -34,7 +34,7 @@ public:
     /// Tells one exchange from the next: how often something has been asked. A reply that is still being read has been
     /// emptied by another exchange when this has changed.
     [[nodiscard]] int exchanges() const { return asked; }
-    /// The password that was sent last.
+    /// The password that was sent last by the command that has ended last.
     [[nodiscard]] const QString &sentPassword() const { return lastPassword; }
     /// Lets the event loop run once.
     void yield();

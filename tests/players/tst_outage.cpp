@@ -104,17 +104,48 @@ private slots:
         tab.put({somebody(3, u"Ann"_s, 999), somebody(5, u"Ben"_s, 999)});
         tab.tickBox(u"chkautoupdate"_s);
         tab.server.answer("clientkick 3", {}); // no reply
+        QStringList messages;
         tab.program.prompts.whileOpen = [&] {
-            tab.server.game().players().remove(3);
-            tab.server.game().players().remove(5);
-            tab.put({somebody(5, u"Innocent"_s)});
+            for (const int slot : {3, 5})
+                tab.server.game().players().remove(slot);
+            tab.put({somebody(3, u"Innocent"_s), somebody(5, u"Harmless"_s)});
             tab.tick();
             tab.server.forgetRequests();
+            messages = tab.program.messages();
         };
         tab.tick();
         QCOMPARE(tab.program.prompts.takeBoxes(), QList<Box>{noResponseBox()});
         QCOMPARE(tab.server.commands(), QList<QByteArray>());
-        QVERIFY(tab.server.game().players().at(5));
+        QCOMPARE(tab.column(1), (QStringList{u"3"_s, u"5"_s}));
+        QCOMPARE(tab.program.messages(), messages);
+    }
+
+    // A server that lists one name very often brings the count to its end.
+    void theBoxOfTheKickIsBroughtOnceAndItsListNotGoneOnWith()
+    {
+        PlayersTab tab("autokick999=1\r\n");
+        QByteArray rows;
+        for (int row = 0; row < 1500; ++row)
+            rows += "0 0 999 0 A 0 a 0 0\n";
+        tab.tickBox(u"chkautoupdate"_s);
+        tab.server.answer("status", {statusHeading + rows.first(7000), rows.sliced(7000, 7000),
+                                     rows.sliced(14000, 7000), rows.sliced(21000) + '\n'});
+        tab.server.answer("clientkick 0", {"\n"});
+        qsizetype listed = 0;
+        bool isOpen = false;
+        tab.program.prompts.whileOpen = [&] {
+            isOpen = true;
+            tab.server.answer("status", {statusHeading + "0 0 999 0 A 0 a 0 0\n\n"});
+            tab.tick();
+            tab.tick();
+            listed = tab.grid().size();
+        };
+        for (int tick = 0; tick < 40 && !isOpen; ++tick)
+            tab.tick();
+        const QList<Box> boxes = tab.program.prompts.takeBoxes();
+        QCOMPARE(boxes.size(), 1);
+        QCOMPARE(boxes.first().title, u"ADD999 Error"_s);
+        QCOMPARE(tab.grid().size(), listed);
     }
 };
 
