@@ -201,9 +201,10 @@ private slots:
         CyclerTab cycler({"first", "second"});
         cycler.start();
         QCOMPARE(cycler.saidIn(3), QStringList{u"1 first"_s});
-        cycler.program().session.rconbusy = true;
-        QCOMPARE(cycler.saidIn(1), QStringList());
-        cycler.program().session.rconbusy = false;
+        QStringList said{u"not asked"_s};
+        atRequest(cycler.server, "dvarlist scr_allow_*", [&] { said = cycler.saidIn(1); });
+        cycler.program().click(u"cmdCodOther_1"_s);
+        QCOMPARE(said, QStringList());
         QCOMPARE(cycler.saidIn(4), QStringList{u"3 second"_s});
     }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "other_windows.h"
 #include "player_grid.h"
 
 using namespace Qt::StringLiterals;
@@ -22,6 +23,17 @@ QList<QByteArray> tickCommands(PlayersTab &tab)
 }
 
 const QList<QByteArray> noKick{"status"};
+
+/// What the person does in the preferences window.
+void preferNoKicks(Program &program)
+{
+    program.trigger(u"mpref"_s);
+    const QWidget *preferences = otherWindow(u"frmpref"_s);
+    QVERIFY(preferences);
+    preferences->findChild<QAbstractButton *>(u"chkauto999"_s)->setChecked(false);
+    preferences->findChild<QAbstractButton *>(u"cmdsave"_s)->click();
+    QCOMPARE(program.prompts.takeBoxes().size(), 2); // the question, and that it is done
+}
 
 } // namespace
 
@@ -56,7 +68,7 @@ private slots:
         PlayersTab tab("autokick999=1\r\nautokick999int=2\r\n");
         tab.put({somebody(5, u"Ben"_s, hanging)});
         tab.tickBox(u"chkautoupdate"_s);
-        atRequest(tab.server, "status", [&] { tab.program.session.options.autokick999 = false; });
+        atRequest(tab.server, "status", [&] { preferNoKicks(tab.program); });
         QCOMPARE(tickCommands(tab), noKick);
         for (int tick = 0; tick < 5; ++tick)
             QCOMPARE(tickCommands(tab), noKick);
@@ -68,7 +80,7 @@ private slots:
         PlayersTab tab("autokick999=1\r\nautokick999int=2\r\n");
         tab.put({somebody(5, u"Ben"_s, hanging), somebody(6, u"Cem"_s, hanging)});
         tab.tickBox(u"chkautoupdate"_s);
-        atRequest(tab.server, "clientkick 5", [&] { tab.program.session.options.autokick999 = false; });
+        atRequest(tab.server, "clientkick 5", [&] { preferNoKicks(tab.program); });
         QCOMPARE(tickCommands(tab), (QList<QByteArray>{"status", "clientkick 5"}));
         QVERIFY(tab.server.game().players().at(6));
     }
