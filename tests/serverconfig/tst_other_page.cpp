@@ -304,7 +304,10 @@ private slots:
         program.click(sendButton);
         QCOMPARE(program.prompts.takeBoxes(), QList<Box>({question, notConnectedBox(), notConnectedBox()}));
         QCOMPARE(program.messages(), QStringList(2, u"Check1 updated."_s));
-        QVERIFY(!program.session.rconbusy);
+        PracticeServer server;
+        listenOrFail(server);
+        program.connectTo(server);
+        QVERIFY(program.isRefreshingFrom(server));
     }
 };
 

@@ -282,7 +282,10 @@ private slots:
                  QList<Box>({question, notConnectedBox(), notConnectedBox(), notConnectedBox()}));
         QCOMPARE(program.messages(),
                  QStringList({u"Server MOTD updated."_s, u"Voting updated"_s, u"Voting updated"_s}));
-        QVERIFY(!program.session.rconbusy);
+        PracticeServer server;
+        listenOrFail(server);
+        program.connectTo(server);
+        QVERIFY(program.isRefreshingFrom(server));
     }
 };
 

@@ -117,9 +117,10 @@ private slots:
         tab.program.click(u"cmdservpop"_s);
         QCOMPARE(tab.boxes(), QList<Box>(2, notConnectedBox())); // of the second and the third group
         QCOMPARE(tab.server.commands(), threeGroups.first(2));
-        QVERIFY(!tab.program.session.rconbusy);
         QVERIFY(!tab.program.session.rconcollect);
         QVERIFY(tab.program.progress()->isHidden());
+        tab.program.connectTo(tab.server);
+        QVERIFY(tab.isRefreshing());
     }
 
     void disconnectingDuringASendIsToldForEachCommandThatIsLeft()
@@ -132,7 +133,8 @@ private slots:
         const QList<Box> boxes = tab.boxes();
         QCOMPARE(boxes.sliced(1), QList<Box>(3, notConnectedBox()));
         QCOMPARE(tab.server.commands(), QList<QByteArray>{"sv_hostname\"1\""});
-        QVERIFY(!tab.program.session.rconbusy);
+        tab.program.connectTo(tab.server);
+        QVERIFY(tab.isRefreshing());
     }
 
     void closingTheWindowEndsWhatIsUnderWay_data()

@@ -295,7 +295,10 @@ private slots:
         program.click(u"cmdwepsetserv"_s);
         QCOMPARE(program.prompts.takeBoxes(), (QList<Box>{sendBox, notConnectedBox(), notConnectedBox()}));
         QCOMPARE(program.messages(), (QStringList{u"Browning Auto Rifle updated."_s, u"MP40 updated."_s}));
-        QVERIFY(!program.session.rconbusy);
+        PracticeServer server;
+        listenOrFail(server);
+        program.connectTo(server);
+        QVERIFY(program.isRefreshingFrom(server));
     }
 };
 
