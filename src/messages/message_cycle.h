@@ -12,6 +12,12 @@ class MessageCycle final {
 public:
     /// The next minute sends.
     void sendNext() { minutes = 0; }
+    /// So does it when the count has passed `interval`, from 1 to 10 minutes, and would never come to it.
+    void catchUp(double interval)
+    {
+        if (interval >= 1 && interval <= 10 && minutes > interval)
+            minutes = 0;
+    }
     /// Counts one minute. True when a message is due: at first, and then every `interval` minutes.
     [[nodiscard]] bool minutePassed(double interval);
     /// The message that is due, out of a set's positions: empty ones are passed over, and behind the last the walk

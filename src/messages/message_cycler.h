@@ -29,6 +29,8 @@ public:
     void setInterval(const QString &text) { interval = text; }
     /// The next minute sends.
     void sendNext() { cycle.sendNext(); }
+    /// So does it when more minutes than that have been counted, which would never come round.
+    void catchUp(double minutes) { cycle.catchUp(minutes); }
 
 signals:
     void runningchanged(bool isRunning);

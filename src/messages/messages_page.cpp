@@ -298,12 +298,11 @@ void MessagesPage::txtinterval_LostFocus()
         return;
     ui->txtinterval->dataChanged = false;
     const QString text = ui->txtinterval->text();
-    // What only begins with a number counts as that, although it is refused.
-    const double minutes = minutesOf(text);
-    if (minutes >= 1 && minutes <= 10)
+    if (isNumeric(text) && toNumber(text) >= 1 && toNumber(text) <= 10) {
         cycler.sendNext();
-    if (isNumeric(text) && minutes >= 1 && minutes <= 10)
         return;
+    }
+    cycler.catchUp(minutesOf(text)); // what only begins with a number counts as that, although it is refused
     services.prompts.inform(isNumeric(text) ? u"Value between 1 and 10 minutes"_s
                                             : u"Value between 1 and 10 only please"_s,
                             u"Invalid Entry"_s);

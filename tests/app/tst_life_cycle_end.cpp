@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "game_replies.h"
 #include "program.h"
 #include "saved_entries.h"
-#include "tests/rcon/game_replies.h"
 #include "window_test.h"
 
 #include <QCloseEvent>

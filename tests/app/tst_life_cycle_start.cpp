@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "game_replies.h"
 #include "program.h"
 #include "saved_entries.h"
-#include "tests/rcon/game_replies.h"
 #include "window_test.h"
 
 #include <QDir>
@@ -155,14 +155,12 @@ private slots:
 
     void theSettingsStayThoseOfTheStartingFolder()
     {
-        Program program("[servers]\r\nserver1=here\r\n");
+        Program program("[servers]\r\nserver1=here\r\n[options]\r\nsavercon=0\r\nsavemessages=0\r\n");
         const QString startedIn = QDir::currentPath();
         QTemporaryDir elsewhere;
         QVERIFY(QDir::setCurrent(elsewhere.path()));
         program.start();
         QCOMPARE(program.rows(u"lstservers"_s), QStringList{u"here:"_s});
-        program.session.options.savercon = false;
-        program.session.options.savemessages = false;
         program.window.close();
         QVERIFY(program.file(u"molvark.ini"_s).contains("rcon1="));
         QVERIFY(QDir(elsewhere.path()).isEmpty());
@@ -178,16 +176,13 @@ private slots:
         program.output.addrcon(u"before\r\n"_s);
         program.output.addmessage(u"before"_s);
         QStringList seen;
-        connect(&server, &PracticeServer::requested, this, [&] {
-            const bool silent = program.session.rconcollect;
-            seen.append((silent ? u"silent "_s : u"aloud "_s) +
-                        (program.progress()->isVisible() ? u"noted"_s : u"no note"_s));
-        });
+        connect(&server, &PracticeServer::requested, this,
+                [&] { seen.append(program.progress()->isVisible() ? u"noted"_s : u"no note"_s); });
         program.start();
 
         QCOMPARE(server.commands(),
                  QList<QByteArray>({"status", "getstatus", "dvarlist sv_maprotation", "fdir *.cfg"}));
-        QCOMPARE(seen, QStringList(4, u"silent no note"_s));
+        QCOMPARE(seen, QStringList(4, u"no note"_s));
         QVERIFY(isConnected(program));
         QCOMPARE(fields(program), QStringList({u"127.0.0.1"_s, QString::number(server.port()), u"practice"_s}));
         QCOMPARE(program.pane(), u"before\r\nServer running game mode [sd] on map [mp_carentan]"_s);
@@ -197,7 +192,7 @@ private slots:
         QCOMPARE(program.file(u"molvar_messages_050306.log"_s), "");
         QCOMPARE(program.text(u"txtcurmaprot_0"_s), u"gametype sd map mp_decoy"_s);
         QCOMPARE(program.rows(u"lstcfgs"_s), QStringList({u"server.cfg"_s, u"match.cfg"_s}));
-        QVERIFY(!program.session.rconcollect);
+        QVERIFY(program.showsRepliesOf(server));
     }
 
     void autoConnectNeedsAllThree_data()
@@ -278,7 +273,6 @@ private slots:
         Program program(autoConnect(server));
         program.start();
         QVERIFY(isConnected(program));
-        QVERIFY(!program.session.rconcollect);
         QCOMPARE(program.pane(), u""_s);
         program.click(u"cmdstatus"_s);
         QVERIFY(program.pane().startsWith(u"map: "));

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "at_request.h"
 #include "base/dialog_prompts.h"
+#include "game_replies.h"
 #include "program.h"
-#include "tests/rcon/at_request.h"
-#include "tests/rcon/game_replies.h"
 #include "window_test.h"
 
 #include <QAction>
@@ -30,7 +30,7 @@ public:
         QDir::setCurrent(folder.path());
         QFile settings(u"molvark.ini"_s);
         if (!settings.open(QIODevice::WriteOnly))
-            qFatal("the settings file cannot be prepared");
+            failTest(u"the settings file cannot be prepared"_s);
         settings.write("[servers]\r\nserver1=one\r\n[options]\r\nautoconnect=1\r\nautoconnectserv=127.0.0.1\r\n"
                        "autoconnectport=" +
                        QByteArray::number(server.port()) + "\r\nautoconnectrcon=" + password + "\r\n");
@@ -95,7 +95,7 @@ QList<QByteArray> allCommands(PracticeServer &server)
     socket.writeDatagram(QByteArray(4, '\xFF') + "rcon x " + last, QHostAddress::LocalHost, server.port());
     const auto hasCome = [&] { return !server.requests().isEmpty() && server.commands().constLast() == last; };
     if (!QTest::qWaitFor(hasCome))
-        qFatal("the server hears nothing");
+        failTest(u"the server hears nothing"_s);
     return server.commands().first(server.commands().size() - 1);
 }
 

@@ -33,7 +33,7 @@ QMenu *menu(const Program &program, const QString &caption)
         if (each->title() == caption)
             return each;
     }
-    qFatal("no menu %s", qPrintable(caption));
+    failTest(u"no menu "_s + caption);
 }
 
 } // namespace

@@ -34,14 +34,14 @@ public:
         program.trigger(u"mpref"_s);
         window = otherWindow(u"frmpref"_s);
         if (!window)
-            qFatal("no preferences window");
+            failTest(u"no preferences window"_s);
     }
     template <typename Control>
     [[nodiscard]] Control *find(const QString &name) const
     {
         auto *found = window->findChild<Control *>(name);
         if (!found)
-            qFatal("no control named %s", qPrintable(name));
+            failTest(u"no control named "_s + name);
         return found;
     }
     void tick(const QString &box, bool on = true) const { find<QCheckBox>(box)->setChecked(on); }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "base/dialog_prompts.h"
+#include "open_dialog.h"
 #include "practice/practice_server.h"
-#include "tests/base/open_dialog.h"
 #include "tests/messages/cycler_tab.h"
 #include "tests/mods/hob.h"
 

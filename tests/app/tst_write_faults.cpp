@@ -5,7 +5,7 @@
 #include "small_disk.h"
 #include "window_test.h"
 
-#include "tests/rcon/exchange_boxes.h"
+#include "exchange_boxes.h"
 
 #include <QCheckBox>
 #include <QComboBox>

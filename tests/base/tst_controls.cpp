@@ -26,7 +26,7 @@ public:
         box.setCurrentIndex(1);
         box.show();
         if (!QTest::qWaitForWindowActive(&box))
-            qFatal("the window does not become active");
+            failTest(u"the window does not become active"_s);
         box.setFocus();
     }
 
@@ -53,7 +53,7 @@ public:
         box.setText(u"Query Mode"_s);
         box.show();
         if (!QTest::qWaitForWindowExposed(&box))
-            qFatal("the window does not appear");
+            failTest(u"the window does not appear"_s);
     }
 
     [[nodiscard]] QPoint onBox() const { return middleOf(QStyle::SE_CheckBoxIndicator); }
@@ -89,7 +89,7 @@ public:
         label.resize(100, 20);
         label.show();
         if (!QTest::qWaitForWindowActive(&label))
-            qFatal("the window does not become active");
+            failTest(u"the window does not become active"_s);
     }
 
     ClickLabel label;

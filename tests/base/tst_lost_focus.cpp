@@ -24,7 +24,7 @@ void activate(QWidget *window)
     window->show();
     window->activateWindow();
     if (!QTest::qWaitForWindowActive(window))
-        qFatal("the window does not become active");
+        failTest(u"the window does not become active"_s);
 }
 
 /// A window with a box, a combo box, a button and a menu; it counts how often the first two have lost the focus.

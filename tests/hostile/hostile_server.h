@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/wire_text.h"
+#include "fail_test.h"
 #include "practice/datagrams.h"
 #include "practice/game_server.h"
 
@@ -29,7 +30,7 @@ public:
     explicit HostileServer(const PracticeOptions &options = desertedGame()) : game(options)
     {
         if (!itself.bind(QHostAddress::LocalHost) || !neighbour.bind(QHostAddress::LocalHost))
-            qFatal("no port for the server");
+            failTest(QStringLiteral("no port for the server"));
         (void)impostor.bind(QHostAddress(QStringLiteral("127.0.0.2")), port());
         QObject::connect(&itself, &QUdpSocket::readyRead, &itself, [this] { readRequests(); });
     }

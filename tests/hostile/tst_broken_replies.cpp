@@ -116,7 +116,9 @@ private slots:
         victim.populateAll();
         QCOMPARE(victim.names(), QStringList{u"Ann"_s});
         QCOMPARE(victim.program.text(u"txtservername"_s), victim.server.game.dvars().value(u"sv_hostname"_s));
-        QVERIFY(!victim.program.session.rconbusy);
+        victim.server.commands.clear();
+        QMetaObject::invokeMethod(victim.program.find<QTimer>(u"tmrplayer"_s), "timeout");
+        QVERIFY2(!victim.server.commands.isEmpty(), "the refresh is held off");
     }
 
     void nothingIsShownOfDatagramsWithoutText()

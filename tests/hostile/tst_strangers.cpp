@@ -110,8 +110,8 @@ private slots:
         victim.put(3, u"Ann"_s);
         victim.openHob();
         victim.connect();
-        Session &session = victim.program.session;
-        session.rconcollect = true; // or it would stand in the pane, where it belongs
+        victim.program.click(u"cmdCodOther_1"_s); // goes on gathering: or it would stand in the pane, where it belongs
+        const Session &session = victim.program.session;
         for (const QByteArray command : {"getstatus", "status", "fdir", "dir", "dvarlist"}) {
             const qsizetype before = session.rconreply.size();
             victim.server.send(forgedAnswer(command, "premature").constFirst());

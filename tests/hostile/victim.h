@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "exchange_boxes.h"
+#include "game_replies.h"
 #include "hostile_server.h"
 #include "practice/player.h"
 #include "program.h"
-#include "tests/rcon/exchange_boxes.h"
-#include "tests/rcon/game_replies.h"
 #include "window_test.h"
 
 #include <QAbstractButton>
@@ -30,7 +30,7 @@ struct Victim final {
     }
 
     void connect() const { program.click(QStringLiteral("cmdconnect")); }
-    [[nodiscard]] bool isConnected() const { return program.session.connected; }
+    [[nodiscard]] bool isConnected() const { return program.isConnected(); }
 
     void openHob() const { program.click(QStringLiteral("cmdhob")); }
     /// The button of that name in whichever window.
@@ -40,7 +40,7 @@ struct Victim final {
             if (auto *found = qobject_cast<QAbstractButton *>(widget); found && found->objectName() == name)
                 return found;
         }
-        qFatal("no button named %s", qPrintable(name));
+        failTest(QStringLiteral("no button named ") + name);
     }
 
     /// Asks the server for everything that the program shows of it. The list of players is asked for in both ways.

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "at_request.h"
 #include "messages_tab.h"
-#include "tests/rcon/at_request.h"
-#include "tests/rcon/game_replies.h"
 
 #include <QPlainTextEdit>
 #include <QTimer>
@@ -43,13 +42,8 @@ inline void typeInterval(const MessagesTab &tab, const QString &text)
 /// what connecting asked is forgotten.
 struct CyclerTab final {
     explicit CyclerTab(const QList<QByteArray> &messages)
-        : tab(keepsOutput + setsFile({{"Ann", messages}, {"Ben", {}}}))
+        : tab(keepsOutput + setsFile({{"Ann", messages}, {"Ben", {}}}), true)
     {
-        if (!server.listen())
-            qFatal("no port for the server");
-        answerBriefly(server);
-        tab.program.connectTo(server);
-        server.forgetRequests();
     }
 
     [[nodiscard]] Program &program() { return tab.program; }
@@ -58,7 +52,7 @@ struct CyclerTab final {
         const bool runs = tab.program.find<QTimer>(QStringLiteral("tmrmessage"))->isActive();
         if (tab.program.find<QAbstractButton>(QStringLiteral("cmdmessstart"))->isEnabled() == runs ||
             tab.program.find<QAbstractButton>(QStringLiteral("cmdmessstop"))->isEnabled() != runs)
-            qFatal("the buttons do not say whether the cycler runs");
+            failTest(QStringLiteral("the buttons do not say whether the cycler runs"));
         return runs;
     }
     /// Presses "Start" and agrees to the set that is shown.
@@ -66,7 +60,7 @@ struct CyclerTab final {
     {
         program().click(QStringLiteral("cmdmessstart"));
         if (program().prompts.takeBoxes() != QList<Box>{startBox(tab.set())} || !isRunning())
-            qFatal("the cycler does not start");
+            failTest(QStringLiteral("the cycler does not start"));
     }
     void setInterval(const QString &text) const { typeInterval(tab, text); }
     /// Lets a minute pass, without waiting for it.
@@ -83,12 +77,12 @@ struct CyclerTab final {
                     said.append(QString::number(minute) + QLatin1Char(' ') +
                                 QString::fromLatin1(command.sliced(sayPrefix.size())));
                 else if (!command.startsWith("dvarlist "))
-                    qFatal("the cycler sends %s", command.constData());
+                    failTest(QStringLiteral("the cycler sends ") + QString::fromLatin1(command));
             }
         }
         return said;
     }
 
-    PracticeServer server;
     MessagesTab tab;
+    PracticeServer &server = tab.server;
 };

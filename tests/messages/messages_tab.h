@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "program.h"
-#include "tests/rcon/exchange_boxes.h"
+#include "connected_program.h"
+#include "exchange_boxes.h"
 #include "window_test.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QTabWidget>
 
 /// The settings file in which these sets are saved, each with its messages.
 inline QByteArray setsFile(const QList<std::pair<QByteArray, QList<QByteArray>>> &sets)
@@ -55,11 +54,10 @@ inline Box revertedBox()
 }
 
 /// The running program with the "Messages" tab open, and what a person does there.
-struct MessagesTab final {
-    explicit MessagesTab(const QByteArray &settings = {}) : program(settings)
+struct MessagesTab final : ConnectedProgram {
+    explicit MessagesTab(const QByteArray &settings = {}, bool connected = false)
+        : ConnectedProgram({.settings = settings, .tab = 6, .connects = connected})
     {
-        program.start();
-        program.find<QTabWidget>(QStringLiteral("SSTab"))->setCurrentIndex(6);
     }
 
     [[nodiscard]] QListWidget *list() const { return program.find<QListWidget>(QStringLiteral("lstmess")); }
@@ -73,7 +71,7 @@ struct MessagesTab final {
     {
         const bool saves = program.find<QAbstractButton>(QStringLiteral("cmdsetsave"))->isEnabled();
         if (saves != program.find<QAbstractButton>(QStringLiteral("cmdsetdis"))->isEnabled())
-            qFatal("only one of the two buttons is enabled");
+            failTest(QStringLiteral("only one of the two buttons is enabled"));
         return saves;
     }
 
@@ -120,13 +118,11 @@ struct MessagesTab final {
     {
         program.click(QStringLiteral("cmdsetsave"));
         if (program.prompts.takeBoxes() != QList<Box>{saveBox()})
-            qFatal("saving asks something else");
+            failTest(QStringLiteral("saving asks something else"));
     }
     /// The value of a key in the settings file.
     [[nodiscard]] QString saved(const QString &section, const QString &key) const
     {
         return program.services.ini.read(section, key, 1000);
     }
-
-    Program program;
 };

@@ -219,7 +219,7 @@ private slots:
         QByteArray settings = startingByItself(server);
         settings.replace("mess0=first", "mess0=");
         const MessagesTab tab(settings);
-        QVERIFY(tab.program.session.connected);
+        QVERIFY(tab.program.isConnected());
         QVERIFY(!tab.program.find<QTimer>(u"tmrmessage"_s)->isActive());
     }
 

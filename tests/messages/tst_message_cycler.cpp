@@ -201,9 +201,10 @@ private slots:
         CyclerTab cycler({"first", "second"});
         cycler.start();
         QCOMPARE(cycler.saidIn(3), QStringList{u"1 first"_s});
-        cycler.program().session.rconbusy = true;
-        QCOMPARE(cycler.saidIn(1), QStringList());
-        cycler.program().session.rconbusy = false;
+        QStringList said{u"not asked"_s};
+        atRequest(cycler.server, "dvarlist scr_allow_*", [&] { said = cycler.saidIn(1); });
+        cycler.program().click(u"cmdCodOther_1"_s);
+        QCOMPARE(said, QStringList());
         QCOMPARE(cycler.saidIn(4), QStringList{u"3 second"_s});
     }
 
@@ -270,6 +271,17 @@ private slots:
     }
 
     // Nobody is there to answer the box.
+    void anIntervalWithAUnitThatHasPassedSendsNext()
+    {
+        CyclerTab cycler({"first", "second"});
+        cycler.setInterval(u"10"_s);
+        cycler.start();
+        QCOMPARE(cycler.saidIn(6), QStringList{u"1 first"_s});
+        cycler.setInterval(u"3 min"_s);
+        QCOMPARE(cycler.program().prompts.takeBoxes().size(), 1);
+        QCOMPARE(cycler.saidIn(5), QStringList({u"1 second"_s, u"4 first"_s}));
+    }
+
     void aMessageWhoseBoxIsOpenCountsAsSaidAndTheNextOnesAreSaid_data()
     {
         QTest::addColumn<QByteArray>("first");

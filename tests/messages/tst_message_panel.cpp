@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "game_replies.h"
 #include "program.h"
-#include "tests/rcon/game_replies.h"
 #include "window_test.h"
 
 #include <QComboBox>

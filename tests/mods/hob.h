@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "at_request.h"
 #include "base/controls.h"
-#include "program.h"
-#include "tests/rcon/at_request.h"
-#include "tests/rcon/exchange_boxes.h"
-#include "tests/rcon/game_replies.h"
+#include "connected_program.h"
+#include "exchange_boxes.h"
 #include "window_test.h"
 
 #include <QScrollBar>
@@ -50,26 +49,19 @@ inline QStringList switches()
 
 /// The running program with the mod's window open; connected to a practice server with the mod, if wanted, and what
 /// connecting asked is forgotten.
-struct Hob final {
-    explicit Hob(bool connected = true) : server(hobServer())
+struct Hob final : ConnectedProgram {
+    explicit Hob(bool connected = true) : ConnectedProgram({.practice = hobServer(), .connects = connected})
     {
-        if (!server.listen())
-            qFatal("no port for the server");
-        answerBriefly(server);
-        program.start();
-        if (connected)
-            program.connectTo(server);
         program.click(QStringLiteral("cmdhob"));
         if (!QTest::qWaitForWindowActive(window()))
-            qFatal("the window does not become active");
-        server.forgetRequests();
-        told = program.messages().size();
+            failTest(QStringLiteral("the window does not become active"));
+        forget();
     }
 
     [[nodiscard]] static QWidget *window()
     {
         if (hobWindows().size() != 1)
-            qFatal("the window is not open, or twice");
+            failTest(QStringLiteral("the window is not open, or twice"));
         return hobWindows().constFirst();
     }
     template <typename Object>
@@ -77,7 +69,7 @@ struct Hob final {
     {
         auto *found = window()->findChild<Object *>(name);
         if (!found)
-            qFatal("no object named %s", qPrintable(name));
+            failTest(QStringLiteral("no object named ") + name);
         return found;
     }
     void click(const QString &button) const { find<QAbstractButton>(button)->click(); }
@@ -94,10 +86,4 @@ struct Hob final {
     }
     /// Goes to another control.
     static void leave() { find<QWidget>(QStringLiteral("cmdexit"))->setFocus(); }
-    /// Lines in the message list since the window was opened.
-    [[nodiscard]] QStringList lines() const { return program.messages().mid(told); }
-
-    PracticeServer server;
-    Program program{keepsOutput};
-    qsizetype told = 0;
 };

@@ -76,26 +76,31 @@ private slots:
         for (const QString &bar : percentageBars)
             Hob::bar(bar)->setValue(70);
         const double before = hob.program.clock.secondsSinceMidnight();
-        bool busy = true;
-        bool collects = false;
+        const QString pane = hob.program.pane();
         QString note;
-        atRequest(hob.server, "dvarlist scr_hob_*", [&] {
-            busy = hob.program.session.rconbusy;
-            collects = hob.program.session.rconcollect;
-            note = hob.program.note();
-        });
+        atRequest(hob.server, "dvarlist scr_hob_*", [&] { note = hob.program.note(); });
         hob.click(u"cmdhobpop"_s);
         QCOMPARE(hob.server.requests(), QList<QByteArray>{QByteArray(4, '\xFF') + "rcon practice dvarlist scr_hob_*"});
         QVERIFY(hob.program.clock.secondsSinceMidnight() - before > 1.4);
         QCOMPARE(note, u"Heat of Battle MOD...\nReading variables from the server..."_s);
-        QVERIFY(collects && !busy);
+        QCOMPARE(hob.program.pane(), pane);
         QCOMPARE(Hob::text(u"txtwave"_s)->text(), u"22"_s);
         QCOMPARE(ticked(), (QStringList{u"chkobi"_s, u"chkspawn"_s, u"chkannouncespawn"_s}));
         QVERIFY2(percentages() == QStringList(4, nothing), "their names are found in no reply");
         QCOMPARE(changed(), QStringList());
-        QVERIFY2(hob.program.session.rconcollect, "goes on collecting");
         QVERIFY(!hob.program.progress()->isVisible());
         QCOMPARE(hob.lines(), QStringList());
+        QVERIFY2(!hob.showsReplies(), "goes on collecting");
+    }
+
+    void theRefreshGoesOnWhileItReads()
+    {
+        Hob hob;
+        bool refreshed = false;
+        atRequest(hob.server, "dvarlist scr_hob_*", [&] { refreshed = hob.isRefreshing(); });
+        hob.click(u"cmdhobpop"_s);
+        hob.program.prompts.takeBoxes();
+        QVERIFY(refreshed);
     }
 
     void percentagesOfTheExactNamesAreShown_data()
@@ -204,8 +209,11 @@ private slots:
         QFETCH(Answer, answer);
         Hob hob;
         hob.click(u"cmdhobpop"_s);
-        hob.program.session.rconcollect = false;
-        hob.server.forgetRequests();
+        hob.program.click(u"cmdpopwep"_s); // ends the silence
+        hob.program.prompts.takeBoxes();
+        hob.forget();
+        QVERIFY(hob.showsReplies());
+        hob.forget();
         for (const QString &name : switches())
             Hob::box(name)->click();
         Hob::text(u"txtwave"_s)->setText(u"9"_s);
@@ -234,9 +242,9 @@ private slots:
                                            u"Support percentage changed."_s, u"Rifle percentage changed."_s}));
         QCOMPARE(note, u"Heat of Battle MOD...\nSending variables to the server..."_s);
         QCOMPARE(changed(), QStringList());
-        QVERIFY(hob.program.session.rconcollect);
         QVERIFY(!hob.program.progress()->isVisible());
         QCOMPARE(hob.program.pane().mid(pane.size()).count(u">>RCON sent ["_s), 14);
+        QVERIFY(!hob.showsReplies());
     }
 
     void whatDidNotChangeIsNotSent()
@@ -269,9 +277,9 @@ private slots:
         QTRY_COMPARE(hob.server.commands(), (QList<QByteArray>{"set g_gametype hob", "map_restart"}));
         QCOMPARE(before, QStringList{u"Mode changed to HOB"_s});
         QVERIFY(since > 0.9);
-        QVERIFY(!hob.program.session.rconnowait);
         QVERIFY(!hob.program.pane().mid(pane.size()).contains(u">>RCON sent"));
         QVERIFY(hob.program.prompts.takeBoxes().isEmpty());
+        QVERIFY2(hob.showsReplies(), "the next command waits for its reply");
     }
 
     // The closed window's handler is still at work: the same window is shown again, and then a new one.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "fail_test.h"
 #include "output/rcon_pane.h"
 
 #include <QCoreApplication>
@@ -23,7 +24,7 @@ public:
         pane.resize(500, 160);
         pane.show();
         if (!QTest::qWaitForWindowExposed(&pane))
-            qFatal("the pane does not show");
+            failTest(QStringLiteral("the pane does not show"));
     }
 
     /// Appends and lets the pane lay its lines out.

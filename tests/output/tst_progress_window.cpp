@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "activation.h"
 #include "program.h"
-#include "tests/base/activation.h"
 #include "window_test.h"
 
 #include <QGroupBox>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "base/wire_text.h"
+#include "cpu_time.h"
 #include "output/rcon_pane.h"
 #include "program.h"
 #include "shown_pane.h"
-#include "tests/base/cpu_time.h"
 #include "window_test.h"
 
 #include <QHash>

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "at_request.h"
+#include "connected_program.h"
+#include "exchange_boxes.h"
 #include "practice/player.h"
-#include "program.h"
-#include "tests/rcon/at_request.h"
-#include "tests/rcon/exchange_boxes.h"
-#include "tests/rcon/game_replies.h"
 #include "window_test.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
-#include <QTabWidget>
 #include <QTableView>
 
 /// A server on which nobody is.
@@ -111,19 +109,12 @@ inline Box slowBox()
 
 /// The running program with the "Players" tab open, connected to a practice server on which nobody is yet; what
 /// connecting asked is forgotten.
-struct PlayersTab final {
+struct PlayersTab final : ConnectedProgram {
     explicit PlayersTab(const QByteArray &preferences = {}, const PracticeOptions &options = desertedServer())
-        : server(options), program(keepsOutput + preferences)
+        : ConnectedProgram({.practice = options, .settings = keepsOutput + preferences, .tab = 4})
     {
-        if (!server.listen())
-            qFatal("no port for the server");
-        answerBriefly(server);
-        program.start();
-        program.find<QTabWidget>(QStringLiteral("SSTab"))->setCurrentIndex(4);
-        program.connectTo(server);
         server.answerAsUsual("status");
         server.answerAsUsual("getstatus");
-        server.forgetRequests();
     }
 
     void put(const QList<Player> &players)
@@ -175,7 +166,4 @@ struct PlayersTab final {
             numbers.append(row.data().toString());
         return numbers;
     }
-
-    PracticeServer server;
-    Program program;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "player_grid.h"
 
-#include "tests/rcon/link.h"
+#include "link.h"
 
 using namespace Qt::StringLiterals;
 

@@ -53,7 +53,7 @@ private slots:
             other.game().players().put(somebody(3, u"Innocent"_s));
         });
         tab.tick();
-        QVERIFY(left && tab.program.session.connected);
+        QVERIFY(left && tab.program.isConnected());
         QCOMPARE(kicks(other.commands()), 0);
         QCOMPARE(kicks(tab.server.commands()), 0);
         QVERIFY(other.game().players().at(3));

@@ -46,7 +46,7 @@ private slots:
         QCOMPARE(tab.grid(), wanted);
         QCOMPARE(tab.server.requests(), QList<QByteArray>{QByteArray(4, '\xFF') + "rcon practice status"});
         QCOMPARE(tab.program.pane(), pane);
-        QVERIFY(!tab.program.session.rconcollect);
+        QVERIFY(tab.showsReplies());
     }
 
     void aSecondPopulateStartsFromNothing()
@@ -121,7 +121,7 @@ private slots:
         tab.populate();
         QCOMPARE(tab.program.prompts.takeBoxes(), QList<Box>{noPlayersBox()});
         QVERIFY(tab.grid().isEmpty());
-        QVERIFY(!tab.program.session.rconcollect);
+        QVERIFY(tab.showsReplies());
     }
 
     void aSilentServerIsToldByBothBoxes()
@@ -131,7 +131,8 @@ private slots:
         tab.populate();
         QCOMPARE(tab.program.prompts.takeBoxes(), (QList<Box>{noResponseBox(), noPlayersBox()}));
         QCOMPARE(tab.server.commands(), QList<QByteArray>(5, "status"));
-        QVERIFY(!tab.program.session.rconcollect);
+        tab.server.setSilent(false);
+        QVERIFY(tab.showsReplies());
     }
 
     void theNoteIsShownWhileTheServerIsAsked_data()

@@ -115,11 +115,11 @@ private slots:
         tab.put({somebody(3, u"Ann"_s, 999)});
         tab.tickBox(u"chkautoupdate"_s);
         tab.server.forgetRequests();
-        tab.program.session.rconbusy = true;
-        tab.tick();
-        QVERIFY(tab.server.requests().isEmpty());
+        atRequest(tab.server, "dvarlist scr_*", [&] { tab.tick(); });
+        tab.program.click(u"cmdservpop"_s);
+        QCOMPARE(tab.server.commands(), (QList<QByteArray>{"dvarlist sv_*", "dvarlist scr_*", "dvarlist cl_free*"}));
         QCOMPARE(tab.grid().size(), 1);
-        tab.program.session.rconbusy = false;
+        tab.server.forgetRequests();
         tab.tick();
         QCOMPARE(tab.server.commands(), (QList<QByteArray>{"status", "clientkick 3"}));
     }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "other_windows.h"
 #include "player_grid.h"
 
 using namespace Qt::StringLiterals;
@@ -24,17 +25,14 @@ QList<QByteArray> tickCommands(PlayersTab &tab)
 const QList<QByteArray> noKick{"status"};
 
 /// Switches the kick in the preferences window, and saves that.
-void switchKick(PlayersTab &tab, bool on)
+void switchKick(Program &program, bool on)
 {
-    tab.program.trigger(u"mpref"_s);
-    for (QWidget *window : QApplication::topLevelWidgets()) {
-        if (window->objectName() != u"frmpref" || !window->isVisible())
-            continue;
-        window->findChild<QAbstractButton *>(u"chkauto999"_s)->setChecked(on);
-        window->findChild<QAbstractButton *>(u"cmdsave"_s)->click();
-    }
-    QCOMPARE(tab.program.session.options.autokick999, on);
-    tab.program.prompts.takeBoxes();
+    program.trigger(u"mpref"_s);
+    const QWidget *preferences = otherWindow(u"frmpref"_s);
+    QVERIFY(preferences);
+    preferences->findChild<QAbstractButton *>(u"chkauto999"_s)->setChecked(on);
+    preferences->findChild<QAbstractButton *>(u"cmdsave"_s)->click();
+    QCOMPARE(program.prompts.takeBoxes().size(), 2); // the question, and that it is done
 }
 
 } // namespace
@@ -71,7 +69,7 @@ private slots:
         tab.put({somebody(5, u"Ben"_s, hanging)});
         for (int populate = 0; populate < 3; ++populate)
             tab.populate(); // counts, and does not kick
-        switchKick(tab, false);
+        switchKick(tab.program, false);
         tab.server.game().players().remove(5);
         tab.put({somebody(5, u"Innocent"_s)});
         tab.tickBox(u"chkautoupdate"_s);
@@ -85,7 +83,7 @@ private slots:
         PlayersTab tab("autokick999=1\r\nautokick999int=2\r\n");
         tab.put({somebody(5, u"Ben"_s, hanging), somebody(6, u"Cem"_s, hanging)});
         tab.tickBox(u"chkautoupdate"_s);
-        atRequest(tab.server, "clientkick 5", [&] { tab.program.session.options.autokick999 = false; });
+        atRequest(tab.server, "clientkick 5", [&] { switchKick(tab.program, false); });
         QCOMPARE(tickCommands(tab), (QList<QByteArray>{"status", "clientkick 5"}));
         QVERIFY(tab.server.game().players().at(6));
     }
@@ -97,8 +95,8 @@ private slots:
         tab.put({somebody(3, u"Ann"_s, hanging), somebody(5, u"Ben"_s, hanging)});
         for (int populate = 0; populate < 3; ++populate)
             tab.populate();
-        switchKick(tab, false);
-        switchKick(tab, true);
+        switchKick(tab.program, false);
+        switchKick(tab.program, true);
         tab.server.game().players().remove(5);
         tab.server.game().players().remove(3);
         tab.put({somebody(3, u"Ann"_s)});

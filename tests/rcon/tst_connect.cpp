@@ -75,7 +75,7 @@ private slots:
         QCOMPARE(enabledState(program, u"cmdcfgexec"_s), u"cmdcfgexec on"_s);
         QCOMPARE(enabledState(program, u"cmdsmrpaste_0"_s), u"cmdsmrpaste_0 on"_s);
         QCOMPARE(enabledState(program, u"cmdsmrpaste_1"_s), u"cmdsmrpaste_1 on"_s);
-        QVERIFY(!program.session.rconcollect);
+        QVERIFY(program.showsRepliesOf(server));
     }
 
     void theNoteTellsEachStep()

@@ -216,7 +216,7 @@ private slots:
         QCOMPARE(program.rows(u"lstcfgs"_s), QStringList({u"server.cfg"_s, u"match.cfg"_s}));
         QCOMPARE(program.pane().count(u"Server running game mode"), 1);
         QVERIFY(program.progress()->isHidden());
-        QVERIFY(!program.session.rconcollect);
+        QVERIFY(program.showsRepliesOf(server));
     }
 };
 

@@ -87,7 +87,7 @@ private slots:
         QCOMPARE(told(program), placeholders);
         QCOMPARE(program.pane(), u"map: mp_carentan\r\nnum score\r\n\r\n"_s);
         QVERIFY(program.progress()->isHidden());
-        QVERIFY(!program.session.rconcollect);
+        QVERIFY(program.showsRepliesOf(server));
         QVERIFY2(!program.find<QAbstractButton>(u"chkautoupdate"_s)->isChecked(), "step 16 is not reached");
     }
 
@@ -155,7 +155,7 @@ private slots:
                                              u"No CFGs on server"_s}));
         QVERIFY2(program.find<QAbstractButton>(u"chkautoupdate"_s)->isChecked(), "the refresh starts all the same");
         QVERIFY(program.progress()->isHidden());
-        QVERIFY(!program.session.rconcollect);
+        QVERIFY(program.showsRepliesOf(server));
     }
 
     void theGameIsShownInBracketsEvenWhenItIsNotTold()

@@ -98,8 +98,8 @@ private slots:
         QCOMPARE(at.first.commands(), QList<QByteArray>{"status"});
         QCOMPARE(at.second.commands(), allCommands);
         QCOMPARE(at.program.messages(), QStringList{u"Connected to server 127.0.0.1:%1"_s.arg(at.second.port())});
-        QVERIFY(!at.program.session.rconcollect);
         QVERIFY(!at.program.progress()->isVisible());
+        QVERIFY(at.program.showsRepliesOf(at.second));
     }
 
     // Each server gets only the password that was typed for it.

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "at_request.h"
 #include "bench.h"
+#include "game_replies.h"
 #include "practice/practice_server.h"
 #include "rcon/connecting.h"
 #include "rcon/server_link.h"
 #include "rcon/services.h"
 #include "settings/ini_file.h"
-#include "tests/rcon/at_request.h"
-#include "tests/rcon/game_replies.h"
 #include "window_test.h"
 
 #include <QTemporaryDir>

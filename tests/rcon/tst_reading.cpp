@@ -69,9 +69,9 @@ private slots:
         QVERIFY(after);
         QCOMPARE(after->note, serverNote);
         QVERIFY(after->collects && after->busy);
-        const Marks end(servers.program);
-        QCOMPARE(end.note, QString());
-        QVERIFY(!end.collects && !end.busy);
+        QVERIFY(!servers.program.progress()->isVisible());
+        QVERIFY(servers.showsReplies());
+        QVERIFY(servers.isRefreshing());
     }
 
     void whatAnOuterReadingIsStillToReadStaysOutOfThePane()
@@ -103,23 +103,23 @@ private slots:
         const auto after = pressedMeanwhile(servers, u"cmdservpop"_s, "dvarlist sv_*", u"cmdservsetbasics"_s);
         servers.program.prompts.takeBoxes();
         QVERIFY(after && after->busy);
-        QVERIFY(!servers.program.session.rconbusy);
+        QVERIFY(servers.isRefreshing());
     }
 
     void whatTheOutermostLeavesOnPurposeStays()
     {
         TwoServers servers;
         pressedMeanwhile(servers, u"cmdCodOther_1"_s, "dvarlist scr_allow_*", u"cmdservpop"_s);
-        QVERIFY2(servers.program.session.rconcollect, "the other settings' page goes on collecting");
-        QVERIFY(!servers.program.session.rconbusy);
+        QVERIFY2(!servers.showsReplies(), "the other settings' page goes on collecting");
+        QVERIFY(servers.isRefreshing());
 
         servers.first.answer("dir maps/mp d3dbsp", {"no heading\n"});
         servers.program.click(u"cmdpopmaps"_s);
         QCOMPARE(servers.program.prompts.takeBoxes().size(), 1);
-        QVERIFY2(servers.program.session.rconbusy, "after three listings without maps");
-        QVERIFY(!servers.program.session.rconcollect);
+        QVERIFY2(!servers.isRefreshing(), "after three listings without maps");
+        QVERIFY(servers.showsReplies());
         servers.program.click(u"cmdservpop"_s);
-        QVERIFY(!servers.program.session.rconbusy);
+        QVERIFY(servers.isRefreshing());
     }
 
     void whatAnInnerOneWouldLeaveTheOutermostTakesBack()
@@ -127,7 +127,7 @@ private slots:
         TwoServers servers;
         const auto after = pressedMeanwhile(servers, u"cmdservpop"_s, "dvarlist sv_*", u"cmdCodOther_1"_s);
         QVERIFY(after && after->collects);
-        QVERIFY(!servers.program.session.rconcollect);
+        QVERIFY(servers.showsReplies());
     }
 
     void aReadingStuckAtMidnightDoesNotKeepTheNextDaysMarks()

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "at_request.h"
 #include "base/controls.h"
-#include "program.h"
-#include "tests/rcon/at_request.h"
-#include "tests/rcon/exchange_boxes.h"
-#include "tests/rcon/game_replies.h"
+#include "connected_program.h"
+#include "exchange_boxes.h"
 #include "window_test.h"
 
 #include <QLabel>
@@ -14,9 +13,7 @@
 /// One request, and how the program stood when it came.
 struct Asked {
     QByteArray command;
-    double seconds = 0; ///< since midnight
-    bool busy = false;
-    bool collecting = false;
+    double seconds = 0;   ///< since midnight
     QString note;         ///< of the progress window
     QStringList messages; ///< since the last `forget`
 };
@@ -36,25 +33,23 @@ inline Box notConnectedYetBox()
 }
 
 /// The program connected to a practice server whose maps load at once, when connecting is over and forgotten.
-struct SettingsTab final {
-    explicit SettingsTab(const PracticeOptions &options = quickServer()) : server(options)
+struct SettingsTab final : ConnectedProgram {
+    explicit SettingsTab(const PracticeOptions &options = quickServer())
+        : ConnectedProgram({.practice = options, .prepare = {}})
     {
-        if (!server.listen())
-            qFatal("the practice server gets no port");
-        QObject::connect(&server, &PracticeServer::requested, &server, [this] {
-            asked.append({server.commands().constLast(), program.clock.secondsSinceMidnight(), program.session.rconbusy,
-                          program.session.rconcollect, program.note(), messages()});
+        QObject::connect(&server, &PracticeServer::requested, &recorder, [this] {
+            const QByteArray command = server.commands().constLast();
+            if (ticksMeanwhile)
+                refreshedMeanwhile = isRefreshing() || refreshedMeanwhile;
+            asked.append({command, program.clock.secondsSinceMidnight(), program.note(), messages()});
         });
-        program.start();
-        program.connectTo(server);
         forget();
     }
 
     void forget()
     {
-        server.forgetRequests();
+        ConnectedProgram::forget();
         asked.clear();
-        messagesBefore = program.messages().size();
         paneBefore = program.pane().size();
     }
 
@@ -70,7 +65,7 @@ struct SettingsTab final {
         return commands;
     }
 
-    [[nodiscard]] QStringList messages() const { return program.messages().mid(messagesBefore); }
+    [[nodiscard]] QStringList messages() const { return lines(); }
     [[nodiscard]] QString pane() const { return program.pane().mid(paneBefore); }
 
     /// The commands that the pane echoes.
@@ -101,12 +96,12 @@ struct SettingsTab final {
     [[nodiscard]] QList<Box> boxes() { return program.prompts.takeBoxes(); }
 
     QList<Asked> asked;
-    PracticeServer server;
-    Program program{keepsOutput};
+    bool ticksMeanwhile = false;     ///< the refresh timer runs out at every request
+    bool refreshedMeanwhile = false; ///< and the server was asked for the players then
 
 private:
-    qsizetype messagesBefore = 0;
     qsizetype paneBefore = 0;
+    QObject recorder;
 };
 
 /// Brings the tab to the front that holds `control`.
@@ -128,5 +123,5 @@ inline QLabel *labelOf(const Program &program, const QString &control)
         if (label->buddy() == widget)
             return label;
     }
-    qFatal("no label for %s", qPrintable(control));
+    failTest(QStringLiteral("no label for ") + control);
 }

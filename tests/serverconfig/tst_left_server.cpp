@@ -102,8 +102,10 @@ private slots:
         servers.program.click(u"cmdservpop"_s);
         QCOMPARE(servers.second.commands(), QList<QByteArray>());
         QCOMPARE(servers.program.text(u"txtservermotd"_s), QString());
-        QVERIFY(!servers.program.session.rconbusy && !servers.program.session.rconcollect);
         QVERIFY(!servers.program.progress()->isVisible());
+        QVERIFY(servers.program.showsRepliesOf(servers.second));
+        servers.second.answerAsUsual("status");
+        QVERIFY(servers.program.isRefreshingFrom(servers.second));
     }
 
     void twoClicksRestartTheMapTwiceAndWaitForNothing()

@@ -35,10 +35,10 @@ void selectMap(const Program &program, int row)
 
 #define VERIFY_RESTING(tab)                                                                                            \
     do {                                                                                                               \
-        QVERIFY(!tab.program.session.rconbusy);                                                                        \
-        QVERIFY(!tab.program.session.rconcollect);                                                                     \
         QVERIFY(tab.program.progress()->isHidden());                                                                   \
         QCOMPARE(tab.program.note(), QString());                                                                       \
+        QVERIFY(tab.showsReplies());                                                                                   \
+        QVERIFY(tab.isRefreshing());                                                                                   \
     } while (false)
 
 } // namespace
@@ -144,6 +144,7 @@ private slots:
     void whileItReadsTheProgramIsBusyAndTheListEmpty()
     {
         SettingsTab tab;
+        tab.ticksMeanwhile = true;
         tab.program.click(u"cmddefmaps"_s);
         QStringList meanwhile{u"not asked"_s};
         atRequest(tab.server, listCommand, [&] { meanwhile = maps(tab); });
@@ -153,8 +154,9 @@ private slots:
         QVERIFY2(tab.program.clock.secondsSinceMidnight() - before > 1.4, "the reply has a second more to come in");
         QCOMPARE(meanwhile, QStringList());
         QCOMPARE(tab.asked.size(), 1);
-        QVERIFY(tab.asked.constFirst().busy);
-        QVERIFY(tab.asked.constFirst().collecting);
+        QVERIFY(!tab.refreshedMeanwhile);
+        QVERIFY2(maps(tab).contains(u"mp_carentan"_s) && !tab.pane().contains(u"mp_carentan"_s),
+                 "only the echo is shown");
         QCOMPARE(tab.asked.constFirst().note, u"Asking server for map list..."_s);
     }
 
@@ -179,13 +181,13 @@ private slots:
         QCOMPARE(tab.commands(), QList<QByteArray>(3, listCommand));
         QVERIFY(tab.smallestGap() > 1.4);
         QCOMPARE(maps(tab), QStringList());
-        QVERIFY(!tab.program.session.rconcollect);
+        QVERIFY(tab.showsReplies());
         QVERIFY(tab.program.progress()->isHidden());
-        QVERIFY2(tab.program.session.rconbusy, "the mark stays");
+        QVERIFY2(!tab.isRefreshing(), "the mark stays");
 
         tab.program.prompts.whileOpen = nullptr;
         tab.program.click(u"cmdservpop"_s);
-        QVERIFY2(!tab.program.session.rconbusy, "until another reading ends");
+        QVERIFY2(tab.isRefreshing(), "until another reading ends");
     }
 
     void theThirdAttemptMayBringTheList()
@@ -260,7 +262,7 @@ private slots:
         QCOMPARE(tab.echoed(), QList<QByteArray>());
         QCOMPARE(tab.messages(), QStringList());
         QVERIFY(tab.boxes().isEmpty());
-        QVERIFY(!tab.program.session.rconnowait);
+        QVERIFY2(tab.showsReplies(), "the next command waits for its reply");
 
         tab.server.answerAsUsual("map mp_decoy");
         selectMap(tab.program, 5);

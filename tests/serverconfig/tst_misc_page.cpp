@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "program.h"
-#include "tests/rcon/game_replies.h"
+#include "connected_program.h"
 #include "window_test.h"
 
 #include <QComboBox>
@@ -44,24 +43,16 @@ Where xxx is the gametype prefix, DM, TDM, SD, RE, HQ, BEL or Modprefix
 xxxxxx is the map name, for example; mp_pavlov)"_s;
 
 /// A program that is connected to a server which answers shortly, and has forgotten what connecting asked.
-struct Connected {
+struct Connected final : ConnectedProgram {
     explicit Connected(const QByteArray &listing = "---\n/server.cfg\n/match.cfg\n",
                        const QByteArray &rotation = "sv_mapRotation \"gametype sd map mp_decoy\"\n")
+        : ConnectedProgram({.prepare = [&](PracticeServer &taught) {
+              answerBriefly(taught);
+              taught.answer("fdir *.cfg", {listing});
+              taught.answer("dvarlist sv_maprotation", {rotation});
+          }})
     {
-        if (!server.listen())
-            qFatal("no port for the server");
-        answerBriefly(server);
-        server.answer("fdir *.cfg", {listing});
-        server.answer("dvarlist sv_maprotation", {rotation});
-        program.start();
-        program.connectTo(server);
-        commands = server.commands();
-        server.forgetRequests();
     }
-
-    PracticeServer server;
-    Program program{keepsOutput};
-    QList<QByteArray> commands; ///< that connecting sent
 };
 
 } // namespace
@@ -151,7 +142,7 @@ private slots:
         QCOMPARE(to.program.text(u"txtcurmaprot_0"_s), u"Server did not give rotation."_s);
         QVERIFY(to.program.find<QPlainTextEdit>(u"txtcurmaprot_0"_s)->font().bold());
         QVERIFY(!to.program.find<QPushButton>(u"cmdsmrpaste_0"_s)->isEnabled());
-        QCOMPARE(to.commands.constLast(), "fdir *.cfg");
+        QCOMPARE(to.connecting.constLast(), "fdir *.cfg");
         QCOMPARE(to.program.rows(u"lstcfgs"_s), QStringList{u"server.cfg"_s});
     }
 

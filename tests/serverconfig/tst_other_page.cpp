@@ -104,18 +104,20 @@ private slots:
     void whileItReadsTheProgramIsBusyAndSilent()
     {
         SettingsTab tab;
+        tab.ticksMeanwhile = true;
         tab.startSecond();
         const double before = tab.program.clock.secondsSinceMidnight();
         tab.program.click(populateButton);
         QVERIFY2(tab.program.clock.secondsSinceMidnight() - before > 1.4, "the reply has a second more to come in");
         QCOMPARE(tab.asked.size(), 1);
-        QVERIFY(tab.asked.constFirst().busy);
-        QVERIFY(tab.asked.constFirst().collecting);
+        QVERIFY(!tab.refreshedMeanwhile);
+        QCOMPARE(tab.pane(), u""_s);
         QCOMPARE(tab.asked.constFirst().note, u"\nReading variables from the server..."_s);
-        QVERIFY(!tab.program.session.rconbusy);
         QVERIFY(tab.program.progress()->isHidden());
         QCOMPARE(tab.program.note(), u""_s);
-        QVERIFY2(tab.program.session.rconcollect, "this page leaves it so");
+        QVERIFY2(!tab.showsReplies(), "this page leaves it so");
+        tab.ticksMeanwhile = false;
+        QVERIFY(tab.isRefreshing());
     }
 
     void aMissingOrEmptyVariableCountsAsZero_data()
@@ -188,9 +190,9 @@ private slots:
         tab.program.click(populateButton);
         QCOMPARE(shown(tab), states);
         QVERIFY(tab.check(frag)->dataChanged);
-        QVERIFY(!tab.program.session.rconbusy);
-        QVERIFY(tab.program.session.rconcollect);
         QVERIFY(tab.program.progress()->isHidden());
+        QVERIFY(!tab.showsReplies());
+        QVERIFY(tab.isRefreshing());
         QVERIFY2(tab.boxes().isEmpty(), "the fault is not told");
     }
 
@@ -241,14 +243,15 @@ private slots:
             for (const QString &name : clicked)
                 tab.program.click(name);
             tab.program.prompts.answers = {answer};
+            tab.ticksMeanwhile = true;
             tab.program.click(sendButton);
+            tab.ticksMeanwhile = false;
             QCOMPARE(tab.boxes(), QList<Box>{question});
             QCOMPARE(tab.commands(), commands);
             QCOMPARE(tab.echoed(), commands);
             QCOMPARE(tab.messages(), QStringList(commands.size(), u"Check1 updated."_s));
-            for (const Asked &each : std::as_const(tab.asked))
-                QVERIFY(each.busy);
-            QVERIFY(!tab.program.session.rconbusy);
+            QVERIFY(!tab.refreshedMeanwhile);
+            QVERIFY(tab.isRefreshing());
             for (const auto &[box, variable] :
                  {std::pair(smoke, u"scr_allow_smokegrenades"_s), std::pair(frag, u"scr_allow_fraggrenades"_s)})
                 QCOMPARE(tab.server.game().dvars().value(variable), clicked.contains(box) ? u"0"_s : u"1"_s);
@@ -301,7 +304,10 @@ private slots:
         program.click(sendButton);
         QCOMPARE(program.prompts.takeBoxes(), QList<Box>({question, notConnectedBox(), notConnectedBox()}));
         QCOMPARE(program.messages(), QStringList(2, u"Check1 updated."_s));
-        QVERIFY(!program.session.rconbusy);
+        PracticeServer server;
+        listenOrFail(server);
+        program.connectTo(server);
+        QVERIFY(program.isRefreshingFrom(server));
     }
 };
 

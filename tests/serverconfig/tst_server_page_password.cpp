@@ -35,7 +35,7 @@ private slots:
         tab.program.click(u"cmdservsetpass"_s);
         QCOMPARE(tab.commands(), (QList<QByteArray>{"g_password \"x\"", "map_restart"}));
         QVERIFY(tab.boxes().isEmpty());
-        QVERIFY(!tab.program.session.rconnowait);
+        QVERIFY2(tab.showsReplies(), "the next command waits for its reply");
     }
 
     void thePasswordItselfIsWaitedFor()

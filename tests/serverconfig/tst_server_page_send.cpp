@@ -95,13 +95,17 @@ private slots:
     {
         SettingsTab tab;
         editEverything(tab.program);
-        tab.program.prompts.whileOpen = [&] { QVERIFY(!tab.program.session.rconbusy); };
+        for (const QByteArray &command : everyCommand)
+            tab.server.answer(command, {"heard"});
+        bool refreshed = false;
+        tab.program.prompts.whileOpen = [&] { refreshed = tab.isRefreshing(); };
+        tab.ticksMeanwhile = true;
         send(tab);
-        for (const Asked &each : std::as_const(tab.asked)) {
-            QVERIFY(each.busy);
-            QVERIFY(!each.collecting);
-        }
-        QVERIFY(!tab.program.session.rconbusy);
+        tab.ticksMeanwhile = false;
+        QVERIFY2(refreshed, "the question comes first");
+        QVERIFY(!tab.refreshedMeanwhile);
+        QCOMPARE(tab.pane().count(u"heard"_s), everyCommand.size());
+        QVERIFY(tab.isRefreshing());
     }
 
     void aSecondSendHasNothingLeft()
@@ -125,7 +129,7 @@ private slots:
         tab.forget();
         send(tab);
         QCOMPARE(tab.commands(), QList<QByteArray>());
-        QVERIFY(!tab.program.session.rconbusy);
+        QVERIFY(tab.isRefreshing());
     }
 
     void onlyWhatChangedIsSent_data()
@@ -210,13 +214,15 @@ private slots:
     {
         SettingsTab tab;
         tab.program.click(u"chkvoting"_s);
+        tab.ticksMeanwhile = true;
         tab.startSecond();
         send(tab);
+        tab.ticksMeanwhile = false;
         QCOMPARE(tab.commands(), (QList<QByteArray>{"scr_allow_vote 1", "g_allowvote 1"}));
         QCOMPARE(tab.echoed(), (QList<QByteArray>{"scr_allow_vote 1", "g_allowvote 1"}));
         QCOMPARE(tab.messages(), QStringList(2, u"Voting updated"_s));
         QCOMPARE(tab.asked.at(1).messages, QStringList{u"Voting updated"_s});
-        QVERIFY(tab.asked.at(1).busy);
+        QVERIFY(!tab.refreshedMeanwhile);
         // The slot of the first reply and the pause behind it.
         QVERIFY(tab.smallestGap() > 1.4);
     }
@@ -276,7 +282,10 @@ private slots:
                  QList<Box>({question, notConnectedBox(), notConnectedBox(), notConnectedBox()}));
         QCOMPARE(program.messages(),
                  QStringList({u"Server MOTD updated."_s, u"Voting updated"_s, u"Voting updated"_s}));
-        QVERIFY(!program.session.rconbusy);
+        PracticeServer server;
+        listenOrFail(server);
+        program.connectTo(server);
+        QVERIFY(program.isRefreshingFrom(server));
     }
 };
 

@@ -13,7 +13,7 @@
 #include <system_error>
 
 #ifdef Q_OS_UNIX
-#include "tests/support/ordinary_user.h"
+#include "ordinary_user.h"
 
 #include <csignal>
 #include <sys/resource.h>

@@ -3,6 +3,7 @@
 
 #include <QDirIterator>
 #include <QFile>
+#include <QtTest>
 
 #include <array>
 #include <unistd.h>
@@ -35,7 +36,7 @@ public:
             return;
         }
         if (setresuid(0, 0, 0) != 0 || setresgid(0, 0, 0) != 0)
-            qFatal("the superuser's rights do not come back");
+            QTest::qFail("the superuser's rights do not come back", __FILE__, __LINE__);
         staySeen();
     }
     Q_DISABLE_COPY_MOVE(OrdinaryUser)

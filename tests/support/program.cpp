@@ -24,7 +24,7 @@ QString enter(const QTemporaryDir &folder, const QByteArray &settings)
     if (!settings.isEmpty()) {
         QFile file(u"molvark.ini"_s);
         if (!file.open(QIODevice::WriteOnly) || file.write(settings) != settings.size())
-            qFatal("the settings file cannot be prepared");
+            failTest(u"the settings file cannot be prepared"_s);
     }
     return before;
 }
@@ -55,7 +55,7 @@ void Program::start()
 {
     window.show();
     if (!QTest::qWaitForWindowActive(&window))
-        qFatal("the window does not become active");
+        failTest(u"the window does not become active"_s);
     window.Form_Load();
 }
 
@@ -134,6 +134,32 @@ QString Program::note() const
     return progress()->findChild<QPlainTextEdit *>(u"txtprogress"_s)->toPlainText();
 }
 
+bool Program::isConnected() const
+{
+    return text(u"cmdconnect"_s) == u"Disconnect";
+}
+
+bool Program::showsRepliesOf(PracticeServer &server) const
+{
+    const QString reply = u"shown unless it is gathered"_s;
+    const QByteArray command = "serverinfo";
+    const qsizetype requestsBefore = server.requests().size();
+    const qsizetype shownBefore = pane().count(reply);
+    server.answer(command, {reply.toLatin1()});
+    click(u"cmsserverinfo"_s);
+    server.answerAsUsual(command);
+    if (!server.commands().sliced(requestsBefore).contains(command))
+        failTest(u"the server is not asked"_s); // a server that does not answer has brought up a box
+    return pane().count(reply) > shownBefore;
+}
+
+bool Program::isRefreshingFrom(const PracticeServer &server) const
+{
+    const qsizetype requestsBefore = server.requests().size();
+    QMetaObject::invokeMethod(find<QTimer>(u"tmrplayer"_s), "timeout");
+    return server.requests().size() > requestsBefore;
+}
+
 QByteArray Program::file(const QString &name) const
 {
     QFile file(folder.filePath(name));
@@ -144,5 +170,5 @@ void Program::write(const QString &name, const QByteArray &bytes) const
 {
     QFile file(folder.filePath(name));
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("%s cannot be written", qPrintable(name));
+        failTest(name + u" cannot be written"_s);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/composition.h"
+#include "fail_test.h"
 #include "fast_clock.h"
 #include "practice/practice_server.h"
 #include "scripted_prompts.h"
@@ -22,13 +23,13 @@ public:
     /// Fills the connection fields with the server's address and presses "Connect".
     void connectTo(const PracticeServer &server, const QString &password = QStringLiteral("practice"));
 
-    /// The control, action, timer or window of that name; the test ends when there is none.
+    /// The control, action, timer or window of that name; the test fails and ends when there is none.
     template <typename Object>
     [[nodiscard]] Object *find(const QString &name) const
     {
         auto *found = window.findChild<Object *>(name);
         if (!found)
-            qFatal("no object named %s", qPrintable(name));
+            failTest(QStringLiteral("no object named ") + name);
         return found;
     }
     void click(const QString &button) const;
@@ -45,6 +46,13 @@ public:
     /// The progress window, and its note with plain line feeds.
     [[nodiscard]] QWidget *progress() const;
     [[nodiscard]] QString note() const;
+
+    /// What the connect button says.
+    [[nodiscard]] bool isConnected() const;
+    /// Presses "Server Info": whether the answer comes into the pane. It does not while a page gathers the replies.
+    [[nodiscard]] bool showsRepliesOf(PracticeServer &server) const;
+    /// Lets the refresh timer run out: whether the server is asked for the players. It is not while a page is at work.
+    [[nodiscard]] bool isRefreshingFrom(const PracticeServer &server) const;
 
     [[nodiscard]] QByteArray file(const QString &name) const;
     void write(const QString &name, const QByteArray &bytes) const;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "fail_test.h"
+
 #include <QFile>
 
 #include <unistd.h>
@@ -10,6 +12,6 @@ inline qint64 residentKiB()
 {
     QFile file(QStringLiteral("/proc/self/statm"));
     if (!file.open(QIODevice::ReadOnly))
-        qFatal("/proc/self/statm cannot be read");
+        failTest(QStringLiteral("/proc/self/statm cannot be read"));
     return file.readAll().split(' ').value(1).toLongLong() * sysconf(_SC_PAGESIZE) / 1024;
 }

@@ -1,22 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "program.h"
-#include "tests/rcon/at_request.h"
-#include "tests/rcon/game_replies.h"
+#include "at_request.h"
+#include "connected_program.h"
 
 /// A program that is connected to the first of two servers.
-struct TwoServers final {
+struct TwoServers final : ConnectedProgram {
     TwoServers()
     {
-        for (PracticeServer *server : {&first, &second}) {
-            if (!server->listen())
-                qFatal("no port for the server");
-            answerBriefly(*server);
-        }
-        program.start();
-        program.connectTo(first);
-        first.forgetRequests();
+        listenOrFail(second);
+        answerBriefly(second);
     }
 
     /// The person goes over to the second server while the first answers this command.
@@ -37,7 +30,6 @@ struct TwoServers final {
         return all.mid(all.lastIndexOf(QStringLiteral("Connected to server 127.0.0.1:%1").arg(second.port())) + 1);
     }
 
-    PracticeServer first;
+    PracticeServer &first = server;
     PracticeServer second;
-    Program program{keepsOutput};
 };

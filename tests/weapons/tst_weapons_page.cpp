@@ -87,10 +87,10 @@ private slots:
         QCOMPARE(tab.ticked(), others);
         QCOMPARE(tab.changed(), QStringList());
         QVERIFY2(tab.program.clock.secondsSinceMidnight() - before > 1.4, "a second behind the reply's own");
-        QVERIFY(!tab.program.session.rconbusy);
-        QVERIFY(!tab.program.session.rconcollect);
         QVERIFY(!tab.program.progress()->isVisible());
         QCOMPARE(tab.lines(), QStringList());
+        QVERIFY(tab.showsReplies());
+        QVERIFY(tab.isRefreshing());
     }
 
     void aListingThatComesInPiecesIsReadWhole()
@@ -109,12 +109,11 @@ private slots:
     {
         WeaponsTab tab;
         QString note;
-        bool busy = false;
-        bool collects = false;
+        bool refreshed = true;
+        const QString pane = tab.program.pane();
         atRequest(tab.server, "dvarlist scr_allow_*", [&] {
             note = tab.program.note();
-            busy = tab.program.session.rconbusy;
-            collects = tab.program.session.rconcollect;
+            refreshed = tab.isRefreshing();
         });
         QStringList notes;
         connect(tab.program.progress()->findChild<QPlainTextEdit *>(u"txtprogress"_s), &QPlainTextEdit::textChanged,
@@ -122,7 +121,8 @@ private slots:
         tab.populate();
         const QString first = u"Reading variables from the server...\nAllies..."_s;
         QCOMPARE(note, first);
-        QVERIFY(busy && collects);
+        QVERIFY(!refreshed);
+        QCOMPARE(tab.program.pane(), pane);
         QVERIFY(notes.contains(first + u"\nRussians...\nBritish...\nGerman...\nOthers..."_s));
     }
 
@@ -156,8 +156,9 @@ private slots:
         QCOMPARE(tab.program.prompts.takeBoxes(), QList<Box>{slowBox});
         QCOMPARE(tab.ticked(), readingOrder().mid(6));
         QCOMPARE(tab.changed(), QStringList{u"chkgreasegun"_s});
-        QVERIFY(!tab.program.session.rconbusy && !tab.program.session.rconcollect);
         QVERIFY(!tab.program.progress()->isVisible());
+        QVERIFY(tab.showsReplies());
+        QVERIFY(tab.isRefreshing());
     }
 
     void everyNumberButZeroTicksItsBox()
@@ -180,7 +181,8 @@ private slots:
         tab.populate();
         QCOMPARE(tab.program.prompts.takeBoxes(), QList<Box>{slowBox});
         QCOMPARE(tab.ticked(), readingOrder().mid(2));
-        QVERIFY(!tab.program.session.rconbusy && !tab.program.session.rconcollect);
+        QVERIFY(tab.showsReplies());
+        QVERIFY(tab.isRefreshing());
     }
 
     void aSilentServerLeavesThePageUsable()
@@ -189,8 +191,9 @@ private slots:
         tab.server.setSilent(true);
         tab.populate();
         QCOMPARE(tab.program.prompts.takeBoxes(), (QList<Box>{noResponseBox(), slowBox}));
-        QVERIFY(!tab.program.session.rconbusy && !tab.program.session.rconcollect);
         tab.server.setSilent(false);
+        QVERIFY(tab.showsReplies());
+        QVERIFY(tab.isRefreshing());
         tab.populate();
         QCOMPARE(tab.ticked(), readingOrder());
     }
@@ -228,8 +231,8 @@ private slots:
         tab.populate();
         tab.program.click(u"cmdwepunselall"_s);
         tab.forget();
-        bool busy = false;
-        atRequest(tab.server, weaponCommand(u"chkm1a1carbine"_s, false), [&] { busy = tab.program.session.rconbusy; });
+        bool refreshed = true;
+        atRequest(tab.server, weaponCommand(u"chkm1a1carbine"_s, false), [&] { refreshed = tab.isRefreshing(); });
         const QString pane = tab.program.pane();
         tab.program.click(u"cmdwepsetserv"_s);
         QCOMPARE(tab.program.prompts.takeBoxes(), QList<Box>{sendBox});
@@ -243,9 +246,9 @@ private slots:
         QCOMPARE(tab.server.commands(), commands);
         QCOMPARE(tab.lines(), lines);
         QCOMPARE(tab.changed(), QStringList());
-        QVERIFY(busy);
-        QVERIFY(!tab.program.session.rconbusy);
+        QVERIFY(!refreshed);
         QCOMPARE(tab.program.pane().mid(pane.size()).count(u">>RCON sent ["_s), 21);
+        QVERIFY(tab.isRefreshing());
     }
 
     void cancelSendsNothing()
@@ -259,7 +262,7 @@ private slots:
         QCOMPARE(tab.program.prompts.takeBoxes(), QList<Box>{sendBox});
         QVERIFY(tab.server.requests().isEmpty());
         QCOMPARE(tab.changed(), QStringList{u"chkbren"_s});
-        QVERIFY(!tab.program.session.rconbusy);
+        QVERIFY(tab.isRefreshing());
     }
 
     void selectingAllMarksWhatItChanges()
@@ -292,7 +295,10 @@ private slots:
         program.click(u"cmdwepsetserv"_s);
         QCOMPARE(program.prompts.takeBoxes(), (QList<Box>{sendBox, notConnectedBox(), notConnectedBox()}));
         QCOMPARE(program.messages(), (QStringList{u"Browning Auto Rifle updated."_s, u"MP40 updated."_s}));
-        QVERIFY(!program.session.rconbusy);
+        PracticeServer server;
+        listenOrFail(server);
+        program.connectTo(server);
+        QVERIFY(program.isRefreshingFrom(server));
     }
 };
 

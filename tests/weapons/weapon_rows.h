@@ -70,7 +70,7 @@ inline WeaponRow weaponRow(const QString &box)
         if (row.box == box)
             return row;
     }
-    qFatal("no weapon of the name %s", qPrintable(box));
+    failTest(QStringLiteral("no weapon of the name ") + box);
 }
 
 /// The command that sends a box's value.

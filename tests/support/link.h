@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "connected_program.h"
 #include "exchange_boxes.h"
-#include "program.h"
 
 /// The request datagram of one console command, byte for byte.
 inline QByteArray request(const QByteArray &command, const QByteArray &password = "practice")
@@ -17,12 +17,10 @@ inline QByteArray printed(const QByteArray &text)
 }
 
 /// The running program with its socket open to a practice server, but without the questions that connecting asks.
-struct Link final {
-    explicit Link(const PracticeOptions &options = {}) : server(options)
+struct Link final : ConnectedProgram {
+    explicit Link(const PracticeOptions &options = {})
+        : ConnectedProgram({.practice = options, .settings = {}, .prepare = {}, .connects = false})
     {
-        if (!server.listen())
-            qFatal("the practice server gets no port");
-        program.start();
         program.setText(QStringLiteral("txtPWD"), QStringLiteral("practice"));
         open();
     }
@@ -41,8 +39,6 @@ struct Link final {
         QObject::connect(&server, &PracticeServer::requested, &server, action, Qt::SingleShotConnection);
     }
 
-    PracticeServer server;
-    Program program;
     Exchange &exchange = program.exchange;
     Session &session = program.session;
 };

@@ -14,12 +14,16 @@ void onNextDialog(const std::function<void(Dialog &)> &act)
 {
     QTimer::singleShot(0, qApp, [act] {
         auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
-        if (!dialog)
-            qFatal("no such dialog is open");
+        if (!dialog) {
+            if (auto *other = qobject_cast<QDialog *>(QApplication::activeModalWidget()))
+                other->reject();
+            return QTest::qFail("no such dialog is open", __FILE__, __LINE__);
+        }
         // Qt calls the window below an open dialog active as well, so qWaitForWindowActive() would not wait.
-        if (!QTest::qWaitFor([&] { return QApplication::activeWindow() == dialog; }))
-            qFatal("the dialog does not become active");
-        act(*dialog);
+        if (QTest::qWaitFor([&] { return QApplication::activeWindow() == dialog; }))
+            act(*dialog);
+        else
+            QTest::qFail("the dialog does not become active", __FILE__, __LINE__);
         if (dialog->isVisible())
             dialog->reject();
     });
