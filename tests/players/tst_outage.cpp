@@ -39,7 +39,10 @@ private slots:
         tab.tickBox(u"chkautoupdate"_s);
         QCOMPARE(tab.grid().size(), 2);
         tab.server.setSilent(true);
+        // Hours pass, and not past midnight.
+        tab.program.clock.set(QDateTime(QDate(2006, 3, 5), QTime(0, 0, 1)));
         tab.program.clock.longestStep = 500;
+        tab.program.clock.speed = 20'000;
         QList<QStringList> listed;
         qsizetype mostOpen = 0;
         quintptr firstDepth = 0;
