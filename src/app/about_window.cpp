@@ -2,6 +2,7 @@
 #include "about_window.h"
 #include "ui_about_window.h"
 
+#include "base/keys.h"
 #include "base/prompts.h"
 #include "base/system_information.h"
 #include "program_icon.h"
@@ -30,6 +31,7 @@ AboutWindow::AboutWindow(Prompts &prompts_, QWidget *parent)
     resize(minimumWidth(), heightForWidth(minimumWidth()));
     connect(ui->cmdOK, &QPushButton::clicked, this, &QWidget::close);
     ui->cmdOK->setShortcut(Qt::Key_Escape);
+    addDefaultButton(*this, *ui->cmdOK);
     connect(ui->cmdSysInfo, &QPushButton::clicked, this, &AboutWindow::cmdSysInfo_Click);
 }
 

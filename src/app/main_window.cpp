@@ -2,22 +2,25 @@
 #include "main_window.h"
 #include "ui_main_window.h"
 
-#include "about_window.h"
+#include "base/keys.h"
 #include "base/prompts.h"
 #include "messages/message_panel.h"
 #include "messages/messages_page.h"
-#include "mods/hob_window.h"
 #include "mods/mods_page.h"
+#include "other_windows.h"
+#include "output/find_bar.h"
 #include "output/message_list.h"
 #include "output/output.h"
+#include "page_area.h"
 #include "players/players_page.h"
-#include "preferences_window.h"
 #include "rcon/connect_panel.h"
 #include "rcon/connecting.h"
 #include "rcon/console_panel.h"
+#include "rcon/exchange.h"
 #include "rcon/server_fields.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
+#include "rcon/shown_command.h"
 #include "serverconfig/maps_page.h"
 #include "serverconfig/misc_page.h"
 #include "serverconfig/modes_page.h"
@@ -27,16 +30,17 @@
 #include "settings/ini_file.h"
 #include "settings/saved_servers.h"
 #include "settings/saved_servers_panel.h"
+#include "status_bar.h"
 #include "weapons/weapons_page.h"
 #include "web_links.h"
+#include "window_state.h"
 
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QListWidget>
+#include <QShortcut>
+#include <QSplitter>
 #include <QTabBar>
 #include <QTimer>
-#include <QVBoxLayout>
-#include <QWindow>
 
 #include <algorithm>
 #include <array>
@@ -44,19 +48,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-void bringUp(QWidget &window)
-{
-    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
-    window.show();
-    window.raise();
-    window.activateWindow();
-}
-
-} // namespace
-
-MainWindow::MainWindow(Services &services_, Connecting &connecting_, QWidget *parent)
+MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Exchange &exchange, QWidget *parent)
     : QMainWindow(parent),
       services(services_),
       connecting(connecting_),
@@ -65,14 +57,17 @@ MainWindow::MainWindow(Services &services_, Connecting &connecting_, QWidget *pa
       consolePanel(new ConsolePanel(services)),
       messagePanel(new MessagePanel(services)),
       savedServers(new SavedServersPanel(services.prompts)),
-      serverPage(new ServerPage(services))
+      serverPage(new ServerPage(services)),
+      others(std::make_unique<OtherWindows>(services, *this)),
+      state(new WindowState(*this, services.ini))
 {
     ui->setupUi(this);
     placePanels();
     addTabs();
     wirePanels();
     wireMenus();
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &MainWindow::watchActivation);
+    wireStatusBar(exchange);
+    wireKeys();
 }
 
 MainWindow::~MainWindow() = default;
@@ -80,25 +75,30 @@ MainWindow::~MainWindow() = default;
 void MainWindow::placePanels()
 {
     ui->rows->insertWidget(0, connectPanel);
-    ui->upperSplitter->addWidget(savedServers);
-    ui->upperSplitter->setStretchFactor(0, 1);
     ui->responseRows->addWidget(consolePanel);
-    ui->lowerSplitter->addWidget(messagePanel);
+    ui->rightSplitter->addWidget(savedServers);
+    ui->rightSplitter->addWidget(messagePanel);
+    ui->statusbar->addPermanentWidget(ui->cmdexit);
     services.output.attach(*ui->txtoutput, messagePanel->list());
-    ui->upperSplitter->setSizes({900, 220});
+    ui->rightSplitter->setSizes({110, 190});
     ui->lowerSplitter->setSizes({760, 360});
     ui->splitter->setSizes({375, 305}); // With the usual font the tallest page fits in.
+    for (QSplitter *splitter : {ui->splitter, ui->lowerSplitter, ui->rightSplitter})
+        state->keep(*splitter);
 }
 
 void MainWindow::addTabs()
 {
-    ui->SSTab->addTab(serverPage, u"Server"_s);
-    for (const QString &caption : {u"COD2 Modes"_s, u"Maps"_s, u"Weapons"_s, u"Players"_s, u"Mods"_s, u"Messages"_s,
-                                   u"Misc"_s, u"COD2 other"_s}) {
-        auto *place = new QWidget;
-        (new QVBoxLayout(place))->setContentsMargins({});
-        ui->SSTab->addTab(place, caption);
-    }
+    for (const QString &caption : {u"Server"_s, u"COD2 Modes"_s, u"Maps"_s, u"Weapons"_s, u"Players"_s, u"Mods"_s,
+                                   u"Messages"_s, u"Misc"_s, u"COD2 other"_s})
+        ui->SSTab->addTab(new PageArea, caption);
+    pageArea(0).setPage(*serverPage);
+    state->keep(*ui->SSTab);
+}
+
+PageArea &MainWindow::pageArea(int tab) const
+{
+    return *static_cast<PageArea *>(ui->SSTab->widget(tab));
 }
 
 void MainWindow::buildPages()
@@ -110,11 +110,11 @@ void MainWindow::buildPages()
     miscPage = new MiscPage(services);
     otherPage = new OtherPage(services);
 
-    int tab = ui->SSTab->indexOf(serverPage);
+    int tab = 0;
     for (QWidget *page :
          std::initializer_list<QWidget *>{new ModesPage(services), new MapsPage(services), new WeaponsPage(services),
                                           playersPage, modsPage, messagesPage, miscPage, otherPage})
-        ui->SSTab->widget(++tab)->layout()->addWidget(page);
+        pageArea(++tab).setPage(*page);
 }
 
 void MainWindow::wirePanels()
@@ -133,9 +133,82 @@ void MainWindow::wirePages()
     connect(&connecting, &Connecting::cfgfilesread, miscPage, &MiscPage::showCfgFiles);
     connect(&connecting, &Connecting::surveyed, playersPage, &PlayersPage::startRefresh);
 
+    connect(messagesPage, &MessagesPage::outlookchanged, ui->statusbar, &StatusBar::showCycle);
+    connect(playersPage, &PlayersPage::refreshchanged, ui->statusbar, &StatusBar::showRefresh);
+    connect(others.get(), &OtherWindows::preferenceschanged, playersPage, &PlayersPage::takePreferences);
+
     connect(&connecting, &Connecting::disconnected, messagesPage, &MessagesPage::endCycle);
     connect(&connecting, &Connecting::disconnected, playersPage, &PlayersPage::endRefresh);
     connect(&connecting, &Connecting::disconnected, miscPage, &MiscPage::forgetServer);
+}
+
+void MainWindow::wireStatusBar(const Exchange &exchange)
+{
+    connect(&connecting, &Connecting::statechanged, ui->statusbar,
+            qOverload<Connecting::State, const QString &>(&StatusBar::showState));
+    connect(&exchange, &Exchange::sending, ui->statusbar, &StatusBar::takeCommand);
+    connect(&exchange, &Exchange::ended, ui->statusbar, &StatusBar::takeReply);
+    connect(&exchange, &Exchange::waited, ui->statusbar, &StatusBar::hideWait);
+    connect(&exchange, &Exchange::waiting, ui->statusbar, [this](const Wait &wait) {
+        ui->statusbar->showWait(wait, shownCommand(wait.command, services.fields.password(), {}));
+    });
+
+    auto *reset = new QAction(u"Reset window"_s, ui->statusbar);
+    reset->setObjectName(u"resetwindow"_s);
+    ui->statusbar->addAction(reset);
+    ui->statusbar->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(reset, &QAction::triggered, this, [this] {
+        if (const std::optional<Fault> fault = state->reset())
+            services.prompts.showWriteFailure(u"window layout to INI file"_s, *fault);
+    });
+}
+
+void MainWindow::wireKeys()
+{
+    const auto onKey = [this](const QKeySequence &keys, const auto &handler) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, handler);
+    };
+    ui->mpref->setShortcut(Qt::CTRL | Qt::Key_Comma);
+    ui->Exit->setShortcut(Qt::CTRL | Qt::Key_Q);
+    // F1
+    onKey(Qt::Key_F5, [this] { populateShownPage(); });
+    onKey(Qt::CTRL | Qt::Key_L, [consolePanel = consolePanel] { consolePanel->focusLine(); });
+    onKey(Qt::CTRL | Qt::Key_F, [this] { find(); });
+    onKey(Qt::Key_Escape, [this] { leaveAside(); });
+    for (int tab = 0; tab < ui->SSTab->count(); ++tab) {
+        onKey(QKeyCombination(Qt::CTRL, Qt::Key(Qt::Key_1 + tab)), [this, tab] {
+            ui->SSTab->setCurrentIndex(tab);
+            ui->SSTab->tabBar()->setFocus(Qt::ShortcutFocusReason);
+        });
+    }
+}
+
+void MainWindow::populateShownPage()
+{
+    const QWidget *page = ui->SSTab->currentWidget();
+    for (const auto *name : {"cmdservpop", "cmdpopmaps", "cmdpopwep", "cmdplypop", "cmdCodOther_1"}) {
+        if (auto *button = page->findChild<QPushButton *>(QLatin1StringView(name)))
+            button->click();
+    }
+}
+
+void MainWindow::find()
+{
+    if (!findBar) {
+        findBar = new FindBar(*ui->txtoutput);
+        ui->responseRows->insertWidget(ui->responseRows->indexOf(ui->txtoutput) + 1, findBar);
+        orderTabs();
+    }
+    findBar->open();
+}
+
+// What has come up beside the work: the find bar, else a note about something that is over.
+void MainWindow::leaveAside()
+{
+    if (findBar && findBar->isVisible())
+        findBar->leave();
+    else
+        services.output.closeNote();
 }
 
 void MainWindow::wireMenus()
@@ -155,8 +228,8 @@ void MainWindow::wireMenus()
 
     connect(ui->Exit, &QAction::triggered, this, &MainWindow::cmdexit_Click);
     connect(ui->cmdexit, &QPushButton::clicked, this, &MainWindow::cmdexit_Click);
-    connect(ui->mpref, &QAction::triggered, this, &MainWindow::mpref_Click);
-    connect(ui->helpabout, &QAction::triggered, this, &MainWindow::helpabout_Click);
+    connect(ui->mpref, &QAction::triggered, others.get(), &OtherWindows::mpref_Click);
+    connect(ui->helpabout, &QAction::triggered, others.get(), &OtherWindows::helpabout_Click);
     connect(ui->mhelpsite, &QAction::triggered, this, [] { openurl(WebAddress::site); });
     connect(ui->mhelpforum, &QAction::triggered, this, [] { openurl(WebAddress::forum); });
 }
@@ -182,38 +255,7 @@ void MainWindow::setclanbase()
 
 void MainWindow::showhob()
 {
-    // When it is opened again it begins anew, unless the window that was closed is still at work.
-    if (!hobWindow || (!hobWindow->isVisible() && !hobWindow->isBusy()))
-        hobWindow = std::make_unique<HobWindow>(services);
-    bringUp(*hobWindow);
-}
-
-void MainWindow::mpref_Click()
-{
-    if (!preferencesWindow || !preferencesWindow->isVisible()) {
-        preferencesWindow = std::make_unique<PreferencesWindow>(services);
-        connect(preferencesWindow.get(), &PreferencesWindow::changed, this, [this] {
-            if (isLoaded())
-                playersPage->takePreferences();
-        });
-    }
-    bringUp(*preferencesWindow);
-}
-
-void MainWindow::helpabout_Click()
-{
-    if (!aboutWindow)
-        aboutWindow = std::make_unique<AboutWindow>(services.prompts);
-    bringUp(*aboutWindow);
-}
-
-// These are the windows that a person leaves for the main window. Boxes and the progress window are not left: they go
-// away by themselves.
-QWidgetList MainWindow::otherWindows() const
-{
-    QWidgetList windows{hobWindow.get(), preferencesWindow.get(), aboutWindow.get()};
-    windows.removeAll(nullptr);
-    return windows;
+    others->showhob();
 }
 
 // The Tab key goes through the window as one reads it. The widgets were made in another order.
@@ -228,8 +270,10 @@ void MainWindow::orderTabs()
             stops.append(next);
     }
     QWidgetList ordered;
-    for (const QWidget *area : QList<const QWidget *>{connectPanel, ui->SSTab, savedServers, ui->responses,
-                                                      &messagePanel->list(), messagePanel, ui->cmdexit}) {
+    for (const QWidget *area : QList<const QWidget *>{connectPanel, ui->SSTab, ui->txtoutput, findBar, ui->responses,
+                                                      savedServers, &messagePanel->list(), messagePanel, ui->cmdexit}) {
+        if (!area)
+            continue;
         for (QWidget *stop : std::as_const(stops)) {
             if ((stop == area || area->isAncestorOf(stop)) && !ordered.contains(stop))
                 ordered.append(stop);
@@ -264,12 +308,14 @@ void MainWindow::load()
     buildPages();
     wirePages();
     orderTabs();
+    ui->statusbar->build();
     const IniText ini = services.ini.contents();
     savedServers->load(readSavedServers(ini));
     messagesPage->load(ini);
     messagePanel->load(ini);
     services.session.options = loadPreferences(ini);
     playersPage->showPreferences();
+    state->restoreRest();
 }
 
 void MainWindow::autoConnect()
@@ -286,16 +332,12 @@ void MainWindow::Form_Activate()
     connectPanel->focusServer();
 }
 
-void MainWindow::watchActivation(const QWindow *active)
+// The window's place is known before it is shown, so that it does not jump.
+void MainWindow::setVisible(bool on)
 {
-    if (!active)
-        return;
-    const QWindow *own = windowHandle();
-    if (active == own && std::exchange(otherWindowWasActive, false))
-        Form_Activate();
-    const auto isActive = [active](const QWidget *window) { return window->windowHandle() == active; };
-    if (std::ranges::any_of(otherWindows(), isActive))
-        otherWindowWasActive = true;
+    if (on && !std::exchange(wasShown, true))
+        state->restore();
+    QMainWindow::setVisible(on);
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
@@ -306,8 +348,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
     if (!event->isAccepted())
         return;
     services.prompts.close();
-    for (QWidget *window : otherWindows())
-        window->hide();
+    others->hide();
     emit closed();
 }
 
@@ -333,6 +374,7 @@ void MainWindow::endRun()
     if (!isLoaded())
         return; // Neither the list that would be saved nor the preferences about logs have been read.
 
+    const Output::Work work(services.output);
     services.output.showprogress(u"Saving server list to INI"_s, Progress::Replace);
     if (writeServerList()) {
         if (services.session.options.savercon)
@@ -341,6 +383,7 @@ void MainWindow::endRun()
             services.output.savemessages_Click(true);
     }
     services.output.showprogress({}, Progress::Replace);
+    state->save();
 }
 
 bool MainWindow::writeServerList()

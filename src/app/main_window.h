@@ -8,16 +8,18 @@
 class ConnectPanel;
 class Connecting;
 class ConsolePanel;
-class AboutWindow;
-class HobWindow;
 class MessagePanel;
 class MessagesPage;
 class MiscPage;
+class Exchange;
+class FindBar;
 class OtherPage;
+class OtherWindows;
+class PageArea;
 class PlayersPage;
-class PreferencesWindow;
 class SavedServersPanel;
 class ServerPage;
+class WindowState;
 struct Services;
 
 namespace Ui {
@@ -30,8 +32,11 @@ class MainWindow final : public QMainWindow {
     Q_OBJECT
 
 public:
-    MainWindow(Services &services_, Connecting &connecting_, QWidget *parent = nullptr);
+    /// `exchange` is looked on at, for the status bar.
+    MainWindow(Services &services_, Connecting &connecting_, const Exchange &exchange, QWidget *parent = nullptr);
     ~MainWindow() override;
+
+    void setVisible(bool on) override;
 
 public slots:
     /// Builds the pages behind the first, reads the settings file and, if the preferences say so and the person has not
@@ -56,11 +61,14 @@ private:
     void buildPages();
     void wirePanels();
     void wirePages();
+    void wireStatusBar(const Exchange &exchange);
+    void wireKeys();
     void wireMenus();
     void wireCommonTasks();
-    void mpref_Click();
-    void helpabout_Click();
-    [[nodiscard]] QWidgetList otherWindows() const;
+    [[nodiscard]] PageArea &pageArea(int tab) const;
+    void populateShownPage();
+    void find();
+    void leaveAside();
     void orderTabs();
     void cmdexit_Click();
     void autoConnect();
@@ -69,7 +77,6 @@ private:
     [[nodiscard]] bool Form_Unload();
     void endRun();
     [[nodiscard]] bool writeServerList();
-    void watchActivation(const QWindow *active);
 
     Services &services;
     Connecting &connecting;
@@ -84,9 +91,8 @@ private:
     MessagesPage *messagesPage = nullptr;
     MiscPage *miscPage = nullptr;
     OtherPage *otherPage = nullptr;
-    // These are no children of the main window, so that their controls are not taken for its own.
-    std::unique_ptr<HobWindow> hobWindow;
-    std::unique_ptr<PreferencesWindow> preferencesWindow;
-    std::unique_ptr<AboutWindow> aboutWindow;
-    bool otherWindowWasActive = true; ///< also before the first show
+    std::unique_ptr<OtherWindows> others;
+    WindowState *state;
+    FindBar *findBar = nullptr; ///< built when it is asked for
+    bool wasShown = false;
 };

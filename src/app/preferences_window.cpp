@@ -3,6 +3,7 @@
 #include "ui_preferences_window.h"
 
 #include "base/fault.h"
+#include "base/keys.h"
 #include "base/numbers.h"
 #include "base/prompts.h"
 #include "rcon/services.h"
@@ -77,6 +78,7 @@ PreferencesWindow::PreferencesWindow(Services &services_, QWidget *parent)
     connect(ui->cmdsave, &QPushButton::clicked, this, &PreferencesWindow::cmdsave_Click);
     connect(ui->cmdexit, &QPushButton::clicked, this, &PreferencesWindow::cmdexit_Click);
     ui->cmdexit->setShortcut(Qt::Key_Escape);
+    addDefaultButton(*this, *ui->cmdsave);
     Form_Load();
 }
 

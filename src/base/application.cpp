@@ -2,6 +2,7 @@
 #include "application.h"
 
 #include "fault.h"
+#include "keys.h"
 #include "plain_frames.h"
 #include "prompts.h"
 
@@ -48,7 +49,7 @@ bool Application::notify(QObject *receiver, QEvent *event)
 bool Application::notifyTrapped(QObject *receiver, QEvent *event)
 {
     try {
-        return QApplication::notify(receiver, event);
+        return keyTaken(receiver, event) || QApplication::notify(receiver, event);
     } catch (const Fault &fault) {
         if (prompts)
             prompts->showFault(fault);

@@ -5,6 +5,7 @@
 #include "base/numbers.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -18,6 +19,14 @@ bool MessageCycle::minutePassed(double interval)
     }
     minutes = 1;
     return true;
+}
+
+int MessageCycle::minutesToNext(double interval) const
+{
+    if (minutes == 0)
+        return 1;
+    const bool comesRound = interval == std::floor(interval) && interval >= minutes;
+    return comesRound ? static_cast<int>(interval) - minutes + 1 : 0;
 }
 
 std::optional<QString> MessageCycle::next(const QStringList &positions)

@@ -23,6 +23,8 @@ public:
     /// The message that is due, out of a set's positions: empty ones are passed over, and behind the last the walk
     /// begins anew. Nothing when all are empty.
     [[nodiscard]] std::optional<QString> next(const QStringList &positions);
+    /// How many minutes must pass until one is due; 0 when none will be.
+    [[nodiscard]] int minutesToNext(double interval) const;
     /// The message is said.
     void advance() { ++cyclenext; }
     /// It has not been said after all: it is due again.

@@ -46,11 +46,13 @@ void MessageCycler::start(const QString &name, bool unsaved, bool autoaction)
         if (answer == Answer::Cancel)
             return;
     }
+    cyclename = name;
     cycleset = sets.savedSlotOf(name);
     const bool isEmpty = cycleset < 0 || std::ranges::all_of(sets.savedMessages(cycleset), &QString::isEmpty);
     if (!isEmpty) {
         tmrmessage.start();
         emit runningchanged(true);
+        emit outlookchanged();
     } else if (!autoaction) {
         services.prompts.refuse(u"The message set does not contain any messages!\r Please make some messages first."_s,
                                 u"No messages in set"_s);
@@ -61,6 +63,35 @@ void MessageCycler::stop()
 {
     tmrmessage.stop();
     emit runningchanged(false);
+    emit outlookchanged();
+}
+
+void MessageCycler::setInterval(const QString &text)
+{
+    interval = text;
+    emit outlookchanged();
+}
+
+void MessageCycler::sendNext()
+{
+    cycle.sendNext();
+    emit outlookchanged();
+}
+
+void MessageCycler::catchUp(double minutes)
+{
+    cycle.catchUp(minutes);
+    emit outlookchanged();
+}
+
+QString MessageCycler::outlook() const
+{
+    if (!isRunning())
+        return {};
+    const double every = minutesOf(interval);
+    const int next = cycle.minutesToNext(every);
+    return u"Messages: %1 every %2 min, "_s.arg(cyclename, every > 0 ? QString::number(every) : interval.trimmed()) +
+           (next > 0 ? u"next in %1 min"_s.arg(next) : u"no next message"_s);
 }
 
 void MessageCycler::tmrmessage_Timer()
@@ -73,7 +104,9 @@ void MessageCycler::tmrmessage_Timer()
             services.prompts.inform(u"Please connect to server first"_s, u"Not Connected"_s, BroughtBy::Tick);
         return;
     }
-    if (cycle.minutePassed(minutesOf(interval)) && !services.session.rconbusy)
+    const bool isDue = cycle.minutePassed(minutesOf(interval));
+    emit outlookchanged();
+    if (isDue && !services.session.rconbusy)
         sayNext(tick);
 }
 

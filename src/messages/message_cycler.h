@@ -26,14 +26,18 @@ public:
     [[nodiscard]] bool isRunning() const { return tmrmessage.isActive(); }
 
     /// The minutes between two messages as typed; what does not begin with a number never comes round.
-    void setInterval(const QString &text) { interval = text; }
+    void setInterval(const QString &text);
     /// The next minute sends.
-    void sendNext() { cycle.sendNext(); }
+    void sendNext();
     /// So does it when more minutes than that have been counted, which would never come round.
-    void catchUp(double minutes) { cycle.catchUp(minutes); }
+    void catchUp(double minutes);
+    /// What is said and when next, in one line; empty when nothing is.
+    [[nodiscard]] QString outlook() const;
 
 signals:
     void runningchanged(bool isRunning);
+    /// The outlook is another one.
+    void outlookchanged();
 
 private:
     void tmrmessage_Timer();
@@ -46,6 +50,7 @@ private:
     const MessageSets &sets;
     const PlaceholderVariables variables;
     MessageCycle cycle;
+    QString cyclename; ///< of the set
     int cycleset = -1; ///< slot of the saved set that is being said
     QString interval;
     QTimer tmrmessage;

@@ -69,6 +69,7 @@ void MessagesPage::wireCycler()
     connect(ui->cmdmessstop, &QPushButton::clicked, &cycler, &MessageCycler::stop);
     connect(&cycler, &MessageCycler::runningchanged, ui->cmdmessstart, &QWidget::setDisabled);
     connect(&cycler, &MessageCycler::runningchanged, ui->cmdmessstop, &QWidget::setEnabled);
+    connect(&cycler, &MessageCycler::outlookchanged, this, [this] { emit outlookchanged(cycler.outlook()); });
 }
 
 void MessagesPage::load(const IniText &ini)
@@ -235,6 +236,7 @@ void MessagesPage::cmdsetsave_Click()
         discardsets();
         return;
     }
+    const Output::Work work(services.output);
     if (cycler.isRunning()) {
         services.output.showprogress(u"Stopping the active message Cycle to sync changes"_s, Progress::Replace);
         cycler.stop();

@@ -33,6 +33,8 @@ public slots:
     void endCycle();
 
 signals:
+    /// What the cycler says and when next; empty when it says nothing.
+    void outlookchanged(const QString &outlook);
     /// Return was pressed in one of the two boxes that it leaves like the Tab key.
     void entered();
 

@@ -4,6 +4,7 @@
 
 #include "base/fault.h"
 #include "base/focus.h"
+#include "base/keys.h"
 #include "base/numbers.h"
 #include "base/prompts.h"
 #include "rcon/conversation.h"
@@ -13,6 +14,7 @@
 
 #include <QIcon>
 #include <QScopedValueRollback>
+#include <QShortcut>
 #include <QSignalBlocker>
 
 #include <optional>
@@ -63,6 +65,8 @@ HobWindow::HobWindow(Services &services_, QWidget *parent)
     connect(ui->cmdsethob, &QPushButton::clicked, this, &HobWindow::cmdsethob_Click);
     connect(ui->cmdexit, &QPushButton::clicked, this, &QWidget::close);
     onLostFocus(ui->txtwave, [this] { txtwave_LostFocus(); });
+    addCloseKey(*this);
+    connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, ui->cmdhobpop, &QPushButton::click);
 }
 
 HobWindow::~HobWindow() = default;

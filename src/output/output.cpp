@@ -9,11 +9,22 @@
 #include "message_list.h"
 #include "rcon_pane.h"
 
+#include <chrono>
+
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 Output::Output(Prompts &prompts_, const Clock &clock_) : prompts(prompts_), clock(clock_)
 {
     toBottom.setSingleShot(true);
+    tmrnote.setObjectName(u"tmrnote"_s);
+    tmrnote.setSingleShot(true);
+    tmrnote.setInterval(3s);
+    QObject::connect(&tmrnote, &QTimer::timeout, &frmprogress, [this] { closeNote(); });
+    QObject::connect(&frmprogress, &ProgressWindow::dismissed, &frmprogress, [this] {
+        isDismissed = true;
+        closeNote();
+    });
 }
 
 void Output::attach(RconPane &pane, MessageList &list)
@@ -36,6 +47,8 @@ void Output::addmessage(const QString &text)
 
 void Output::showprogress(const QString &text, Progress mode)
 {
+    tmrnote.stop();
+    isDismissed = isDismissed && mode == Progress::Add && !text.isEmpty();
     if (text.isEmpty()) {
         frmprogress.setNote({});
         frmprogress.hide();
@@ -44,7 +57,21 @@ void Output::showprogress(const QString &text, Progress mode)
     if (programMinimised())
         return;
     frmprogress.setNote(mode == Progress::Add ? frmprogress.note() + u"\r\n"_s + text : text);
-    frmprogress.showOver(txtoutput ? txtoutput->window() : nullptr);
+    if (!isDismissed)
+        frmprogress.showOver(txtoutput ? txtoutput->window() : nullptr);
+}
+
+bool Output::closeNote()
+{
+    if (works > 0 || frmprogress.note().isEmpty())
+        return false;
+    showprogress({}, Progress::Replace);
+    return true;
+}
+
+void Output::closeNoteSoon()
+{
+    tmrnote.start();
 }
 
 void Output::clearrcon_Click()
@@ -94,6 +121,7 @@ void Output::saveLog(const Log &log, bool autoaction)
     if (file.isEmpty())
         return;
 
+    const Work work(*this);
     showprogress(log.note, autoaction ? Progress::Add : Progress::Replace);
     if (autoaction)
         file += u".log"_s;

@@ -31,9 +31,24 @@ public:
     /// Adds one line to the message list, with the time of day before it.
     void addmessage(const QString &text);
     /// Replaces or extends the note of the progress window and shows it; an empty text empties the note and hides the
-    /// window. A note that comes while the program is minimised is dropped.
+    /// window. A note that comes while the program is minimised is dropped. What is added to a note that the person has
+    /// closed is not seen.
     void showprogress(const QString &text, Progress mode);
-    /// The note that the progress window holds; empty when it is hidden.
+    /// While it lives, the note is about something that is going on.
+    class Work final {
+    public:
+        explicit Work(Output &output_) : output(output_) { ++output.works; }
+        ~Work() { --output.works; }
+        Q_DISABLE_COPY_MOVE(Work)
+
+    private:
+        Output &output;
+    };
+    /// Closes a note that has stayed behind. False when there is none.
+    bool closeNote();
+    /// Does so in three seconds, unless another note comes before.
+    void closeNoteSoon();
+    /// The note that the progress window holds; empty when there is none.
     [[nodiscard]] QString progressnote() const { return frmprogress.note(); }
 
     void clearrcon_Click();
@@ -62,5 +77,8 @@ private:
     RconPane *txtoutput = nullptr;
     MessageList *lstmessages = nullptr;
     ProgressWindow frmprogress;
+    bool isDismissed = false; ///< the person has closed the window
+    int works = 0;
+    QTimer tmrnote;  ///< closes a note that has stayed behind
     QTimer toBottom; ///< scrolls the message list once in the window's turn, however many lines have come
 };

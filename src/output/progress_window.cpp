@@ -2,11 +2,14 @@
 #include "progress_window.h"
 #include "ui_progress_window.h"
 
+#include "base/window_place.h"
+
 #include <QApplication>
-#include <QWindow>
+#include <QCloseEvent>
 
 ProgressWindow::ProgressWindow()
-    : QWidget(nullptr, Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowDoesNotAcceptFocus),
+    : QWidget(nullptr, Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
+                           Qt::WindowDoesNotAcceptFocus),
       ui(std::make_unique<Ui::ProgressWindow>())
 {
     ui->setupUi(this);
@@ -29,14 +32,18 @@ void ProgressWindow::showOver(QWidget *owner)
 {
     if (isVisible())
         return;
-    if (owner) {
-        winId(); // makes the window, so that it can belong to its owner's
-        windowHandle()->setTransientParent(owner->windowHandle());
-        move(owner->frameGeometry().center() - rect().center());
-    }
     QWidget *active = QApplication::activeWindow();
-    show();
+    if (owner)
+        ::showOver(*this, *owner);
+    else
+        show();
     // Some platforms activate every new window, whatever it asks for.
     if (active)
         active->activateWindow();
+}
+
+void ProgressWindow::closeEvent(QCloseEvent *event)
+{
+    QWidget::closeEvent(event);
+    emit dismissed();
 }

@@ -22,6 +22,13 @@ public:
     /// Shows the window over `owner`, which keeps the focus.
     void showOver(QWidget *owner);
 
+signals:
+    /// The person has closed it.
+    void dismissed();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
 private:
     std::unique_ptr<Ui::ProgressWindow> ui;
 };

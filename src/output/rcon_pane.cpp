@@ -5,6 +5,7 @@
 
 #include <QFontDatabase>
 #include <QScrollBar>
+#include <QStringMatcher>
 #include <QTextBlock>
 #include <QWheelEvent>
 
@@ -19,6 +20,12 @@ namespace {
 // characters instead, and the blocks that only continue a line are marked.
 constexpr qsizetype longestBlock = 2000;
 constexpr int continued = 1;
+
+// How far a place in a line is from the line's beginning: each further block has a boundary before it.
+int inBlocks(qsizetype place)
+{
+    return static_cast<int>(place + place / longestBlock);
+}
 
 QFont tableFont()
 {
@@ -85,6 +92,32 @@ QString RconPane::text() const
         history += block.text();
     }
     return history;
+}
+
+QList<int> RconPane::occurrences(const QString &wanted) const
+{
+    QList<int> found;
+    if (wanted.isEmpty())
+        return found;
+    const QStringMatcher matcher(wanted, Qt::CaseInsensitive);
+    for (QTextBlock block = document()->begin(); block.isValid();) {
+        const int start = block.position();
+        QString line = block.text();
+        for (block = block.next(); block.isValid() && block.userState() == continued; block = block.next())
+            line += block.text();
+        for (qsizetype at = matcher.indexIn(line); at >= 0; at = matcher.indexIn(line, at + wanted.size()))
+            found.append(start + inBlocks(at));
+    }
+    return found;
+}
+
+void RconPane::selectText(int position, int length)
+{
+    QTextCursor cursor(document());
+    cursor.setPosition(position);
+    cursor.setPosition(position + inBlocks(cursor.positionInBlock() + length) - inBlocks(cursor.positionInBlock()),
+                       QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
 }
 
 void RconPane::wheelEvent(QWheelEvent *event)

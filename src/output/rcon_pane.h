@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QList>
 #include <QPlainTextEdit>
 
 /// The RCON pane: the whole history of server text as plain text, bold yellow on a dark ground, never as markup.
@@ -15,6 +16,11 @@ public:
     void append(const QString &text);
     /// The whole history; its lines end in carriage return and line feed.
     [[nodiscard]] QString text() const;
+
+    /// Where in the document `wanted` begins, in any letter case, without overlaps; none for an empty text.
+    [[nodiscard]] QList<int> occurrences(const QString &wanted) const;
+    /// Selects what is found there and shows it.
+    void selectText(int position, int length);
 
 protected:
     void wheelEvent(QWheelEvent *event) override;

@@ -25,6 +25,13 @@ void PlayerRefresh::start()
     if (seconds < 5 || seconds > 40)
         seconds = 30;
     tmrplayer.start(product16(seconds, 1000)); // overflows from 33 seconds on
+    emit runningchanged(seconds);
+}
+
+void PlayerRefresh::stop()
+{
+    tmrplayer.stop();
+    emit runningchanged(0);
 }
 
 void PlayerRefresh::takePreferences()

@@ -23,7 +23,7 @@ public:
     /// Starts the timer with the preferred interval; one that is out of range becomes 30 seconds for this run. Throws
     /// Overflow from 33 seconds on.
     void start();
-    void stop() { tmrplayer.stop(); }
+    void stop();
     /// Switched off, the kick forgets whom it has counted.
     void takePreferences();
     [[nodiscard]] bool isRunning() const { return tmrplayer.isActive(); }
@@ -34,6 +34,8 @@ public:
     void check999(const QString &name, const QString &ping, const QString &num);
 
 signals:
+    /// It reads the list every so many seconds from now on; 0 when it has stopped.
+    void runningchanged(int seconds);
     /// The player in this slot has been kicked.
     void kicked(const QString &num);
 

@@ -46,6 +46,7 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
     connect(ui->chkautoupdate, &QCheckBox::toggled, this, &PlayersPage::chkautoupdate_Click);
     connect(&reader, &PlayerReader::statusrowread, this, qOverload<const StatusRow &>(&PlayersPage::add));
     connect(&reader, &PlayerReader::queryrowread, this, qOverload<const GetstatusRow &>(&PlayersPage::add));
+    connect(&refresh, &PlayerRefresh::runningchanged, this, &PlayersPage::refreshchanged);
     connect(&refresh, &PlayerRefresh::kicked, this, [this](const QString &num) {
         if (const int row = players.rowOf(num); row >= 0)
             removeRow(row);

@@ -39,6 +39,10 @@ public slots:
     /// The preferences have been saved.
     void takePreferences() { refresh.takePreferences(); }
 
+signals:
+    /// The list is read anew every so many seconds from now on; 0 when it is not any more.
+    void refreshchanged(int seconds);
+
 private:
     void cmdplypop_Click();
     /// False when it is being done already, nothing is connected, or it has been done anew meanwhile.

@@ -53,9 +53,23 @@ Connecting::Attempt Connecting::attemptWanted() const
             services.clock.now().date()};
 }
 
-bool Connecting::hasBegun() const
+Connecting::State Connecting::state() const
 {
-    return attempt || services.session.connected;
+    if (services.session.connected)
+        return State::Connected;
+    return attempt ? State::Connecting : State::NotConnected;
+}
+
+void Connecting::announceState()
+{
+    switch (state()) {
+    case State::NotConnected:
+        return emit statechanged(State::NotConnected, {});
+    case State::Connecting:
+        return emit statechanged(State::Connecting, attempt->server + u':' + attempt->port);
+    case State::Connected:
+        return emit statechanged(State::Connected, address);
+    }
 }
 
 void Connecting::closeLink()
@@ -68,17 +82,20 @@ void Connecting::disconnectFromServer()
     closeLink();
     services.session.connected = false;
     emit disconnected();
+    announceState();
 }
 
 void Connecting::connectToServer(const Attempt &wanted, bool formloading)
 {
     emit beginning();
+    const Output::Work work(services.output);
     services.output.showprogress({}, Progress::Replace);
     if (!formloading)
         clearOutput();
     services.fields.set(wanted.server, wanted.port, wanted.password);
     if (wanted.server.isEmpty() || wanted.port.isEmpty() || wanted.password.isEmpty()) {
         services.prompts.refuse(u"Please provide all fields, Server, Port and password"_s, u"Error..."_s);
+        services.output.closeNoteSoon();
         return;
     }
     if (openLink(wanted))
@@ -112,7 +129,9 @@ bool Connecting::openLink(const Attempt &wanted)
             return;
         attempt.reset();
         services.output.showprogress({}, Progress::Replace);
+        announceState();
     });
+    announceState();
     UDPClient &udpclient = services.link.udpclient;
     try {
         udpclient.Abandon();
@@ -137,7 +156,8 @@ bool Connecting::openLink(const Attempt &wanted)
     // What it was proved with, whatever was typed meanwhile.
     services.fields.set(wanted.server, wanted.port, password);
     services.session.connected = true;
-    services.output.addmessage(u"Connected to server "_s + services.fields.address());
+    address = services.fields.address();
+    services.output.addmessage(u"Connected to server "_s + address);
     emit connected();
     return true;
 }
@@ -165,8 +185,9 @@ void Connecting::survey(bool formloading)
             services.output.showprogress(note, Progress::Add);
     };
     const Conversation talk(services);
-    const Reading reading(services,
-                          {.note = formloading ? QString() : u"Asking server for status"_s, .holdsTimersOff = false});
+    const Reading reading(
+        services,
+        {.note = formloading ? QString() : u"Asking server for status"_s, .holdsTimersOff = false, .steps = 3});
     if (!askGame(talk))
         return;
     addNote(u"Asking server for Map rotation"_s);

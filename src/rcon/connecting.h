@@ -23,8 +23,10 @@ public:
     void toggle();
     /// Connects as start-up does it: clears no pane, shows no notes and not the reply to "status" either.
     void connectAtStart();
+    enum class State { NotConnected, Connecting, Connected };
+    [[nodiscard]] State state() const;
     /// True while connected or connecting.
-    [[nodiscard]] bool hasBegun() const;
+    [[nodiscard]] bool hasBegun() const { return state() != State::NotConnected; }
     /// Closes the link without telling anybody.
     void closeLink();
 
@@ -40,6 +42,8 @@ signals:
     /// The server has been asked for everything.
     void surveyed();
     void disconnected();
+    /// `address` is that of the server, as HOST:PORT; empty when not connected.
+    void statechanged(Connecting::State state, const QString &address);
 
 private:
     /// An attempt to connect, which goes on until the password is accepted or refused.
@@ -57,6 +61,7 @@ private:
     void connectToServer(const Attempt &wanted, bool formloading);
     void disconnectFromServer();
     void clearOutput();
+    void announceState();
     [[nodiscard]] bool openLink(const Attempt &wanted);
     [[nodiscard]] bool passwordAccepted(const Conversation &talk, QString &password);
     void survey(bool formloading);
@@ -65,4 +70,5 @@ private:
     Services &services;
     std::optional<Attempt> attempt; ///< the one that is going on
     int attempts = 0;
+    QString address; ///< of the server that is connected
 };

@@ -40,6 +40,11 @@ void ConsolePanel::cmdsend_Click()
     const Conversation talk(services);
     talk.tellWithoutWaiting(command);
     talk.note(command);
+    focusLine();
+}
+
+void ConsolePanel::focusLine()
+{
     ui->comdirect->lineEdit()->selectAll();
     ui->comdirect->setFocus();
 }

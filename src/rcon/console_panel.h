@@ -19,6 +19,9 @@ public:
     explicit ConsolePanel(Services &services_, QWidget *parent = nullptr);
     ~ConsolePanel() override;
 
+    /// Puts the keyboard on the console line, with what stands there selected.
+    void focusLine();
+
 public slots:
     void cmdsend_Click();
 

@@ -40,27 +40,35 @@ bool Conversation::tellWithoutWaiting(const QString &comm) const
 
 bool Conversation::ask(const QString &comm, bool quietmode) const
 {
+    services.link.exchange.nextStep();
     tell(comm, quietmode);
     wait(1);
     asked = services.link.exchange.exchanges();
     return services.session.rconarrived && !isSuperseded();
 }
 
-void Conversation::sendQuery(const QString &query) const
+void Conversation::sendQuery(const QString &comm) const
 {
     if (isSuperseded())
         return;
+    query = comm;
     services.session.rconarrived = false;
+    services.link.exchange.nextStep();
     services.link.exchange.sendquery(query);
 }
 
 bool Conversation::awaitAnswer() const
 {
     constexpr int waits = 5;
-    for (int count = 0; !services.session.rconarrived && count < waits && isOpen(); ++count) {
-        wait(1);
-        yield();
+    {
+        Exchange::Waiting waiting(services.link.exchange, query, 1);
+        for (int count = 0; !services.session.rconarrived && count < waits && isOpen(); ++count) {
+            wait(1);
+            yield();
+            waiting.secondPassed();
+        }
     }
+    emit services.link.exchange.ended(services.session.rconreply);
     asked = services.link.exchange.exchanges();
     return services.session.rconarrived && isOpen();
 }

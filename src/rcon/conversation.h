@@ -28,8 +28,8 @@ public:
     bool tellWithoutWaiting(const QString &comm) const;
     /// Sends a command whose reply comes in many datagrams, and gives it a second more. False when nothing came, too.
     bool ask(const QString &comm, bool quietmode = true) const;
-    /// Sends a query without the word rcon and the password, once. Throws what UDPClient::SendData throws.
-    void sendQuery(const QString &query) const;
+    /// Sends a query, without the word rcon and the password, once. Throws what UDPClient::SendData throws.
+    void sendQuery(const QString &comm) const;
     /// Waits five seconds for the answer to a query, which is added to the reply. False when none came, or the server
     /// was left.
     [[nodiscard]] bool awaitAnswer() const;
@@ -49,6 +49,7 @@ public:
 private:
     const Services &services;
     const BroughtBy by;
-    const int generation;  ///< of the link
+    const int generation; ///< of the link
+    mutable QString query;
     mutable int asked = 0; ///< which exchange the reply belongs to
 };

@@ -13,6 +13,8 @@
 #include <QCoreApplication>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -52,6 +54,8 @@ void Exchange::sendinfo(const QString &comm, bool quietmode, BroughtBy by)
     truncationTold = false;
 
     const int generation = udpclient.generation();
+    emit sending(comm);
+    std::optional<Waiting> wait;
     for (int copy = 1; copy <= copies && !session.rconarrived; ++copy) {
         if (!send(comm, by))
             return;
@@ -60,11 +64,16 @@ void Exchange::sendinfo(const QString &comm, bool quietmode, BroughtBy by)
         yield();
         if (!isAwaited)
             return;
-        waitForReply();
+        if (!wait)
+            wait.emplace(*this, comm, copies);
+        wait->beginCopy(copy);
+        waitForReply(*wait);
         lastPassword = password; // also when another command has been sent meanwhile
         if (session.closing || udpclient.generation() != generation)
             return; // what was meant for one server is not sent to the next
     }
+    wait.reset();
+    emit ended(session.rconreply);
 
     if (!session.rconarrived) {
         if (!programMinimised())
@@ -104,10 +113,48 @@ void Exchange::sendText(const QString &text)
     udpclient.SendData(session.rconheader + codePage.toBytes(text));
 }
 
-void Exchange::waitForReply()
+void Exchange::waitForReply(Waiting &wait)
 {
-    for (int slot = 0; slot < slotsPerCopy && !session.rconarrived && !session.closing; ++slot)
+    for (int slot = 0; slot < slotsPerCopy && !session.rconarrived && !session.closing; ++slot) {
         waitseconds(1);
+        wait.secondPassed();
+    }
+}
+
+Exchange::Waiting::Waiting(Exchange &exchange_, const QString &command, int copies)
+    : exchange(exchange_), depth(exchange.waits.size())
+{
+    exchange.waits.append({.command = command,
+                           .copies = copies,
+                           .step = std::clamp(exchange.steps.done, 1, exchange.steps.of),
+                           .steps = exchange.steps.of});
+    exchange.announceWait();
+}
+
+Exchange::Waiting::~Waiting()
+{
+    exchange.waits.removeLast(); // nested waits end before those around them
+    exchange.announceWait();
+}
+
+void Exchange::Waiting::beginCopy(int copy)
+{
+    wait().copy = copy;
+    exchange.announceWait();
+}
+
+void Exchange::Waiting::secondPassed()
+{
+    ++wait().seconds;
+    exchange.announceWait();
+}
+
+void Exchange::announceWait()
+{
+    if (waits.isEmpty())
+        emit waited();
+    else
+        emit waiting(waits.constLast());
 }
 
 void Exchange::sendquery(const QString &query)

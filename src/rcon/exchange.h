@@ -4,14 +4,33 @@
 #include "base/prompts.h"
 #include "base/wire_text.h"
 
+#include <QList>
 #include <QObject>
 #include <QString>
+
+#include <utility>
 
 class Clock;
 class Output;
 class ServerFields;
 class UDPClient;
 struct Session;
+
+/// A command whose answer is being waited for.
+struct Wait {
+    QString command;
+    int seconds = 0; ///< that the wait has lasted
+    int copy = 1;    ///< which of the copies was sent last
+    int copies = 1;  ///< that are sent without an answer
+    int step = 1;    ///< which of the commands of the same reading it is
+    int steps = 1;   ///< that the reading consists of
+};
+
+/// How far a reading of several commands has come.
+struct Steps {
+    int done = 0;
+    int of = 1;
+};
 
 /// Sends console commands, waits for their replies and gathers what arrives. Pages reach it by `Conversation`.
 /// The waits yield to the event loop, so any other handler may run inside them.
@@ -38,11 +57,43 @@ public:
     [[nodiscard]] const QString &sentPassword() const { return lastPassword; }
     /// Lets the event loop run once.
     void yield();
+    /// A reading of that many steps begins, or the one around it goes on; returns how far the other one has come.
+    Steps beginSteps(Steps begun) { return std::exchange(steps, begun); }
+    /// The next step begins.
+    void nextStep() { ++steps.done; }
+
+    /// While it lives, an answer is being waited for.
+    class Waiting final {
+    public:
+        Waiting(Exchange &exchange_, const QString &command, int copies);
+        ~Waiting();
+        Q_DISABLE_COPY_MOVE(Waiting)
+
+        void beginCopy(int copy);
+        void secondPassed();
+
+    private:
+        [[nodiscard]] Wait &wait() const { return exchange.waits[depth]; }
+
+        Exchange &exchange;
+        const qsizetype depth;
+    };
+
+signals:
+    /// What is waited for by now. Waits nest; it is the innermost.
+    void waiting(const Wait &wait);
+    /// Nothing is waited for any more.
+    void waited();
+    /// A command is about to be sent, for the first time.
+    void sending(const QString &comm);
+    /// A command or query has had its time; `reply` is what has come.
+    void ended(const QString &reply);
 
 private:
     void UDPClient_DataArrival();
     [[nodiscard]] bool send(const QString &comm, BroughtBy by);
-    void waitForReply();
+    void waitForReply(Waiting &wait);
+    void announceWait();
     void sendText(const QString &text);
     [[nodiscard]] QString receive();
     void tellTruncated();
@@ -54,6 +105,8 @@ private:
     Prompts &prompts;
     const Clock &clock;
     QString lastPassword;
+    QList<Wait> waits; ///< the outermost first
+    Steps steps;
     const CodePage codePage;
     int asked = 0;
     BroughtBy lastBy = BroughtBy::Person;

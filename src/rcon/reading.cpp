@@ -3,7 +3,6 @@
 
 #include "base/focus.h"
 #include "base/prompts.h"
-#include "output/output.h"
 #include "services.h"
 #include "session.h"
 #include "udp_client.h"
@@ -52,6 +51,7 @@ Reading::Reading(const Services &services_, const Style &style) : services(servi
         showNote(style.note, epoch);
     if (style.holdsTimersOff)
         busy.emplace(services.link.busy, epoch);
+    stepsBefore = services.link.exchange.beginSteps({.of = style.steps});
 }
 
 void Reading::showNote(const QString &note, const ServerLink::Epoch &epoch)
@@ -59,13 +59,15 @@ void Reading::showNote(const QString &note, const ServerLink::Epoch &epoch)
     if (services.link.notes.contains(epoch))
         noteBefore = services.output.progressnote();
     services.link.notes.append(epoch);
-    isNoted = true;
+    noted.emplace(services.output);
     services.output.showprogress(note, Progress::Replace);
 }
 
 Reading::~Reading()
 {
-    if (!isNoted)
+    if (isBegun)
+        services.link.exchange.beginSteps(stepsBefore);
+    if (!noted)
         return;
     services.link.notes.removeLast();
     if (programMinimised())

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "base/reentrancy_guard.h"
+#include "exchange.h"
+#include "output/output.h"
 #include "server_link.h"
 
 #include <QString>
@@ -47,6 +49,7 @@ public:
         bool needsConnection = true;           ///< else each command says by its own box that nothing is connected
         bool holdsTimersOff = true;
         BroughtBy by = BroughtBy::Person; ///< a tick brings no box that is open already
+        int steps = 1;                    ///< how often it asks the server something
     };
 
     Reading(const Services &services_, const Style &style);
@@ -74,6 +77,7 @@ private:
     std::optional<ReentrancyGuard> guard;
     std::optional<FlagHolder> collecting;
     std::optional<FlagHolder> busy;
-    bool isNoted = false;
+    Steps stepsBefore;
+    std::optional<Output::Work> noted;
     QString noteBefore; ///< of the reading around this one
 };

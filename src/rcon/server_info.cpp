@@ -32,6 +32,17 @@ QString mapName(QStringView reply)
     return valueBehind(reply, u"mapname", 1);
 }
 
+QString mapOfStatus(QStringView reply)
+{
+    constexpr QLatin1StringView label("map:");
+    if (!reply.startsWith(label))
+        return {};
+    const QStringView line = reply.first(std::min<qsizetype>(reply.size(), 200));
+    return line.sliced(label.size(), std::max<qsizetype>(line.indexOf(u'\n'), label.size()) - label.size())
+        .trimmed()
+        .toString();
+}
+
 bool refusesPassword(QStringView reply)
 {
     return reply.first(std::min<qsizetype>(reply.size(), 16)).compare(u"BAD RCONPASSWORD", Qt::CaseInsensitive) == 0;

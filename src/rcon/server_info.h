@@ -10,5 +10,8 @@
 /// The value of "mapname" likewise, except that an empty map name runs on to the backslash after the next key.
 [[nodiscard]] QString mapName(QStringView reply);
 
+/// The map in the first lines of a reply to "status", "map: mp_toujane"; empty when it is not there.
+[[nodiscard]] QString mapOfStatus(QStringView reply);
+
 /// True when the reply begins with "bad rconpassword", in any letter case.
 [[nodiscard]] bool refusesPassword(QStringView reply);

@@ -35,7 +35,7 @@ PlaceholderVariables ServerPage::placeholderVariables() const
 
 void ServerPage::cmdservpop_Click()
 {
-    const Reading scope(services, {.door = &reading, .note = u"Reading variables from the server..."_s});
+    const Reading scope(services, {.door = &reading, .note = u"Reading variables from the server..."_s, .steps = 3});
     if (!scope)
         return;
     try {

@@ -78,3 +78,13 @@ std::optional<Fault> IniFile::write(const QList<IniEntry> &entries)
         text.set(entry);
     return replaceBytes(inipath, text.bytes());
 }
+
+std::optional<Fault> IniFile::removeSection(const QString &section)
+{
+    QByteArray bytes;
+    if (std::optional<Fault> fault = readBytes(inipath, bytes))
+        return fault;
+
+    IniText text(bytes);
+    return text.removeSection(section) ? replaceBytes(inipath, text.bytes()) : std::nullopt;
+}

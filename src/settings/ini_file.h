@@ -24,6 +24,9 @@ public:
     /// user's alone, since it holds passwords; an old one keeps its permissions.
     [[nodiscard]] std::optional<Fault> write(const QList<IniEntry> &entries);
 
+    /// Takes all sections of that name out, whole, likewise. A file without one is left alone.
+    [[nodiscard]] std::optional<Fault> removeSection(const QString &section);
+
 private:
     QString inipath;
 };

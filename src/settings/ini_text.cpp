@@ -143,6 +143,24 @@ void IniText::set(const IniEntry &entry)
     section.lines.append(key + valueAndEnd);
 }
 
+bool IniText::removeSection(const QString &section)
+{
+    const QString name = comparable(oneLine(section));
+    if (!headings.contains(name))
+        return false;
+    sections.removeIf([&name](const Section &each) {
+        return !each.lines.isEmpty() && isHeader(each.lines.first()) &&
+               comparable(sectionName(each.lines.first())) == name;
+    });
+    headings.clear();
+    for (qsizetype index = sections.size() - 1; index >= 0; --index) {
+        const Section &each = sections.at(index);
+        if (!each.lines.isEmpty() && isHeader(each.lines.first()))
+            headings.insert(comparable(sectionName(each.lines.first())), index); // the first of a name counts
+    }
+    return true;
+}
+
 QByteArray IniText::bytes() const
 {
     QByteArray all = mark;

@@ -32,6 +32,9 @@ public:
     /// so that it comes back as it was, but line ends and NUL become blanks: a value is one line.
     void set(const IniEntry &entry);
 
+    /// Takes all sections of that name out, with their comments. False when there is none.
+    bool removeSection(const QString &section);
+
     [[nodiscard]] QByteArray bytes() const;
 
 private:

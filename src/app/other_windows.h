@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QWidgetList>
+
+#include <memory>
+
+class AboutWindow;
+class HobWindow;
+class PreferencesWindow;
+class QWindow;
+struct Services;
+
+/// The windows that the menus and the pages of the main window open. They belong to it and stand in front of it, but
+/// are no children of it, so that their controls are not taken for its own.
+class OtherWindows final : public QObject {
+    Q_OBJECT
+
+public:
+    OtherWindows(Services &services_, QWidget &owner_);
+    ~OtherWindows() override;
+
+    void showhob();
+    void mpref_Click();
+    void helpabout_Click();
+    void hide();
+
+signals:
+    /// The person has left one of them for the main window, or the main window has come up for the first time.
+    void left();
+    void preferenceschanged();
+
+private:
+    [[nodiscard]] QWidgetList windows() const;
+    void watchActivation(const QWindow *active);
+
+    Services &services;
+    QWidget &owner;
+    std::unique_ptr<HobWindow> hobWindow;
+    std::unique_ptr<PreferencesWindow> preferencesWindow;
+    std::unique_ptr<AboutWindow> aboutWindow;
+    bool wasActive = true; ///< one of them, or none has been yet
+};

@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: MIT
+#include "status_bar.h"
+
+#include "rcon/exchange.h"
+#include "rcon/server_info.h"
+
+#include <QPainter>
+#include <QProgressBar>
+#include <QStyle>
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int secondsOfCopy = 3;
+constexpr qsizetype longestName = 64; // characters; no game type and no map has a longer one
+
+/// A colour of its own for each state, one for light grounds and one for dark.
+QColor colourOf(Connecting::State state, bool isDark)
+{
+    switch (state) {
+    case Connecting::State::NotConnected:
+        return isDark ? QColor(0xB0, 0xB0, 0xB0) : QColor(0x60, 0x60, 0x60);
+    case Connecting::State::Connecting:
+        return isDark ? QColor(0xFF, 0xC1, 0x40) : QColor(0x9A, 0x60, 0x00);
+    case Connecting::State::Connected:
+        break;
+    }
+    return isDark ? QColor(0x5A, 0xD8, 0x6A) : QColor(0x12, 0x7A, 0x28);
+}
+
+bool changesGame(const QString &comm)
+{
+    // Each of these loads a map, or names the game type of the next.
+    static const std::array<QString, 5> words{u"map"_s, u"devmap"_s, u"map_rotate"_s, u"g_gametype"_s, u"exec"_s};
+    QStringList parts = comm.simplified().split(u' ');
+    if (parts.first().startsWith(u"set", Qt::CaseInsensitive) && parts.size() > 1)
+        parts.removeFirst();
+    return parts.size() > 0 && std::ranges::any_of(words, [&](const QString &word) {
+               return parts.first().compare(word, Qt::CaseInsensitive) == 0;
+           });
+}
+
+} // namespace
+
+ElidedLabel::ElidedLabel(const QString &name, QWidget *parent) : QLabel(parent)
+{
+    setObjectName(name);
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+}
+
+void ElidedLabel::display(const QString &text)
+{
+    if (text != QLabel::text()) {
+        setText(text);
+        setToolTip(shownText() == text ? QString() : text.toHtmlEscaped());
+    }
+    setVisible(!text.isEmpty());
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    return {fontMetrics().horizontalAdvance(u"\u2026"_s), QLabel::minimumSizeHint().height()};
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    style()->drawItemText(&painter, contentsRect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, palette(),
+                          isEnabled(), shownText(), foregroundRole());
+}
+
+void ElidedLabel::resizeEvent(QResizeEvent *event)
+{
+    QLabel::resizeEvent(event);
+    setToolTip(shownText() == text() ? QString() : text().toHtmlEscaped());
+}
+
+QString ElidedLabel::shownText() const
+{
+    return fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+}
+
+StateDot::StateDot(QWidget *parent) : QLabel(parent)
+{
+    setObjectName(u"lbldot"_s);
+    const int size = fontMetrics().height();
+    setFixedSize(size, size);
+}
+
+void StateDot::display(Connecting::State state_, const QString &description)
+{
+    state = state_;
+    setAccessibleName(description);
+    update();
+}
+
+void StateDot::paintEvent(QPaintEvent *)
+{
+    const double size = 0.6 * std::min(width(), height());
+    QRectF circle(0, 0, size, size);
+    circle.moveCenter(QRectF(rect()).center());
+    const bool isDark = palette().color(QPalette::Window).lightness() < 128;
+    const QColor colour = colourOf(state, isDark);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(colour, 1.5));
+    // An empty ring, a half and a full circle can be told apart without colours too.
+    if (state == Connecting::State::Connected)
+        painter.setBrush(colour);
+    painter.drawEllipse(circle);
+    if (state == Connecting::State::Connecting) {
+        painter.setBrush(colour);
+        painter.drawPie(circle, 90 * 16, 180 * 16);
+    }
+}
+
+StatusBar::StatusBar(QWidget *parent)
+    : QStatusBar(parent), lbldot(new StateDot(this)), lblstate(new ElidedLabel(u"lblstate"_s, this))
+{
+    addWidget(lbldot);
+    addWidget(lblstate);
+    showState();
+}
+
+void StatusBar::build()
+{
+    barwait = new QProgressBar(this);
+    barwait->setObjectName(u"barwait"_s);
+    barwait->setAccessibleName(u"Waiting for the server"_s);
+    barwait->setTextVisible(false);
+    barwait->setFixedSize(6 * fontMetrics().height(), std::max(4, fontMetrics().height() / 3));
+    barwait->hide();
+    addWidget(barwait);
+    lblwait = new ElidedLabel(u"lblwait"_s, this);
+    lblcycle = new ElidedLabel(u"lblcycle"_s, this);
+    lblrefresh = new ElidedLabel(u"lblrefresh"_s, this);
+    addWidget(lblwait, 1);
+    insertPermanentWidget(4, lblcycle); // behind the four at the left, before the button
+    insertPermanentWidget(5, lblrefresh);
+    for (ElidedLabel *label : {lblwait, lblcycle, lblrefresh})
+        label->hide();
+}
+
+void StatusBar::showState(Connecting::State state_, const QString &address_)
+{
+    if (address_ != address) {
+        game.clear();
+        map.clear();
+    }
+    state = state_;
+    address = address_;
+    showState();
+}
+
+void StatusBar::showState()
+{
+    switch (state) {
+    case Connecting::State::NotConnected:
+        lblstate->display(u"Not connected"_s);
+        break;
+    case Connecting::State::Connecting:
+        lblstate->display(u"Connecting to "_s + address);
+        break;
+    case Connecting::State::Connected:
+        const bool isKnown = !game.isEmpty() && !map.isEmpty();
+        lblstate->display(u"Connected to "_s + address + (isKnown ? u", %1 on %2"_s.arg(game, map) : QString()));
+        break;
+    }
+    lbldot->display(state, lblstate->text());
+}
+
+void StatusBar::takeReply(const QString &reply)
+{
+    if (reply.contains(u"\\g_gametype\\") && reply.contains(u"\\mapname\\")) {
+        game = gameType(reply).trimmed().left(longestName);
+        map = mapName(reply).trimmed().left(longestName);
+    } else if (const QString found = mapOfStatus(reply); !found.isEmpty()) {
+        map = found.left(longestName);
+    } else {
+        return;
+    }
+    showState();
+}
+
+void StatusBar::takeCommand(const QString &comm)
+{
+    if (!changesGame(comm))
+        return;
+    game.clear();
+    map.clear();
+    showState();
+}
+
+void StatusBar::showWait(const Wait &wait, const QString &command)
+{
+    if (!lblwait)
+        return;
+    const QString step = wait.steps > 1 ? u", step %1 of %2"_s.arg(wait.step).arg(wait.steps) : QString();
+    lblwait->display(u"Waiting for the server: %1, %2 s, copy %3 of %4"_s.arg(command.simplified())
+                         .arg(wait.seconds)
+                         .arg(wait.copy)
+                         .arg(wait.copies) +
+                     step);
+    barwait->setRange(0, wait.copies * secondsOfCopy);
+    barwait->setValue(std::min(wait.seconds, barwait->maximum()));
+    barwait->show();
+}
+
+void StatusBar::hideWait()
+{
+    if (!lblwait)
+        return;
+    lblwait->display({});
+    barwait->hide();
+}
+
+void StatusBar::showCycle(const QString &outlook)
+{
+    lblcycle->display(outlook);
+}
+
+void StatusBar::showRefresh(int seconds)
+{
+    lblrefresh->display(seconds > 0 ? u"Players every %1 s"_s.arg(seconds) : QString());
+}

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "rcon/connecting.h"
+
+#include <QLabel>
+#include <QStatusBar>
+
+class QProgressBar;
+struct Wait;
+
+/// A label of one line that ends in dots where it has no room; the whole text is then its tool tip.
+class ElidedLabel final : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit ElidedLabel(const QString &name, QWidget *parent = nullptr);
+
+    /// Hides itself when the text is empty.
+    void display(const QString &text);
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    [[nodiscard]] QString shownText() const;
+};
+
+/// The coloured dot that says whether the program is connected. It is told in words too.
+class StateDot final : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit StateDot(QWidget *parent = nullptr);
+
+    void display(Connecting::State state_, const QString &description);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    Connecting::State state = Connecting::State::NotConnected;
+};
+
+/// What the program does, in the window's last line. It only looks on: it is told when something has changed, and asks
+/// and measures nothing.
+class StatusBar final : public QStatusBar {
+    Q_OBJECT
+
+public:
+    explicit StatusBar(QWidget *parent = nullptr);
+
+    /// Makes what is not needed before the window has been painted.
+    void build();
+
+public slots:
+    void showState(Connecting::State state_, const QString &address_);
+    /// The game type and the map that the server has told of, if the reply does.
+    void takeReply(const QString &reply);
+    /// A command is about to be sent. One that changes the game or the map makes what is known of them void.
+    void takeCommand(const QString &comm);
+    /// `command` as it may be shown.
+    void showWait(const Wait &wait, const QString &command);
+    void hideWait();
+    /// What the message cycler does, and how often the list of players is read; hidden when empty.
+    void showCycle(const QString &outlook);
+    void showRefresh(int seconds);
+
+private:
+    void showState();
+
+    StateDot *lbldot;
+    ElidedLabel *lblstate;
+    QProgressBar *barwait = nullptr;
+    ElidedLabel *lblwait = nullptr;
+    ElidedLabel *lblcycle = nullptr;
+    ElidedLabel *lblrefresh = nullptr;
+    Connecting::State state = Connecting::State::NotConnected;
+    QString address;
+    QString game; ///< game type
+    QString map;
+};

@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+/// A console command as it may be shown: of a variable whose name ends in "password", in any letter case and with or
+/// without `set`, `seta` or `sets` before it, the value is replaced by `instead`; so is `password` wherever else it
+/// occurs. Several commands on one line have semicolons between them.
+[[nodiscard]] QString shownCommand(const QString &comm, const QString &password, const QString &instead);

@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+#include "program.h"
+#include "window_test.h"
+
+#include <QScreen>
+#include <QSplitter>
+#include <QTabWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QByteArray otherSections = "[options]\r\nclearrconnew=0\r\n\r\n; mine\r\n";
+
+/// Starts the program with these settings, has something done, and closes it. Returns the settings afterwards.
+QByteArray run(const QByteArray &settings, const std::function<void(Program &)> &action = {})
+{
+    Program program(settings);
+    program.start();
+    QApplication::processEvents();
+    if (action)
+        action(program);
+    QApplication::processEvents();
+    program.window.close();
+    return program.file(u"molvark.ini"_s);
+}
+
+QByteArray valueOf(const QByteArray &settings, const QByteArray &key)
+{
+    const QList<QByteArray> lines = settings.mid(settings.indexOf("[window]")).split('\n');
+    const auto line = std::ranges::find_if(lines, [&](const QByteArray &each) { return each.startsWith(key + '='); });
+    return line == lines.end() ? "missing" : line->mid(key.size() + 1).trimmed();
+}
+
+QRect screenRoom()
+{
+    return QGuiApplication::primaryScreen()->availableGeometry();
+}
+
+} // namespace
+
+/// What the window keeps between runs, and where it stands at first.
+class WindowStateTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { failOnWarnings(); }
+
+    void theWindowLiesWithinTheScreen()
+    {
+        Program program;
+        program.start();
+        QVERIFY2(screenRoom().contains(program.window.frameGeometry()), "with its frame");
+    }
+
+    void aRunThatChangedNothingWritesNothing()
+    {
+        QCOMPARE(run({}), QByteArray());
+        QCOMPARE(run(otherSections), otherSections);
+        const QByteArray kept = run(otherSections, [](Program &program) { program.window.resize(600, 500); });
+        QVERIFY(kept.contains("[window]"));
+        QCOMPARE(run(kept), kept);
+    }
+
+    void whatIsChangedIsThereAgain()
+    {
+        QRect place;
+        QList<int> sizes;
+        const QByteArray kept = run(otherSections, [&](Program &program) {
+            program.window.setGeometry(40, 50, 620, 640);
+            QApplication::processEvents();
+            program.find<QTabWidget>(u"SSTab"_s)->setCurrentIndex(4);
+            program.find<QSplitter>(u"splitter"_s)->setSizes({200, 400});
+            program.find<QSplitter>(u"lowerSplitter"_s)->setSizes({200, 400});
+            program.find<QSplitter>(u"rightSplitter"_s)->setSizes({150, 100});
+            place = program.window.geometry();
+            for (const QString &name : {u"splitter"_s, u"lowerSplitter"_s, u"rightSplitter"_s})
+                sizes += program.find<QSplitter>(name)->sizes();
+        });
+        QVERIFY2(kept.startsWith(otherSections), kept);
+
+        Program program(kept);
+        program.start();
+        QCOMPARE(program.window.geometry(), place);
+        QCOMPARE(program.find<QTabWidget>(u"SSTab"_s)->currentIndex(), 4);
+        QList<int> sizesAgain;
+        for (const QString &name : {u"splitter"_s, u"lowerSplitter"_s, u"rightSplitter"_s})
+            sizesAgain += program.find<QSplitter>(name)->sizes();
+        QCOMPARE(sizesAgain, sizes);
+    }
+
+    void theTableOfPlayersIsThereAgain()
+    {
+        const auto widthOf = [](const Program &program) {
+            return program.find<QTableView>(u"msfplayers"_s)->columnWidth(2);
+        };
+        int width = 0;
+        const QByteArray kept = run({}, [&](Program &program) {
+            auto *players = program.find<QTableView>(u"msfplayers"_s);
+            width = widthOf(program) + 31;
+            players->setColumnWidth(2, width);
+            players->horizontalHeader()->moveSection(4, 1);
+        });
+        Program program(kept);
+        program.start();
+        QCOMPARE(widthOf(program), width);
+        QCOMPARE(program.find<QTableView>(u"msfplayers"_s)->horizontalHeader()->logicalIndex(1), 4);
+    }
+
+    void onlyWhatIsDifferentIsWritten()
+    {
+        const QByteArray kept =
+            run({}, [](Program &program) { program.find<QTabWidget>(u"SSTab"_s)->setCurrentIndex(2); });
+        QCOMPARE(kept, "[window]\r\ntab=2\r\n");
+        const QByteArray again =
+            run(kept, [](Program &program) { program.find<QTabWidget>(u"SSTab"_s)->setCurrentIndex(0); });
+        QCOMPARE(again, "[window]\r\ntab=0\r\n");
+    }
+
+    void whatIsBrokenIsTheDefault_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        for (const char *line :
+             {"place=abc", "place=1,2,3", "place=1,2,3,4,5", "place=10,10,0,-5", "place=99999999999,1,2,3",
+              "place=5000,5000,600,400", "place=10,-300,600,400", "place=2147483647,2147483647,2147483647,2147483647",
+              "tab=9", "tab=-1", "tab=x", "maximized=2", "splitter=1", "splitter=a,b", "splitter=-5,0",
+              "lowerSplitter=,", "rightSplitter=99999999999999,1", "columns=;;;", "columns=77:5"})
+            QTest::newRow(line) << QByteArray(line);
+    }
+
+    void whatIsBrokenIsTheDefault()
+    {
+        QFETCH(QByteArray, line);
+        const auto looks = [](const Program &program) {
+            QString text;
+            QDebug(&text) << program.window.geometry() << program.window.isMaximized()
+                          << program.find<QTabWidget>(u"SSTab"_s)->currentIndex()
+                          << program.find<QSplitter>(u"splitter"_s)->sizes()
+                          << program.find<QSplitter>(u"lowerSplitter"_s)->sizes()
+                          << program.find<QSplitter>(u"rightSplitter"_s)->sizes();
+            return text;
+        };
+        QString usual;
+        run({}, [&](Program &program) { usual = looks(program); });
+        const QByteArray settings = "[window]\r\n" + line + "\r\n";
+        QString found;
+        QCOMPARE(run(settings, [&](Program &program) { found = looks(program); }), settings);
+        QCOMPARE(found, usual);
+    }
+
+    void resetPutsTheDefaultBackAtOnce()
+    {
+        QRect usual;
+        run({}, [&](Program &program) { usual = program.window.geometry(); });
+        const QByteArray kept = run(otherSections, [](Program &program) {
+            program.window.setGeometry(30, 40, 620, 610);
+            program.find<QTabWidget>(u"SSTab"_s)->setCurrentIndex(4);
+        });
+        Program program(kept + "[Remoteuser]\r\nuser=Ann\r\n[WINDOW]\r\ntab=1\r\n");
+        program.start();
+        QVERIFY(program.window.geometry() != usual);
+        program.trigger(u"resetwindow"_s);
+        QCOMPARE(program.window.geometry(), usual);
+        QCOMPARE(program.find<QTabWidget>(u"SSTab"_s)->currentIndex(), 0);
+        const QByteArray cleared = otherSections + "[Remoteuser]\r\nuser=Ann\r\n";
+        QCOMPARE(program.file(u"molvark.ini"_s), cleared);
+        QApplication::processEvents();
+        program.window.close();
+        QCOMPARE(program.file(u"molvark.ini"_s), cleared);
+    }
+
+    void resetIsInTheMenuOfTheStatusBar()
+    {
+        Program program;
+        program.start();
+        const auto *bar = program.find<QStatusBar>(u"statusbar"_s);
+        QCOMPARE(bar->contextMenuPolicy(), Qt::ActionsContextMenu);
+        QCOMPARE(bar->actions().size(), 1);
+        QCOMPARE(bar->actions().constFirst()->text(), u"Reset window"_s);
+    }
+
+    void aMaximizedWindowComesBackMaximized()
+    {
+        const QByteArray kept = run({}, [](Program &program) { program.window.showMaximized(); });
+        QCOMPARE(valueOf(kept, "maximized"), "1");
+        Program program(kept);
+        program.start();
+        QVERIFY(program.window.isMaximized());
+    }
+
+    void whatDoesNotFitScrolls()
+    {
+        const QFont usual = QApplication::font();
+        QFont large = usual;
+        large.setPointSize(13);
+        QApplication::setFont(large);
+        const auto restored = qScopeGuard([&] { QApplication::setFont(usual); });
+        Program program;
+        program.start();
+        program.window.resize(700, 500);
+        auto *tabs = program.find<QTabWidget>(u"SSTab"_s);
+        for (int tab = 0; tab < tabs->count(); ++tab) {
+            tabs->setCurrentIndex(tab);
+            QApplication::processEvents();
+            const auto *area = qobject_cast<QScrollArea *>(tabs->currentWidget());
+            QVERIFY(area);
+            const QSize needed = area->widget()->minimumSizeHint();
+            QVERIFY2(area->widget()->width() >= needed.width() && area->widget()->height() >= needed.height(),
+                     qPrintable(tabs->tabText(tab)));
+        }
+        QVERIFY2(program.window.width() <= 700 && program.window.height() <= 500, "the window stays as small");
+    }
+};
+
+WINDOW_TEST(WindowStateTest)
+#include "tst_window_state.moc"

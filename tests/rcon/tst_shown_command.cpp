@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#include "rcon/shown_command.h"
+#include "test_class.h"
+
+using namespace Qt::StringLiterals;
+
+class ShownCommandTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void noPasswordIsShown_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("hidden");
+        QTest::addColumn<QString>("starred");
+        const auto row = [](const char *command, const char *hidden, const char *starred) {
+            QTest::newRow(command) << QString::fromLatin1(command) << QString::fromLatin1(hidden)
+                                   << QString::fromLatin1(starred);
+        };
+        row("status", "status", "status");
+        row("g_password letmein", "g_password", "g_password ***");
+        row("g_password \"let me in\"", "g_password", "g_password ***");
+        row("set g_password letmein", "set g_password", "set g_password ***");
+        row("SETA Rcon_PassWord x", "SETA Rcon_PassWord", "SETA Rcon_PassWord ***");
+        row("sets  sv_privatePassword  a b", "sets  sv_privatePassword", "sets  sv_privatePassword ***");
+        row("set \"g_password\" x", "set \"g_password\"", "set \"g_password\" ***");
+        row("g_password", "g_password", "g_password");
+        row("g_password \"\"", "g_password", "g_password ***");
+        row("set sv_hostname password", "set sv_hostname password", "set sv_hostname password");
+        row("say hello; g_password x;status", "say hello;g_password;status", "say hello;g_password ***;status");
+        row("say \"a;g_password x\"", "say \"a;g_password x\"", "say \"a;g_password x\"");
+        row("say I know s3cret", "say I know ***", "say I know ***");
+        row("", "", "");
+    }
+
+    void noPasswordIsShown()
+    {
+        QFETCH(QString, command);
+        QTEST(shownCommand(command, u"s3cret"_s, {}), "hidden");
+        QTEST(shownCommand(command, u"s3cret"_s, u"***"_s), "starred");
+        QVERIFY(!shownCommand(command, {}, {}).contains(u"letmein"));
+    }
+};
+
+GUILESS_TEST(ShownCommandTest)
+#include "tst_shown_command.moc"
