@@ -2,12 +2,15 @@
 #include "maps_page.h"
 #include "ui_maps_page.h"
 
+#include "base/context_menu.h"
 #include "base/prompts.h"
 #include "map_listing.h"
 #include "quick_commands.h"
 #include "rcon/conversation.h"
 #include "rcon/reading.h"
 #include "rcon/services.h"
+
+#include <QMenu>
 
 using namespace Qt::StringLiterals;
 
@@ -26,6 +29,7 @@ MapsPage::MapsPage(Services &services_, QWidget *parent)
     connect(ui->cmddefmaps, &QPushButton::clicked, this, &MapsPage::cmddefmaps_Click);
     connect(ui->cmdpopmaps, &QPushButton::clicked, this, &MapsPage::cmdpopmaps_Click);
     connect(ui->cmdmapload, &QPushButton::clicked, this, &MapsPage::cmdmapload_Click);
+    connect(ui->lstmaps, &ListBox::menuwanted, this, &MapsPage::showMenu);
     connect(ui->cmdrestartmap, &QPushButton::clicked, this, [this] { restartMap(services); });
     connect(ui->cmdrotatemap, &QPushButton::clicked, this, [this] { rotateMap(services); });
 }
@@ -66,4 +70,13 @@ void MapsPage::cmdmapload_Click()
         return;
     }
     Conversation(services).tellWithoutWaiting(u"map "_s + selected.first()->text());
+}
+
+void MapsPage::showMenu(const QModelIndex &map, QPoint place)
+{
+    if (map.isValid())
+        ui->lstmaps->setCurrentIndex(map);
+    QMenu *menu = newContextMenu(ui->lstmaps);
+    addMenuItem(menu, u"actcopy"_s, u"&Copy"_s, map.isValid(), [name = map.data().toString()] { copyText(name); });
+    menu->popup(place);
 }

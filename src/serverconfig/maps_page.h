@@ -7,6 +7,7 @@
 
 #include <memory>
 
+class QModelIndex;
 struct Services;
 
 namespace Ui {
@@ -25,6 +26,7 @@ private:
     void cmddefmaps_Click();
     void cmdpopmaps_Click();
     void cmdmapload_Click();
+    void showMenu(const QModelIndex &map, QPoint place);
 
     Services &services;
     std::unique_ptr<Ui::MapsPage> ui;

@@ -6,6 +6,7 @@
 #include <memory>
 
 class Prompts;
+class QModelIndex;
 struct IniEntry;
 struct SavedServers;
 
@@ -36,6 +37,10 @@ signals:
 
 private:
     void lstservers_Click();
+    void showMenu(const QModelIndex &row, QPoint place);
+    void useRow(int row);
+    void copyRow(int row);
+    void removeRow(int row);
     void addRow(const QString &server, const QString &port, const QString &password);
 
     Prompts &prompts;

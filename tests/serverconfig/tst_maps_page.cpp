@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "menus.h"
 #include "settings_tab.h"
 
 #include <QGroupBox>
@@ -301,6 +302,37 @@ private slots:
         QTest::keyClick(list, Qt::Key_Up);
         tab.program.click(u"cmdmapload"_s);
         QCOMPARE(tab.commands(), QList<QByteArray>{"map mp_breakout"});
+    }
+
+    void theNameOfAMapIsCopied()
+    {
+        SettingsTab tab;
+        tab.program.click(u"cmddefmaps"_s);
+        selectMap(tab.program, 2);
+        auto *list = tab.program.find<QListWidget>(u"lstmaps"_s);
+        QCOMPARE(copiedBy([&] { QTest::keySequence(list, QKeySequence::Copy); }), u"mp_burgundy"_s);
+        const QPoint other = list->visualItemRect(list->item(4)).center();
+        QCOMPARE(OpenMenu(*list, other).captions(), QStringList{u"Copy"_s});
+        QCOMPARE(copiedBy([&] { OpenMenu(*list, other).choose(u"Copy"_s); }), u"mp_dawnville"_s);
+        QCOMPARE(copiedBy([&] { OpenMenu(*list).choose(u"Copy"_s); }), u"mp_dawnville"_s); // the one it was about last
+        QVERIFY(!OpenMenu(*list, list->viewport()->rect().bottomLeft() - QPoint(-3, 3)).item(u"Copy"_s)->isEnabled());
+        QCOMPARE(tab.commands(), QList<QByteArray>());
+    }
+
+    void aDoubleClickLoadsNothingAndEditsNothing()
+    {
+        SettingsTab tab;
+        tab.program.click(u"cmddefmaps"_s);
+        selectMap(tab.program, 1);
+        auto *list = tab.program.find<QListWidget>(u"lstmaps"_s);
+        const QStringList before = maps(tab);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(1)).center());
+        QTest::keyClicks(list->viewport(), u"x"_s);
+        QCoreApplication::processEvents();
+        QCOMPARE(tab.commands(), QList<QByteArray>());
+        QVERIFY(tab.boxes().isEmpty());
+        QCOMPARE(maps(tab), before);
+        QVERIFY(list->viewport()->findChildren<QLineEdit *>().isEmpty());
     }
 
     void unconnectedTheLoadIsRefused()
