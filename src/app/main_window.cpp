@@ -12,6 +12,7 @@
 #include "output/message_list.h"
 #include "output/output.h"
 #include "page_area.h"
+#include "output/rcon_pane.h"
 #include "players/players_page.h"
 #include "rcon/connect_panel.h"
 #include "rcon/connecting.h"
@@ -223,6 +224,8 @@ void MainWindow::wireMenus()
     connect(ui->clearmessage, &QAction::triggered, this, [this] { services.output.clearmessage_Click(); });
     connect(ui->savercon, &QAction::triggered, this, [this] { services.output.savercon_Click(false); });
     connect(ui->clearrcon, &QAction::triggered, this, [this] { services.output.clearrcon_Click(); });
+    services.output.list().setMenuActions({ui->savemessages, ui->clearmessage});
+    services.output.pane().setMenuActions({ui->savercon, ui->clearrcon});
 
     wireCommonTasks();
 

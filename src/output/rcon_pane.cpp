@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "rcon_pane.h"
 
+#include "base/context_menu.h"
 #include "base/first_paint.h"
 
+#include <QContextMenuEvent>
 #include <QFontDatabase>
+#include <QMenu>
+#include <QMimeData>
 #include <QScrollBar>
 #include <QStringMatcher>
 #include <QTextBlock>
@@ -27,6 +31,46 @@ int inBlocks(qsizetype place)
     return static_cast<int>(place + place / longestBlock);
 }
 
+constexpr QChar commandMark(0x18);
+
+/// Of characters that are there and are not seen, also when they are selected.
+QTextCharFormat unseen()
+{
+    QTextCharFormat format;
+    format.setFontPointSize(0.05);
+    format.setFontLetterSpacingType(QFont::PercentageSpacing);
+    format.setFontLetterSpacing(0.02); // 0 would be taken for none
+    format.setForeground(Qt::transparent);
+    return format;
+}
+
+/// Inserts `text`, which is a line or a part of one. The first and the last mark in it frame a command; a server that
+/// sends thousands of them gets no more out of it.
+void insertLine(QTextCursor &place, const QString &text)
+{
+    qsizetype done = 0;
+    for (const qsizetype mark : {text.indexOf(commandMark), text.lastIndexOf(commandMark)}) {
+        if (mark < done)
+            continue; // there is none, or only one
+        place.insertText(text.sliced(done, mark - done), {});
+        place.insertText(commandMark, unseen());
+        done = mark + 1;
+    }
+    place.insertText(text.sliced(done), {});
+}
+
+/// The pane is dark in every theme. All other colours are those of the theme, whatever it changes to.
+QPalette darkGround()
+{
+    QPalette colours;
+    colours.setResolveMask(0); // the roles that follow the theme
+    colours.setColor(QPalette::Base, QColor(0x1E, 0x1E, 0x1E));
+    colours.setColor(QPalette::Text, QColor(255, 255, 0));
+    colours.setColor(QPalette::PlaceholderText, QColor(0xB4, 0xB4, 0x8C));
+    colours.setColor(QPalette::WindowText, QColor(0x80, 0x80, 0x80)); // the edge, seen beside light and dark windows
+    return colours;
+}
+
 QFont tableFont()
 {
     QFont bold = QFontDatabase::systemFont(QFontDatabase::FixedFont); // the server's tables are made of columns
@@ -47,10 +91,8 @@ RconPane::RconPane(QWidget *parent) : QPlainTextEdit(parent)
     // Looking for the font would hold up the start, and nothing shows it before there is text.
     afterFirstPaint(this, 500ms, [this] { setFont(tableFont()); });
 
-    QPalette colours = palette();
-    colours.setColor(QPalette::Base, QColor(0x1E, 0x1E, 0x1E));
-    colours.setColor(QPalette::Text, QColor(255, 255, 0));
-    setPalette(colours);
+    setPalette(darkGround());
+    setFrameStyle(QFrame::Box | QFrame::Plain);
 
     // The range grows only when the new lines have been laid out, some time after they were added.
     QScrollBar *bar = verticalScrollBar();
@@ -77,7 +119,7 @@ void RconPane::append(const QString &text)
         }
         const qsizetype lineEnd = rest.indexOf(u'\n');
         const qsizetype piece = lineEnd >= 0 && lineEnd <= room ? lineEnd + 1 : std::min(room, rest.size());
-        end.insertText(rest.first(piece).toString());
+        insertLine(end, rest.first(piece).toString());
         rest = rest.sliced(piece);
     }
     end.endEditBlock();
@@ -85,13 +127,42 @@ void RconPane::append(const QString &text)
 
 QString RconPane::text() const
 {
-    QString history;
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
-        if (block.blockNumber() > 0 && block.userState() != continued)
-            history += u"\r\n"_s;
-        history += block.text();
+    return textBetween(0, document()->characterCount(), u"\r\n");
+}
+
+QString RconPane::textBetween(int start, int end, QStringView lineEnd) const
+{
+    QString between;
+    for (QTextBlock block = document()->findBlock(start); block.isValid() && block.position() <= end;
+         block = block.next()) {
+        if (block.position() > start && block.userState() != continued)
+            between += lineEnd;
+        const int from = std::max(start - block.position(), 0);
+        between += QStringView(block.text()).first(std::min(end - block.position(), block.length() - 1)).sliced(from);
     }
-    return history;
+    return between;
+}
+
+// What is pasted into a chat or a forum is what was seen.
+QMimeData *RconPane::createMimeDataFromSelection() const
+{
+    const QTextCursor selection = textCursor();
+    auto *copied = new QMimeData;
+    copied->setText(textBetween(selection.selectionStart(), selection.selectionEnd(), u"\n").remove(commandMark));
+    return copied;
+}
+
+void RconPane::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu *menu = newContextMenu(this);
+    addMenuItem(menu, u"actcopy"_s, u"&Copy"_s, textCursor().hasSelection(), [this] { copy(); });
+    addMenuItem(menu, u"actcopyall"_s, u"Copy &all"_s, !document()->isEmpty(),
+                [this] { copyText(textBetween(0, document()->characterCount(), u"\n").remove(commandMark)); });
+    menu->addSeparator();
+    menu->addActions(menuActions);
+    // For the menu key the place is that of the text cursor, which may have been scrolled away.
+    const bool isSeen = viewport()->rect().contains(event->pos());
+    menu->popup(isSeen ? event->globalPos() : mapToGlobal(rect().center()));
 }
 
 QList<int> RconPane::occurrences(const QString &wanted) const
