@@ -10,6 +10,7 @@
 #include "getstatus_reply.h"
 #include "output/log_file.h"
 #include "player_csv.h"
+#include "player_menu.h"
 #include "rcon/conversation.h"
 #include "rcon/reading.h"
 #include "rcon/server_fields.h"
@@ -19,9 +20,21 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QScopeGuard>
+#include <QScrollBar>
+#include <QShortcut>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+Qt::SortOrder sortOrder(int column)
+{
+    return column == PlayerColumn::Score ? Qt::DescendingOrder : Qt::AscendingOrder;
+}
+
+} // namespace
 
 PlayersPage::PlayersPage(Services &services_, QWidget *parent)
     : QWidget(parent),
@@ -33,7 +46,7 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
           services_, [this] { return populate(BroughtBy::Tick); }, this)
 {
     ui->setupUi(this);
-    ui->msfplayers->setModel(&players);
+    ui->msfplayers->showTable(players);
     ui->complayersort->setCurrentIndex(-1); // the server's own order
 
     connect(ui->cmdplypop, &QPushButton::clicked, this, &PlayersPage::cmdplypop_Click);
@@ -44,6 +57,7 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
     connect(ui->cmdplymessage, &QPushButton::clicked, this, &PlayersPage::cmdplymessage_Click);
     connect(ui->cmdsavenames, &QPushButton::clicked, this, &PlayersPage::cmdsavenames_Click);
     connect(ui->chkautoupdate, &QCheckBox::toggled, this, &PlayersPage::chkautoupdate_Click);
+    wireList();
     connect(&reader, &PlayerReader::statusrowread, this, qOverload<const StatusRow &>(&PlayersPage::add));
     connect(&reader, &PlayerReader::queryrowread, this, qOverload<const GetstatusRow &>(&PlayersPage::add));
     connect(&refresh, &PlayerRefresh::runningchanged, this, &PlayersPage::refreshchanged);
@@ -55,11 +69,30 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
 
 PlayersPage::~PlayersPage() = default;
 
+void PlayersPage::wireList()
+{
+    connect(ui->msfplayers->horizontalHeader(), &QHeaderView::sectionClicked, this, &PlayersPage::sortOn);
+    connect(ui->msfplayers, &PlayerView::menuwanted, this, [this](QPoint place) {
+        showPlayerMenu(*ui->msfplayers, players, {ui->cmdplykick, ui->cmdplyban, ui->cmdtempban, ui->cmdplymessage},
+                       place);
+    });
+    connect(ui->txtplyfilter, &QLineEdit::textChanged, ui->msfplayers, &PlayerView::setFilter);
+    connect(new QShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_F, this), &QShortcut::activated, this, [this] {
+        ui->txtplyfilter->setFocus(Qt::ShortcutFocusReason);
+        ui->txtplyfilter->selectAll();
+    });
+}
+
 void PlayersPage::showPreferences()
 {
     const Preferences &options = services.session.options;
     ui->chkremcol->setChecked(options.removeid);
     ui->chkplyq->setChecked(options.usequery);
+}
+
+PlayerView &PlayersPage::view() const
+{
+    return *ui->msfplayers;
 }
 
 void PlayersPage::cmdplypop_Click()
@@ -78,6 +111,8 @@ bool PlayersPage::populate(BroughtBy by)
         return false;
     tells = isByHand;
     ++populates;
+    if (players.rowCount() > 0)
+        scrolled = ui->msfplayers->verticalScrollBar()->value();
     players.clear();
     refresh.beginPopulate(by);
     try {
@@ -93,6 +128,7 @@ bool PlayersPage::populate(BroughtBy by)
         return false;
     complayersort_Click();
     ui->msfplayers->clearSelection();
+    ui->msfplayers->scrollBackTo(scrolled);
     return true;
 }
 
@@ -113,10 +149,28 @@ void PlayersPage::add(const GetstatusRow &row)
 
 void PlayersPage::complayersort_Click()
 {
+    showSorting();
     if (players.rowCount() < 2)
         return;
     const int column = ui->complayersort->currentIndex() + 1;
-    players.sort(column, column == PlayerColumn::Score ? Qt::DescendingOrder : Qt::AscendingOrder);
+    players.sort(column, sortOrder(column));
+}
+
+// A click on a header chooses that column in the box. Two of the columns do not stand there.
+void PlayersPage::sortOn(int column)
+{
+    if (column >= PlayerColumn::Num && column <= PlayerColumn::Rate)
+        ui->complayersort->setCurrentIndex(column - 1);
+    showSorting(); // the header has turned its arrow by itself
+}
+
+void PlayersPage::showSorting()
+{
+    const int chosen = ui->complayersort->currentIndex();
+    QHeaderView *header = ui->msfplayers->horizontalHeader();
+    header->setSortIndicatorShown(chosen >= 0);
+    if (chosen >= 0)
+        header->setSortIndicator(chosen + 1, sortOrder(chosen + 1));
 }
 
 void PlayersPage::startRefresh()

@@ -11,6 +11,7 @@
 #include <memory>
 
 class Fault;
+class PlayerView;
 struct Dismissal;
 struct GetstatusRow;
 struct Services;
@@ -30,6 +31,8 @@ public:
 
     /// Sets the check boxes as the preferences have them.
     void showPreferences();
+    /// The grid, for its columns.
+    [[nodiscard]] PlayerView &view() const;
 
 public slots:
     /// Starts the refresh on a new connection when the preferences want it.
@@ -44,12 +47,15 @@ signals:
     void refreshchanged(int seconds);
 
 private:
+    void wireList();
     void cmdplypop_Click();
     /// False when it is being done already, nothing is connected, or it has been done anew meanwhile.
     bool populate(BroughtBy by);
     void add(const StatusRow &row);
     void add(const GetstatusRow &row);
     void complayersort_Click();
+    void sortOn(int column);
+    void showSorting();
     void chkautoupdate_Click();
     void offerActions(bool on);
 
@@ -69,6 +75,7 @@ private:
     PlayerRefresh refresh;
     ReentrancyGuard::Door populating;
     int populates = 0;
+    int scrolled = 0;       ///< how far the list that is being replaced was
     bool tells = false;     ///< boxes say what is wrong with the list that is being read
     QStringList dismissals; ///< the commands that are under way, with their players
 };

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "player_menu.h"
+
+#include "base/context_menu.h"
+#include "player_table.h"
+#include "player_view.h"
+
+#include <QAbstractButton>
+#include <QMenu>
+
+using namespace Qt::StringLiterals;
+
+void showPlayerMenu(PlayerView &view, const PlayerTable &players, const PlayerButtons &buttons, QPoint place)
+{
+    const int row = view.selectedRow();
+    const bool isRow = row >= 0;
+    QMenu *menu = newContextMenu(&view);
+    // Whom it hits is looked up when it is clicked: the list may be read anew while the menu is open.
+    const auto addButton = [menu, isRow](const QString &name, const QString &caption, QAbstractButton *button) {
+        addMenuItem(menu, name, caption, isRow && button->isEnabled(), [button] { button->click(); });
+    };
+    const auto addCopy = [&](const QString &name, const QString &caption, PlayerColumn::Column column) {
+        const QString text = isRow ? players.text(row, column) : QString();
+        addMenuItem(menu, name, caption, !text.isEmpty(), [text] { copyText(text); });
+    };
+
+    addButton(u"actkick"_s, u"&Kick"_s, buttons.kick);
+    addButton(u"actban"_s, u"&Ban"_s, buttons.ban);
+    addButton(u"acttempban"_s, u"&Temp Ban"_s, buttons.temporaryBan);
+    menu->addSeparator();
+    addButton(u"actmessage"_s, u"Send &message"_s, buttons.message);
+    menu->addSeparator();
+    addCopy(u"actcopyguid"_s, u"Copy &GUID"_s, PlayerColumn::Guid);
+    addCopy(u"actcopyaddress"_s, u"Copy &address"_s, PlayerColumn::Address);
+    addMenuItem(menu, u"actcopyrow"_s, u"Copy &row"_s, isRow, [&view] { view.copyRow(); });
+    addMenuItem(menu, u"actcopylist"_s, u"Copy &list"_s, players.rowCount() > 0, [&view] { view.copyList(); });
+    menu->popup(place);
+}
