@@ -3,7 +3,6 @@
 
 #include "numbers.h"
 
-#include <QGuiApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
@@ -32,6 +31,50 @@ public:
         return Acceptable;
     }
 };
+
+/// Keeps the ground of a field that of the window around it, whichever colours the window takes on. All other colours
+/// of the field stay those of the desktop.
+class WindowGround final : public QObject {
+public:
+    explicit WindowGround(QWidget *field) : QObject(field)
+    {
+        field->installEventFilter(this);
+        take(field);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::PaletteChange)
+            take(qobject_cast<QWidget *>(watched));
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    static void take(QWidget *field)
+    {
+        QPalette ground;
+        bool differs = false;
+        for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+            const QColor colour = field->palette().color(group, QPalette::Window);
+            differs = differs || field->palette().color(group, QPalette::Base) != colour;
+            ground.setColor(group, QPalette::Base, colour);
+        }
+        if (differs) // setting them tells of a change once more
+            field->setPalette(ground);
+    }
+};
+
+void standOnWindow(QWidget *field, bool on)
+{
+    constexpr QLatin1StringView name("windowGround");
+    auto *ground = field->findChild<QObject *>(name, Qt::FindDirectChildrenOnly);
+    if (on && !ground) {
+        (new WindowGround(field))->setObjectName(name);
+    } else if (!on && ground) {
+        delete ground;
+        field->setPalette({});
+    }
+}
 
 QAbstractSlider::SliderAction opposite(QAbstractSlider::SliderAction action)
 {
@@ -108,10 +151,7 @@ bool CheckBox::event(QEvent *event)
 void lockLine(QLineEdit *line, bool on)
 {
     line->setReadOnly(on);
-    QPalette colours = QGuiApplication::palette();
-    if (on)
-        colours.setColor(QPalette::Base, colours.color(QPalette::Window));
-    line->setPalette(colours);
+    standOnWindow(line, on);
 }
 
 ComboBox::ComboBox(QWidget *parent) : QComboBox(parent)
@@ -131,8 +171,8 @@ QStringList ComboBox::entries() const
 
 void ComboBox::setLocked(bool on)
 {
-    lockLine(lineEdit(), on);
-    setPalette(lineEdit()->palette());
+    lineEdit()->setReadOnly(on);
+    standOnWindow(this, on); // the line takes its ground from the box
 }
 
 bool ComboBox::isLocked() const

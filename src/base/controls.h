@@ -76,7 +76,7 @@ protected:
     bool event(QEvent *event) override;
 };
 
-/// Locks a line against typing, or unlocks it, and shows that.
+/// Locks a line against typing, or unlocks it, and shows that: what is locked has the ground of its window.
 void lockLine(QLineEdit *line, bool on);
 
 /// An editable combo box that can be locked: its text is shown and can be set by the program, but not by the person.

@@ -259,6 +259,34 @@ private slots:
         QCOMPARE(line.palette().color(QPalette::Base), unlocked);
     }
 
+    void aLockedLineFollowsTheColoursOfItsWindow()
+    {
+        QWidget window;
+        QLineEdit line(&window);
+        lockLine(&line, true);
+        for (const QColor &ground : {QColor(50, 50, 50), QColor(230, 240, 250)}) {
+            QPalette colours;
+            colours.setColor(QPalette::Window, ground);
+            colours.setColor(QPalette::Text, QColor(1, 2, 3));
+            window.setPalette(colours);
+            QCOMPARE(line.palette().color(QPalette::Base), ground);
+            QCOMPARE(line.palette().color(QPalette::Text), QColor(1, 2, 3));
+        }
+        lockLine(&line, false);
+        QCOMPARE(line.palette().color(QPalette::Base), window.palette().color(QPalette::Base));
+    }
+
+    void lockingTwiceIsUndoneByUnlockingOnce()
+    {
+        QLineEdit line;
+        const QColor unlocked = line.palette().color(QPalette::Base);
+        lockLine(&line, true);
+        lockLine(&line, true);
+        lockLine(&line, false);
+        QVERIFY(!line.isReadOnly());
+        QCOMPARE(line.palette().color(QPalette::Base), unlocked);
+    }
+
     void aLockedBoxTakesNoTyping()
     {
         Maps maps;
