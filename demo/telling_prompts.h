@@ -19,7 +19,7 @@ protected:
         tell(box.title, box.text);
         return answerOfClosing(box.buttons);
     }
-    QString showTextQuestion(const QString &prompt, const QString &title, const QString &) override
+    QString showTextQuestion(const QString &prompt, const QString &title, const QString &, const BelowLine &) override
     {
         return tell(title, prompt);
     }

@@ -5,9 +5,16 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QFontDatabase>
 #include <QInputDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QScreen>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -53,6 +60,37 @@ Answer answer(QMessageBox::StandardButton pressed, BoxButtons asked)
     }
 }
 
+// Room for sixty wide letters, and for all of a longer preset.
+int lineWidth(const QLineEdit &line)
+{
+    const QFontMetrics letters = line.fontMetrics();
+    const int edges =
+        line.minimumSizeHint().width(); // with room for one letter, as the cursor behind the text needs it
+    return edges + std::max(letters.horizontalAdvance(QString(60, u'n')), letters.horizontalAdvance(line.text()));
+}
+
+// With what stands in the title bar besides: the program's icon and three buttons, each as wide as the bar is high.
+int titleWidth(const QDialog &dialog)
+{
+    const QFontMetrics letters(QFontDatabase::systemFont(QFontDatabase::TitleFont));
+    const int barHeight = std::max(dialog.style()->pixelMetric(QStyle::PM_TitleBarHeight), letters.height());
+    return letters.horizontalAdvance(dialog.windowTitle()) + 5 * barHeight;
+}
+
+void widen(QInputDialog &dialog, QLineEdit &line)
+{
+    const int most = dialog.screen()->availableGeometry().width() * 9 / 10;
+    line.setMinimumWidth(std::min(std::max(lineWidth(line), titleWidth(dialog)), most));
+}
+
+// Between the line and the buttons.
+void putBelow(QInputDialog &dialog, QWidget *widget)
+{
+    (void)dialog.sizeHint(); // lays the dialog out, which would otherwise be done when it is shown
+    auto *rows = qobject_cast<QVBoxLayout *>(dialog.layout());
+    rows->insertWidget(rows->count() - 1, widget);
+}
+
 } // namespace
 
 Answer DialogPrompts::showBox(const Box &box)
@@ -69,7 +107,8 @@ Answer DialogPrompts::showBox(const Box &box)
     return answer(dialog.standardButton(dialog.clickedButton()), box.buttons);
 }
 
-QString DialogPrompts::showTextQuestion(const QString &prompt, const QString &title, const QString &preset)
+QString DialogPrompts::showTextQuestion(const QString &prompt, const QString &title, const QString &preset,
+                                        const BelowLine &below)
 {
     QInputDialog dialog(programWindow());
     dialog.setWindowTitle(title);
@@ -77,6 +116,10 @@ QString DialogPrompts::showTextQuestion(const QString &prompt, const QString &ti
     for (QLabel *label : dialog.findChildren<QLabel *>())
         label->setTextFormat(Qt::PlainText);
     dialog.setTextValue(preset);
+    auto *line = dialog.findChild<QLineEdit *>();
+    widen(dialog, *line);
+    if (below)
+        putBelow(dialog, below(line));
     return accepted(dialog) ? dialog.textValue() : QString();
 }
 

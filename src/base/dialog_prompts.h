@@ -14,7 +14,8 @@ public:
 
 protected:
     Answer showBox(const Box &box) override;
-    QString showTextQuestion(const QString &prompt, const QString &title, const QString &preset) override;
+    QString showTextQuestion(const QString &prompt, const QString &title, const QString &preset,
+                             const BelowLine &below) override;
     QString showFileQuestion(const QString &title, const QString &preset, const QString &suffix) override;
 
 private:

@@ -38,11 +38,11 @@ Answer Prompts::ask(const Box &box)
     return showBox(box);
 }
 
-QString Prompts::askText(const QString &prompt, const QString &title, const QString &preset)
+QString Prompts::askText(const QString &prompt, const QString &title, const QString &preset, const BelowLine &below)
 {
     open.append({.title = title, .text = {}});
     const auto closed = qScopeGuard([this] { open.removeLast(); });
-    return showTextQuestion(prompt, title, preset);
+    return showTextQuestion(prompt, title, preset, below);
 }
 
 QString Prompts::askFileName(const QString &title, const QString &preset, const QString &suffix)

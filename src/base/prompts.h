@@ -4,7 +4,11 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
+
 class Fault;
+class QLineEdit;
+class QWidget;
 
 enum class BoxIcon { None, Information, Exclamation, Question };
 enum class BoxButtons { Ok, OkCancel, YesNo };
@@ -26,6 +30,9 @@ enum class BroughtBy { Person, Tick };
 /// The answer that a box closed without a choice gives: Ok, Cancel or No.
 [[nodiscard]] Answer answerOfClosing(BoxButtons buttons);
 
+/// Makes what is to be seen below the line into which a text is typed; the box owns it.
+using BelowLine = std::function<QWidget *(QLineEdit *line)>;
+
 /// The one door through which the program asks or tells the person something that must be answered.
 class Prompts {
 public:
@@ -36,7 +43,7 @@ public:
     /// Shows the box and waits for the answer, yielding to the event loop.
     Answer ask(const Box &box);
     /// Asks for one line of text; empty when cancelled.
-    QString askText(const QString &prompt, const QString &title, const QString &preset);
+    QString askText(const QString &prompt, const QString &title, const QString &preset, const BelowLine &below = {});
     /// Asks under which name to save; empty when cancelled. `suffix` is added to a name without one.
     QString askFileName(const QString &title, const QString &preset, const QString &suffix);
     /// Closes what is open as if it had been cancelled, and shows nothing from now on.
@@ -56,7 +63,8 @@ public:
 
 protected:
     virtual Answer showBox(const Box &box) = 0;
-    virtual QString showTextQuestion(const QString &prompt, const QString &title, const QString &preset) = 0;
+    virtual QString showTextQuestion(const QString &prompt, const QString &title, const QString &preset,
+                                     const BelowLine &below) = 0;
     virtual QString showFileQuestion(const QString &title, const QString &preset, const QString &suffix) = 0;
 
 private:

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QScreen>
 
 #include <algorithm>
 
@@ -273,6 +274,83 @@ private slots:
         (void)prompts.askText(markup, u"Title"_s, {});
         QCOMPARE(text, markup);
         QCOMPARE(format, Qt::PlainText);
+    }
+
+    void anInputBoxHasRoomForSixtyLetters()
+    {
+        DialogPrompts prompts;
+        int width = 0;
+        int letters = 0;
+        onNextDialog<QInputDialog>([&](QInputDialog &dialog) {
+            const auto *line = dialog.findChild<QLineEdit *>();
+            width = line->width();
+            letters = line->fontMetrics().horizontalAdvance(QString(60, u'n'));
+        });
+        (void)prompts.askText(u"Prompt"_s, u"Title"_s, u"preset"_s);
+        QVERIFY2(width >= letters, qPrintable(u"%1 of %2"_s.arg(width).arg(letters)));
+    }
+
+    void anInputBoxIsNoNarrowerThanItsTitle()
+    {
+        DialogPrompts prompts;
+        int width = 0;
+        int letters = 0;
+        const QString title = u"A rather long title, "_s.repeated(5);
+        onNextDialog<QInputDialog>([&](QInputDialog &dialog) {
+            width = dialog.width();
+            letters = dialog.fontMetrics().horizontalAdvance(title);
+        });
+        (void)prompts.askText(u"Prompt"_s, title, u"preset"_s);
+        QVERIFY2(width >= std::min(letters, QGuiApplication::primaryScreen()->availableGeometry().width() * 9 / 10),
+                 qPrintable(u"%1 of %2"_s.arg(width).arg(letters)));
+    }
+
+    void aLongPresetIsSeenWhole()
+    {
+        DialogPrompts prompts;
+        const QString preset = u"You are on this server as "_s + QString(50, u'n');
+        bool isWhole = false;
+        bool isSelected = false;
+        onNextDialog<QInputDialog>([&](QInputDialog &dialog) {
+            const auto *line = dialog.findChild<QLineEdit *>();
+            isWhole = line->width() > line->fontMetrics().horizontalAdvance(preset);
+            isSelected = line->selectedText() == preset;
+        });
+        (void)prompts.askText(u"Prompt"_s, u"Title"_s, preset);
+        QVERIFY(isWhole);
+        QVERIFY(isSelected);
+    }
+
+    void aVeryLongPresetStaysOnTheScreen()
+    {
+        DialogPrompts prompts;
+        QRect place;
+        onNextDialog<QInputDialog>([&](QInputDialog &dialog) { place = dialog.frameGeometry(); });
+        (void)prompts.askText(u"Prompt"_s, u"Title"_s, QString(2000, u'n'));
+        QVERIFY2(place.width() <= QGuiApplication::primaryScreen()->availableGeometry().width(),
+                 qPrintable(QString::number(place.width())));
+    }
+
+    void whatBelongsToTheLineStandsBelowIt()
+    {
+        DialogPrompts prompts;
+        bool isBelow = false;
+        QString followed;
+        onNextDialog<QInputDialog>([&](QInputDialog &dialog) {
+            const auto *line = dialog.findChild<QLineEdit *>();
+            const auto *below = dialog.findChild<QLabel *>(u"below"_s);
+            isBelow = below->isVisible() && below->geometry().top() >= line->geometry().bottom();
+            QTest::keyClicks(dialog.focusWidget(), u"typed"_s);
+            followed = below->text();
+        });
+        (void)prompts.askText(u"Prompt"_s, u"Title"_s, u"preset"_s, [](QLineEdit *line) {
+            auto *below = new QLabel(line->text());
+            below->setObjectName(u"below"_s);
+            connect(line, &QLineEdit::textChanged, below, &QLabel::setText);
+            return below;
+        });
+        QVERIFY(isBelow);
+        QCOMPARE(followed, u"typed"_s); // in place of the preset, which was selected
     }
 
     void closingCancelsAnOpenInputBox()

@@ -35,7 +35,8 @@ protected:
             return answers.takeFirst();
         return box.buttons == BoxButtons::YesNo ? Answer::Yes : Answer::Ok;
     }
-    QString showTextQuestion(const QString &prompt, const QString &title, const QString &preset) override
+    QString showTextQuestion(const QString &prompt, const QString &title, const QString &preset,
+                             const BelowLine &) override
     {
         return askLine({title, prompt, preset});
     }
