@@ -4,6 +4,7 @@
 
 #include "base/focus.h"
 #include "base/prompts.h"
+#include "chat_preview.h"
 #include "rcon/conversation.h"
 #include "rcon/services.h"
 #include "serverconfig/chat_prefix.h"
@@ -45,13 +46,26 @@ void MessagePanel::cmdmessage_Click()
 {
     const Conversation talk(services);
     const QString typed = services.prompts.askText(u"Type message to send to server"_s, u"Server Message"_s,
-                                                   u"Welcome to our server, enjoy your stay"_s);
+                                                   u"Welcome to our server, enjoy your stay"_s,
+                                                   [this](QLineEdit *line) { return preview(line); });
     if (typed.isEmpty())
         return;
-    const QString answer = oneLine(typed); // the server reads no further than a line break
-    const QString message = ui->txtprefix->text() + u' ' + answer;
+    const QString message = signedText(typed);
     talk.tell(u"say "_s + chatPrefix + message);
     talk.note(u"Message to server>> "_s + message);
+}
+
+QString MessagePanel::signedText(const QString &typed) const
+{
+    return ui->txtprefix->text() + u' ' + oneLine(typed); // the server reads no further than a line break
+}
+
+QWidget *MessagePanel::preview(QLineEdit *line) const
+{
+    auto *seen = new ChatPreview;
+    seen->keepRoom();
+    seen->follow(line, [this](const QString &typed) { return chatPrefix + signedText(typed); });
+    return seen;
 }
 
 void MessagePanel::txtprefix_LostFocus()

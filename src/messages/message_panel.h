@@ -7,6 +7,7 @@
 
 class IniText;
 class MessageList;
+class QLineEdit;
 struct Services;
 
 namespace Ui {
@@ -27,6 +28,9 @@ public:
 
 private:
     void cmdmessage_Click();
+    /// What is said of a typed line, behind the program's own prefix.
+    [[nodiscard]] QString signedText(const QString &typed) const;
+    [[nodiscard]] QWidget *preview(QLineEdit *line) const;
     void txtprefix_LostFocus();
 
     Services &services;

@@ -10,6 +10,7 @@
 #include "output/output.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
+#include "serverconfig/chat_prefix.h"
 #include "settings/ini_file.h"
 
 #include <algorithm>
@@ -55,6 +56,7 @@ void MessagesPage::wireEditor()
     connect(ui->cmdsetdis, &QPushButton::clicked, this, &MessagesPage::discardsets);
     connect(ui->txtmess, &QLineEdit::returnPressed, this, &MessagesPage::entered);
     connect(ui->commessset->lineEdit(), &QLineEdit::returnPressed, this, &MessagesPage::entered);
+    ui->lblpreview->follow(ui->txtmess, [](const QString &message) { return chatPrefix + message; });
     onLostFocus(ui->commessset, [this] { commessset_LostFocus(); });
     onLostFocus(ui->txtmess, [this] { txtmess_LostFocus(); });
 }
