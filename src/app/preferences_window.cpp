@@ -5,6 +5,7 @@
 #include "base/fault.h"
 #include "base/keys.h"
 #include "base/numbers.h"
+#include "base/password_eye.h"
 #include "base/prompts.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
@@ -52,6 +53,7 @@ PreferencesWindow::PreferencesWindow(Services &services_, QWidget *parent)
     : QWidget(parent), services(services_), ui(std::make_unique<Ui::PreferencesWindow>())
 {
     ui->setupUi(this);
+    addPasswordEye(ui->txtpass);
     fields = {{{&Preferences::savercon, ui->moptsr},
                {&Preferences::savemessages, ui->moptsm},
                {&Preferences::clearrconnew, ui->chkclearRnews},

@@ -3,6 +3,7 @@
 #include "ui_connect_panel.h"
 
 #include "base/focus.h"
+#include "base/password_eye.h"
 #include "connecting.h"
 #include "server_fields.h"
 #include "settings/saved_servers.h"
@@ -23,6 +24,7 @@ ConnectPanel::ConnectPanel(ServerFields &fields_, Connecting &connecting_, QWidg
     : QWidget(parent), fields(fields_), connecting(connecting_), ui(std::make_unique<Ui::ConnectPanel>())
 {
     ui->setupUi(this);
+    addPasswordEye(ui->txtPWD);
     fields.set(ui->comserver->currentText(), ui->comport->currentText(), ui->txtPWD->text());
     connect(ui->comserver, &QComboBox::editTextChanged, &fields, &ServerFields::setServer);
     connect(ui->comport, &QComboBox::editTextChanged, &fields, &ServerFields::setPort);

@@ -4,6 +4,7 @@
 
 #include "base/fault.h"
 #include "base/numbers.h"
+#include "base/password_eye.h"
 #include "base/prompts.h"
 #include "bound_variables.h"
 #include "quick_commands.h"
@@ -17,6 +18,7 @@ ServerPage::ServerPage(Services &services_, QWidget *parent)
     : QWidget(parent), services(services_), ui(std::make_unique<Ui::ServerPage>())
 {
     ui->setupUi(this);
+    addPasswordEye(ui->txtservpass);
     optff = {ui->optff_0, ui->optff_1, ui->optff_2, ui->optff_3};
     ui->txtbantime->dataChanged = false; // Nobody has edited its initial text.
     connect(ui->cmdservpop, &QPushButton::clicked, this, &ServerPage::cmdservpop_Click);

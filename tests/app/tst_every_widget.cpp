@@ -31,7 +31,7 @@ bool isPartOfAnother(const QWidget *widget)
     for (const QWidget *parent = widget->parentWidget(); parent; parent = parent->parentWidget()) {
         if (qobject_cast<const QComboBox *>(parent) || qobject_cast<const QAbstractItemView *>(parent) ||
             qobject_cast<const QPlainTextEdit *>(parent) || qobject_cast<const QTabBar *>(parent) ||
-            qobject_cast<const QMenuBar *>(parent))
+            qobject_cast<const QMenuBar *>(parent) || qobject_cast<const QLineEdit *>(parent))
             return true;
     }
     return widget->objectName().startsWith(u"qt_");
