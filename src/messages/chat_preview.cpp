@@ -23,7 +23,7 @@ ChatPreview::ChatPreview(QWidget *parent) : QLabel(parent)
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
     // It takes what width there is: a long line must not widen the window.
-    QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     QPalette colours; // of the game, whatever those of the desktop are

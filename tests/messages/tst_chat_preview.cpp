@@ -179,6 +179,19 @@ private slots:
         QCOMPARE(tab.program.window.minimumSizeHint().width(), before);
     }
 
+    void aLongMessageIsReadWhole()
+    {
+        const MessagesTab tab;
+        const auto *preview = tab.program.find<ChatPreview>(u"lblpreview"_s);
+        QApplication::processEvents();
+        const int one = preview->height();
+        tab.message()->setText(u"word "_s.repeated(60));
+        QVERIFY(preview->heightForWidth(preview->width()) > one);
+        QTRY_COMPARE(preview->height(), preview->heightForWidth(preview->width()));
+        tab.message()->clear();
+        QTRY_COMPARE(preview->height(), one);
+    }
+
     void itIsReadAloud()
     {
         const MessagesTab tab;
