@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "password_eye.h"
 
+#include "first_paint.h"
+
 #include <QAction>
 #include <QIconEngine>
 #include <QLineEdit>
@@ -9,9 +11,8 @@
 #include <QPainterPath>
 #include <QToolButton>
 
-#include <memory>
-
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -70,11 +71,8 @@ void showMenu(QLineEdit *line, QAction *eye, QPoint place)
     menu->popup(line->mapToGlobal(place));
 }
 
-} // namespace
-
-void addPasswordEye(QLineEdit *line)
+void addEye(QLineEdit *line)
 {
-    line->setEchoMode(QLineEdit::Password);
     auto *eye = new QAction(QIcon(new EyeIcon(*line)), u"Show password"_s, line);
     eye->setObjectName(u"acteye"_s);
     eye->setCheckable(true);
@@ -90,4 +88,12 @@ void addPasswordEye(QLineEdit *line)
     line->setContextMenuPolicy(Qt::CustomContextMenu);
     QObject::connect(line, &QWidget::customContextMenuRequested, line,
                      [line, eye](QPoint place) { showMenu(line, eye, place); });
+}
+
+} // namespace
+
+void addPasswordEye(QLineEdit *line)
+{
+    line->setEchoMode(QLineEdit::Password);
+    afterFirstPaint(line, 500ms, [line] { addEye(line); }); // it would hold up the window
 }

@@ -21,13 +21,17 @@ QLineEdit *fieldOf(const Program &program, const QString &name)
     return otherWindow(u"frmpref"_s)->findChild<QLineEdit *>(name);
 }
 
+/// It comes when the field has been painted.
 QAction *eyeOf(const QLineEdit *line)
 {
+    if (!QTest::qWaitFor([line] { return line->findChild<QAction *>(u"acteye"_s) != nullptr; }))
+        failTest(u"no eye in "_s + line->objectName());
     return line->findChild<QAction *>(u"acteye"_s);
 }
 
 QToolButton *buttonOf(const QLineEdit *line)
 {
+    (void)eyeOf(line);
     return line->findChild<QToolButton *>(u"cmdeye"_s);
 }
 
@@ -68,9 +72,9 @@ private slots:
         Program program(autoConnecting);
         program.start();
         const QLineEdit *line = fieldOf(program, field);
-        const QAction *eye = eyeOf(line);
-        QVERIFY(eye && eye->isCheckable());
-        QVERIFY2(!eye->isChecked(), "off at the start");
+        QCOMPARE(line->echoMode(), QLineEdit::Password);
+        QVERIFY(eyeOf(line)->isCheckable());
+        QVERIFY2(!eyeOf(line)->isChecked(), "off at the start");
         QCOMPARE(line->echoMode(), QLineEdit::Password);
     }
 
@@ -101,6 +105,7 @@ private slots:
         program.start();
         QLineEdit *line = fieldOf(program, field);
         QVERIFY(QTest::qWaitForWindowActive(line->window()));
+        (void)eyeOf(line);
         line->setFocus();
         line->setText(u"geheim"_s);
         QTest::keyClick(line, Qt::Key_H, Qt::ControlModifier);
