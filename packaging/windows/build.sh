@@ -63,7 +63,7 @@ stage=$(mktemp -d)
 trap 'rm -rf "$stage"' EXIT
 mkdir -p "$stage/$folder/licences"
 cp "${programs[@]}" LICENSE "$stage/$folder/"
-cp -r docs/manual.md docs/pictures "$stage/$folder/"
+cp -r build/windows/program/docs/{manual.html,manual.css,pictures} "$stage/$folder/"
 cp packaging/windows/licences.txt "$stage/$folder/licences/README.txt"
 cp /usr/share/common-licenses/LGPL-3 "$stage/$folder/licences/LGPL-3.txt"
 cp /usr/share/common-licenses/GPL-3 "$stage/$folder/licences/GPL-3.txt"

@@ -1,6 +1,6 @@
 # Installs Debian packages that are missing. To be sourced.
 
-build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools)
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools lowdown)
 font_packages=(fonts-dejavu-core)
 display_packages=(xvfb)
 
