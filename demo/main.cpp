@@ -26,8 +26,10 @@ int main(int argc, char *argv[])
 
     bool succeeded = false;
     QTimer::singleShot(0, &program.window, [&] {
+        Tour tour(program.window, folder);
+        succeeded = tour.showFirstWindow();
         program.window.Form_Load();
-        succeeded = Tour(program.window, folder).walk();
+        succeeded = tour.walk() && succeeded;
         program.window.close();
         succeeded = succeeded && !prompts.haveTold();
         QApplication::quit();

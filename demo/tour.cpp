@@ -2,6 +2,7 @@
 #include "tour.h"
 
 #include "app/main_window.h"
+#include "callouts.h"
 
 #include <QAction>
 #include <QApplication>
@@ -40,6 +41,15 @@ bool failed(const QString &step)
 }
 
 } // namespace
+
+bool Tour::showFirstWindow()
+{
+    const auto *password = window.findChild<QLineEdit *>(u"txtPWD"_s);
+    // The eye in the field is the last thing that comes.
+    if (!waitFor([&] { return password->findChild<QAction *>(u"acteye"_s) != nullptr; }))
+        return failed(u"the window was not painted"_s);
+    return save(withNumbers(window), u"first-window.png"_s);
+}
 
 bool Tour::walk()
 {
@@ -80,6 +90,7 @@ bool Tour::populateTabs()
     grid->selectRow(2);
     auto *maps = window.findChild<QListWidget *>(u"lstmaps"_s);
     maps->setCurrentRow(0);
+    window.findChild<QLineEdit *>(u"txtmess"_s)->setText(u"^3Welcome ^7to %SN%, ^1no cheats^7!"_s);
     const bool read = !window.findChild<QLineEdit *>(u"txtservername"_s)->text().isEmpty() && maps->count() > 0 &&
                       grid->model()->rowCount() > 0;
     return read || failed(u"the tabs could not be read from the server"_s);
@@ -115,8 +126,13 @@ bool Tour::visitWindows()
 bool Tour::takePicture(QWidget &shown, const QString &name)
 {
     QApplication::processEvents();
+    return save(shown.grab(), name);
+}
+
+bool Tour::save(const QPixmap &picture, const QString &name) const
+{
     const QString file = QDir(folder).filePath(name);
-    return shown.grab().save(file) || failed(u"no picture could be written to "_s + file);
+    return picture.save(file) || failed(u"no picture could be written to "_s + file);
 }
 
 void Tour::printWhatIsShown() const

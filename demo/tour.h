@@ -14,6 +14,9 @@ public:
     /// The pictures go into `folder`, which must be there.
     Tour(MainWindow &window_, QString folder_) : window(window_), folder(std::move(folder_)) {}
 
+    /// A picture of the window as it is first seen, before anything is typed or read, with numbers on its parts. False,
+    /// with a line on standard error, when that fails.
+    [[nodiscard]] bool showFirstWindow();
     /// Takes the walk and prints what there is to see. False, with a line on standard error, at the first step that
     /// fails.
     [[nodiscard]] bool walk();
@@ -25,6 +28,7 @@ private:
     [[nodiscard]] bool visitTabs();
     [[nodiscard]] bool visitWindows();
     [[nodiscard]] bool takePicture(QWidget &shown, const QString &name);
+    [[nodiscard]] bool save(const QPixmap &picture, const QString &name) const;
     void printWhatIsShown() const;
 
     MainWindow &window;
