@@ -5,8 +5,8 @@
 #include <QList>
 #include <QString>
 
-/// The colour that the game gives to the text behind a caret and this digit. The two behind 7 are those of the teams:
-/// 8 is another one on each map, 9 is grey.
+/// The colour that the game gives to the text behind a caret and this digit, 0 to 9. That of 8 is another one on each
+/// map; this is one of them.
 [[nodiscard]] QColor chatColour(int digit);
 
 /// The one of two grounds on which text of that colour can be read: a dark one where it may be.
