@@ -102,7 +102,7 @@ void PreferencesWindow::Form_Load()
             field.box->setValue(text);
     }
     for (const Field &field : fields)
-        field.box->dataChanged = false;
+        field.box->setDataChanged(false);
     chkautoplayer_Click();
     chkauto999_Click();
     chkautoconnect_Click();
@@ -153,7 +153,7 @@ bool PreferencesWindow::save()
 {
     for (const PreferenceKey &preference : preferenceKeys) {
         const Field &field = fieldOf(preference);
-        if (!field.box->dataChanged)
+        if (!field.box->dataChanged())
             continue;
         const QString text = field.slider ? QString::number(field.slider->value()) : field.box->value();
         std::visit([&](auto member) { set(services.session.options.*member, text); }, preference.member);

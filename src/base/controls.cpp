@@ -5,6 +5,7 @@
 
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QStyleOptionButton>
 #include <QStyleOptionFocusRect>
@@ -13,6 +14,8 @@
 #include <QValidator>
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -96,7 +99,44 @@ QAbstractSlider::SliderAction opposite(QAbstractSlider::SliderAction action)
     }
 }
 
+/// How wide a box gets, in digits; 0 is what the form gives it.
+struct Width {
+    int least;
+    int most;
+};
+
+// In the order of TextBox::Content. All numbers have one width, so that their boxes stand in columns.
+constexpr std::array<Width, 4> widths{{{0, 0}, {7, 7}, {12, 32}, {0, 80}}};
+
+/// Turns down the upper left corner of `place`: the text and the tick leave it free. The colour is that of the text, so
+/// that it is seen on every ground.
+void paintMark(QWidget *control, const QRect &place, QPalette::ColorRole colour)
+{
+    const int side = std::min(control->fontMetrics().height() * 2 / 5, place.width() * 3 / 7);
+    const QPoint corner = place.topLeft();
+    QPainter painter(control);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(control->palette().brush(colour));
+    painter.drawPolygon(QPolygon{corner, corner + QPoint(side, 0), corner + QPoint(0, side)});
+}
+
+/// Screen readers read the tool tip where there is no description, so the description holds it.
+void tellMark(QWidget *control, bool unsent)
+{
+    const QString change = u"Change not sent"_s;
+    const QString tip = control->toolTip();
+    control->setAccessibleDescription(!unsent ? QString() : tip.isEmpty() ? change : tip + u". "_s + change);
+    control->update();
+}
+
 } // namespace
+
+void BoundControl::setDataChanged(bool on)
+{
+    if (std::exchange(changed, on) != on)
+        showDataChanged();
+}
 
 QString oneLine(QString text)
 {
@@ -106,12 +146,79 @@ QString oneLine(QString text)
 TextBox::TextBox(QWidget *parent) : QLineEdit(parent)
 {
     setValidator(new OneLine(this));
-    connect(this, &QLineEdit::textChanged, this, [this] { dataChanged = true; });
+    connect(this, &QLineEdit::textChanged, this, [this] { setDataChanged(true); });
+}
+
+void TextBox::showDataChanged()
+{
+    tellMark(this, isUnsent());
+    emit datachangedset();
+}
+
+void TextBox::paintEvent(QPaintEvent *event)
+{
+    QLineEdit::paintEvent(event);
+    if (isUnsent())
+        paintMark(this, rect().adjusted(1, 1, -1, -1), QPalette::Text);
+}
+
+void TextBox::setContent(Content content)
+{
+    kind = content;
+    boundWidth();
+}
+
+void TextBox::changeEvent(QEvent *event)
+{
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        boundWidth();
+}
+
+// What holds one name is as wide as names are, what holds sentences takes what room there is.
+QSize TextBox::sizeHint() const
+{
+    const QSize usual = QLineEdit::sizeHint();
+    return kind == Name ? QSize(widthOf(widths.at(kind).most), usual.height()) : usual;
+}
+
+int TextBox::widthOf(int digits) const
+{
+    constexpr int usual = 17; // as many x have room in a line of the usual width
+    const QFontMetrics metrics = fontMetrics();
+    const int frame = QLineEdit::sizeHint().width() - usual * metrics.horizontalAdvance(u'x');
+    return frame + digits * metrics.horizontalAdvance(u'0');
+}
+
+void TextBox::boundWidth()
+{
+    const auto [least, most] = widths.at(kind);
+    if (least > 0)
+        setMinimumWidth(widthOf(least));
+    if (most > 0)
+        setMaximumWidth(widthOf(most));
 }
 
 CheckBox::CheckBox(QWidget *parent) : QCheckBox(parent)
 {
-    connect(this, &QCheckBox::toggled, this, [this] { dataChanged = true; });
+    connect(this, &QCheckBox::toggled, this, [this] { setDataChanged(true); });
+}
+
+void CheckBox::showDataChanged()
+{
+    tellMark(this, isUnsent());
+    emit datachangedset();
+}
+
+void CheckBox::paintEvent(QPaintEvent *event)
+{
+    QCheckBox::paintEvent(event);
+    if (!isUnsent())
+        return;
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    const QRect indicator = style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, this);
+    paintMark(this, indicator, QPalette::Text);
 }
 
 QString CheckBox::value() const

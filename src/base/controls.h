@@ -21,7 +21,8 @@ public:
     QString tag;
 };
 
-/// What is common to the controls that show a variable of the server.
+/// What is common to the controls that show a variable of the server. One whose value has changed since it was last
+/// read or sent has a corner turned down, and tells it to screen readers.
 class BoundControl {
 public:
     BoundControl() = default;
@@ -34,8 +35,20 @@ public:
     /// Overflow for anything else.
     virtual void setValue(const QString &value) = 0;
 
-    QString tag;              ///< the variable's name
-    bool dataChanged = false; ///< the value has changed since it was last read or sent, whoever changed it
+    /// The value has changed since it was last read or sent, whoever changed it.
+    [[nodiscard]] bool dataChanged() const { return changed; }
+    void setDataChanged(bool on);
+    /// True when it has and there is a server to send it to: other boxes have no variable's name.
+    [[nodiscard]] bool isUnsent() const { return changed && !tag.isEmpty(); }
+
+    QString tag; ///< the variable's name
+
+protected:
+    /// Shows and tells the mark, which was set or cleared.
+    virtual void showDataChanged() = 0;
+
+private:
+    bool changed = false;
 };
 
 /// `text` with a blank for each line break.
@@ -45,20 +58,42 @@ public:
 class TextBox final : public QLineEdit, public BoundControl {
     Q_OBJECT
     Q_PROPERTY(QString Tag MEMBER tag)
-    Q_PROPERTY(bool DataChanged MEMBER dataChanged)
+    Q_PROPERTY(bool DataChanged READ dataChanged WRITE setDataChanged NOTIFY datachangedset)
+    Q_PROPERTY(Content content READ content WRITE setContent)
 
 public:
+    /// What the box is for, which says how wide it gets where there is room.
+    enum Content { Anything, Number, Name, Sentence };
+    Q_ENUM(Content)
+
     explicit TextBox(QWidget *parent = nullptr);
 
     [[nodiscard]] QString value() const override { return text(); }
     void setValue(const QString &value) override { setText(value); }
+    [[nodiscard]] Content content() const { return kind; }
+    void setContent(Content content);
+    [[nodiscard]] QSize sizeHint() const override;
+
+signals:
+    void datachangedset();
+
+protected:
+    void showDataChanged() override;
+    void paintEvent(QPaintEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    [[nodiscard]] int widthOf(int digits) const;
+    void boundWidth();
+
+    Content kind = Anything;
 };
 
 /// A check box whose caption may have a tool tip of its own. Long tool tips are wrapped.
 class CheckBox final : public QCheckBox, public BoundControl {
     Q_OBJECT
     Q_PROPERTY(QString Tag MEMBER tag)
-    Q_PROPERTY(bool DataChanged MEMBER dataChanged)
+    Q_PROPERTY(bool DataChanged READ dataChanged WRITE setDataChanged NOTIFY datachangedset)
     Q_PROPERTY(QString captionToolTip MEMBER captionToolTip)
 
 public:
@@ -72,7 +107,12 @@ public:
     /// The tool tip at that place of the control.
     [[nodiscard]] QString toolTipAt(QPoint place) const;
 
+signals:
+    void datachangedset();
+
 protected:
+    void showDataChanged() override;
+    void paintEvent(QPaintEvent *event) override;
     bool event(QEvent *event) override;
 };
 

@@ -39,7 +39,7 @@ void MessagePanel::load(const IniText &ini)
 {
     const QString name = ini.value(section, key, nameBuffer);
     ui->txtprefix->setText(name.isEmpty() ? u"RemoteUser"_s : name);
-    ui->txtprefix->dataChanged = false;
+    ui->txtprefix->setDataChanged(false);
 }
 
 void MessagePanel::cmdmessage_Click()
@@ -70,10 +70,10 @@ QWidget *MessagePanel::preview(QLineEdit *line) const
 
 void MessagePanel::txtprefix_LostFocus()
 {
-    if (!ui->txtprefix->dataChanged)
+    if (!ui->txtprefix->dataChanged())
         return;
     const std::optional<Fault> fault = services.ini.write({{section, key, ui->txtprefix->text()}});
-    ui->txtprefix->dataChanged = fault.has_value(); // what was not written is tried again
+    ui->txtprefix->setDataChanged(fault.has_value()); // what was not written is tried again
     if (fault)
         services.prompts.showWriteFailure(u"user prefix to INI file"_s, *fault);
 }

@@ -63,7 +63,7 @@ void MessagesPage::wireEditor()
 
 void MessagesPage::wireCycler()
 {
-    ui->txtinterval->dataChanged = false; // its initial text is nobody's edit
+    ui->txtinterval->setDataChanged(false); // its initial text is nobody's edit
     cycler.setInterval(ui->txtinterval->text());
     connect(ui->txtinterval, &QLineEdit::textChanged, &cycler, &MessageCycler::setInterval);
     onLostFocus(ui->txtinterval, [this] { txtinterval_LostFocus(); });
@@ -166,11 +166,11 @@ void MessagesPage::txtmess_LostFocus()
     if (ui->txtmess->text().isEmpty())
         return;
     const bool isNew = !std::exchange(editingmessage, false) || selectedRow() < 0; // what it replaced may be gone
-    if (ui->txtmess->dataChanged && isNew) {
+    if (ui->txtmess->dataChanged() && isNew) {
         addMessage();
         return;
     }
-    if (ui->txtmess->dataChanged)
+    if (ui->txtmess->dataChanged())
         editMessage();
     ui->txtmess->clear();
 }
@@ -202,7 +202,7 @@ void MessagesPage::lstmess_DblClick()
         return;
     ui->txtmess->setText(ui->lstmess->item(row)->text());
     editingmessage = true;
-    ui->txtmess->dataChanged = false;
+    ui->txtmess->setDataChanged(false);
     ui->txtmess->setFocus();
 }
 
@@ -280,7 +280,7 @@ void MessagesPage::autoStart()
 {
     const Preferences &options = services.session.options;
     ui->txtinterval->setText(QString::number(options.messagetime));
-    ui->txtinterval->dataChanged = false;
+    ui->txtinterval->setDataChanged(false);
     ui->txtfreesets->setText(QString::number(options.messageset)); // shown there, and nothing more
     cycler.start(ui->commessset->currentText(), hasUnsavedSets(), true);
 }
@@ -298,9 +298,9 @@ void MessagesPage::cmdmessstart_Click()
 
 void MessagesPage::txtinterval_LostFocus()
 {
-    if (!ui->txtinterval->dataChanged)
+    if (!ui->txtinterval->dataChanged())
         return;
-    ui->txtinterval->dataChanged = false;
+    ui->txtinterval->setDataChanged(false);
     const QString text = ui->txtinterval->text();
     if (isNumeric(text) && toNumber(text) >= 1 && toNumber(text) <= 10) {
         cycler.sendNext();

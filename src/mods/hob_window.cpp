@@ -74,7 +74,7 @@ HobWindow::~HobWindow() = default;
 void HobWindow::wirePercentages()
 {
     for (const Percentage &each : percentages) {
-        each.box->dataChanged = false; // Nobody has edited its initial text.
+        each.box->setDataChanged(false); // Nobody has edited its initial text.
         connect(each.bar, &QScrollBar::valueChanged, each.box,
                 [box = each.box](int number) { box->setText(QString::number(number)); });
         // The sniper's box is checked when it is left, the others at every change.
@@ -149,7 +149,7 @@ void HobWindow::readVariables()
         const std::optional<int> number = percentage(value);
         const QSignalBlocker unchecked(each.box); // The person has made no mistake when the server holds a wrong value.
         each.box->setText(number ? value : u"0"_s);
-        each.box->dataChanged = false;
+        each.box->setDataChanged(false);
         setBar(each.bar, number.value_or(0));
     }
 }
@@ -216,7 +216,7 @@ void HobWindow::check(const Percentage &each)
 
 void HobWindow::txtwave_LostFocus()
 {
-    if (!isVisible() || !ui->txtwave->dataChanged)
+    if (!isVisible() || !ui->txtwave->dataChanged())
         return;
     const QString text = ui->txtwave->text();
     if (!isNumeric(text))

@@ -23,7 +23,7 @@ QString valueInReply(const Conversation &talk, const QString &name)
 void fill(const Conversation &talk, BoundControl &control)
 {
     control.setValue(valueInReply(talk, control.tag));
-    control.dataChanged = false;
+    control.setDataChanged(false);
 }
 
 void fillUnlessEmpty(const Conversation &talk, BoundControl &control)
@@ -36,14 +36,14 @@ void send(const Conversation &talk, BoundControl &control, ValueForm form)
 {
     if (talk.isSuperseded())
         return; // nothing is sent, so the dirty mark stays
-    control.dataChanged = false;
+    control.setDataChanged(false);
     const QString value = control.value();
     talk.tell(control.tag + (form == ValueForm::Quoted ? u'"' + value + u'"' : u' ' + value));
 }
 
 void sendIfChanged(const Conversation &talk, BoundControl &control, ValueForm form, const QString &confirmation)
 {
-    if (!control.dataChanged)
+    if (!control.dataChanged())
         return;
     send(talk, control, form);
     talk.note(confirmation);

@@ -62,7 +62,7 @@ void OtherPage::populate()
         for (CheckBox *box : chkCodOther) {
             const QString value = valueInReply(talk, box->tag);
             box->setValue(value.isEmpty() ? u"0"_s : value);
-            box->dataChanged = false;
+            box->setDataChanged(false);
         }
     } catch (const Fault &) {
         // A value that is cut off or no number ends the reading. The boxes that have been filled stay as they are.

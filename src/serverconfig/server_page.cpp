@@ -20,7 +20,7 @@ ServerPage::ServerPage(Services &services_, QWidget *parent)
     ui->setupUi(this);
     addPasswordEye(ui->txtservpass);
     optff = {ui->optff_0, ui->optff_1, ui->optff_2, ui->optff_3};
-    ui->txtbantime->dataChanged = false; // Nobody has edited its initial text.
+    ui->txtbantime->setDataChanged(false); // Nobody has edited its initial text.
     connect(ui->cmdservpop, &QPushButton::clicked, this, &ServerPage::cmdservpop_Click);
     connect(ui->cmdservsetbasics, &QPushButton::clicked, this, &ServerPage::cmdservsetbasics_Click);
     connect(ui->cmdservsetpass, &QPushButton::clicked, this, &ServerPage::cmdservsetpass_Click);
@@ -83,7 +83,7 @@ void ServerPage::cmdservsetbasics_Click()
     sendIfChanged(talk, *ui->txtservermotd, ValueForm::Quoted, u"Server MOTD updated."_s);
     sendIfChanged(talk, *ui->chkkillcam, ValueForm::Plain, u"Kill cam updated"_s);
     sendIfChanged(talk, *ui->chkteamicons, ValueForm::Plain, u"Team Icons updated"_s);
-    if (ui->chkvoting->dataChanged)
+    if (ui->chkvoting->dataChanged())
         sendVoting(talk);
     sendIfChanged(talk, *ui->txtmaxclients, ValueForm::Plain, u"Maximum clients updated"_s);
     sendIfChanged(talk, *ui->txtmaxping, ValueForm::Plain, u"Maximum client Ping updated"_s);
@@ -101,7 +101,7 @@ void ServerPage::sendVoting(const Conversation &talk)
     send(talk, *ui->chkvoting, ValueForm::Plain);
     talk.note(confirmation);
     talk.wait(1);
-    ui->chkvoting->dataChanged = false;
+    ui->chkvoting->setDataChanged(false);
     talk.tell(u"g_allowvote "_s + ui->chkvoting->value());
     talk.note(confirmation);
 }

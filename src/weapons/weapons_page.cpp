@@ -136,7 +136,7 @@ void WeaponsPage::cmdnosnipers_Click()
         box->setChecked(false);
     // Only those that changed are sent: the other weapons' boxes keep their marks for the next sending.
     for (CheckBox *box : scoped) {
-        if (box->dataChanged)
+        if (box->dataChanged())
             send(talk, *box, ValueForm::Quoted);
     }
     talk.note(u"No snipers set on server."_s);

@@ -8,6 +8,7 @@
 #include <QGuiApplication>
 #include <QHelpEvent>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QStyleOptionButton>
 #include <QTextDocumentFragment>
 #include <QToolTip>
@@ -120,13 +121,89 @@ private slots:
         QVERIFY(line.setProperty("Tag", u"sv_hostname"_s));
         QCOMPARE(line.tag, u"sv_hostname"_s);
         QVERIFY(!line.property("DataChanged").toBool());
-        QVERIFY(line.setProperty("DataChanged", true) && line.dataChanged);
+        QVERIFY(line.setProperty("DataChanged", true) && line.dataChanged());
 
         CheckBox box;
         QVERIFY(box.setProperty("Tag", u"scr_killcam"_s));
         QCOMPARE(box.tag, u"scr_killcam"_s);
         QVERIFY(!box.property("DataChanged").toBool());
-        QVERIFY(box.setProperty("DataChanged", true) && box.dataChanged);
+        QVERIFY(box.setProperty("DataChanged", true) && box.dataChanged());
+    }
+
+    void aChangedVariableIsSeenAndTold_data()
+    {
+        QTest::addColumn<QColor>("ground");
+        QTest::addColumn<QColor>("ink");
+        QTest::newRow("light") << QColor(Qt::white) << QColor(Qt::black);
+        QTest::newRow("dark") << QColor(35, 35, 35) << QColor(Qt::white);
+    }
+
+    void aChangedVariableIsSeenAndTold()
+    {
+        QFETCH(QColor, ground);
+        QFETCH(QColor, ink);
+        TextBox line;
+        CheckBox box;
+        box.resize(box.sizeHint());
+        const auto inCorner = [](QWidget &control, QPoint corner) {
+            return control.grab().toImage().pixelColor(corner);
+        };
+        const auto check = [&](auto &control, QPoint corner) {
+            QPalette colours;
+            colours.setColor(QPalette::Base, ground);
+            colours.setColor(QPalette::Text, ink);
+            control.setPalette(colours);
+            control.setAccessibleName(u"Max Ping"_s);
+            control.setToolTip(u"sv_maxping"_s);
+            control.setDataChanged(true);
+            QVERIFY2(inCorner(control, corner) != ink, "no variable of the server, no mark");
+            QCOMPARE(control.accessibleDescription(), QString());
+            control.setDataChanged(false);
+
+            control.tag = u"sv_maxping"_s;
+            const QImage before = control.grab().toImage();
+            control.setDataChanged(true);
+            QCOMPARE(inCorner(control, corner), ink);
+            QCOMPARE(control.accessibleDescription(), u"sv_maxping. Change not sent"_s);
+            QCOMPARE(control.accessibleName(), u"Max Ping"_s);
+            QCOMPARE(control.toolTip(), u"sv_maxping"_s);
+            control.setDataChanged(false);
+            QCOMPARE(control.grab().toImage(), before);
+            QCOMPARE(control.accessibleDescription(), QString());
+        };
+        check(line, QPoint(2, 2));
+        QStyleOptionButton option;
+        option.initFrom(&box);
+        check(box, box.style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, &box).topLeft() + QPoint(1, 1));
+    }
+
+    void theMarkFollowsAChangeOfColours()
+    {
+        TextBox line;
+        line.tag = u"sv_maxping"_s;
+        line.setDataChanged(true);
+        for (const QColor &ink : {QColor(Qt::black), QColor(Qt::white), QColor(Qt::red)}) {
+            QPalette colours = line.palette();
+            colours.setColor(QPalette::Text, ink);
+            line.setPalette(colours);
+            QCOMPARE(line.grab().toImage().pixelColor(2, 2), ink);
+        }
+    }
+
+    void theMarkIsAnnouncedOnceForEachChange()
+    {
+        TextBox line;
+        CheckBox box;
+        QSignalSpy lineSpy(&line, &TextBox::datachangedset);
+        QSignalSpy boxSpy(&box, &CheckBox::datachangedset);
+        QTest::keyClicks(&line, u"abc"_s);
+        box.click();
+        box.click();
+        QCOMPARE(lineSpy.size(), 1);
+        QCOMPARE(boxSpy.size(), 1);
+        QVERIFY(line.setProperty("DataChanged", false) && box.setProperty("DataChanged", false));
+        QCOMPARE(lineSpy.size(), 2);
+        QCOMPARE(boxSpy.size(), 2);
     }
 
     void aPastedLineBreakBecomesABlank_data()
@@ -148,12 +225,12 @@ private slots:
         TextBox line;
         line.setText(u"[]"_s);
         line.setCursorPosition(1);
-        line.dataChanged = false;
+        line.setDataChanged(false);
         QGuiApplication::clipboard()->setText(pasted);
         line.paste();
         QCOMPARE(line.text(), taken);
         QCOMPARE(line.value(), taken);
-        QVERIFY(line.dataChanged);
+        QVERIFY(line.dataChanged());
         QTest::keyClicks(&line, u"x"_s);
         QVERIFY2(line.text().endsWith(u"x]"), "typing goes on behind what was pasted");
     }
@@ -162,9 +239,9 @@ private slots:
     {
         TextBox line;
         const auto marks = [&](const auto &change) {
-            line.dataChanged = false;
+            line.setDataChanged(false);
             change();
-            return line.dataChanged;
+            return line.dataChanged();
         };
         QVERIFY(marks([&] { QTest::keyClicks(&line, u"a"_s); }));
         QVERIFY(marks([&] { QTest::keyClick(&line, Qt::Key_Backspace); }));
@@ -178,9 +255,9 @@ private slots:
     {
         CheckBox box;
         const auto marks = [&](const auto &change) {
-            box.dataChanged = false;
+            box.setDataChanged(false);
             change();
-            return box.dataChanged;
+            return box.dataChanged();
         };
         QCOMPARE(box.value(), u"0"_s);
         QVERIFY(marks([&] { box.click(); }));
@@ -234,7 +311,7 @@ private slots:
         QFETCH(int, fault);
         CheckBox box;
         box.setChecked(true);
-        box.dataChanged = false;
+        box.setDataChanged(false);
         try {
             box.setValue(value);
             QFAIL("no fault");
@@ -242,7 +319,7 @@ private slots:
             QCOMPARE(thrown.number(), fault);
         }
         QVERIFY(box.isChecked());
-        QVERIFY(!box.dataChanged);
+        QVERIFY(!box.dataChanged());
     }
 
     void aLockedLineTakesNoTypingAndLooksLikeTheWindow()

@@ -37,11 +37,11 @@ QStringList changed()
 {
     QStringList names;
     for (const QString &name : switches()) {
-        if (Hob::box(name)->dataChanged)
+        if (Hob::box(name)->dataChanged())
             names.append(name);
     }
     for (const QString &name : percentageBoxes + QStringList{u"txtwave"_s}) {
-        if (Hob::text(name)->dataChanged)
+        if (Hob::text(name)->dataChanged())
             names.append(name);
     }
     return names;

@@ -198,7 +198,7 @@ private slots:
         for (const int number : {37, 100, 0}) {
             found->setValue(number);
             QCOMPARE(Hob::text(box)->text(), QString::number(number));
-            QVERIFY(Hob::text(box)->dataChanged);
+            QVERIFY(Hob::text(box)->dataChanged());
         }
     }
 
@@ -408,7 +408,7 @@ private slots:
     {
         const Hob hob(false);
         QCOMPARE(Hob::text(u"txtsniper"_s)->text(), u"0"_s);
-        QVERIFY(!Hob::text(u"txtsniper"_s)->dataChanged);
+        QVERIFY(!Hob::text(u"txtsniper"_s)->dataChanged());
         Hob::type(u"txtsniper"_s, u"60"_s);
         QCOMPARE(Hob::bar(u"vssniper"_s)->value(), 0);
         Hob::leave();

@@ -61,7 +61,7 @@ private slots:
         QCOMPARE(program.text(frag), u"Check1"_s);
         QCOMPARE(program.text(sendButton), u"Send current to server"_s);
         QCOMPARE(program.text(populateButton), u"Populate from server"_s);
-        QVERIFY(!program.find<CheckBox>(smoke)->dataChanged && !program.find<CheckBox>(frag)->dataChanged);
+        QVERIFY(!program.find<CheckBox>(smoke)->dataChanged() && !program.find<CheckBox>(frag)->dataChanged());
         const auto *tabs = program.find<QTabWidget>(u"SSTab"_s);
         QCOMPARE(tabs->tabText(8), u"COD2 other"_s);
         QVERIFY(tabs->widget(8)->isAncestorOf(program.find<QWidget>(smoke)));
@@ -95,7 +95,7 @@ private slots:
         tab.program.click(populateButton);
         QCOMPARE(tab.commands(), QList<QByteArray>{group});
         QCOMPARE(shown(tab), states);
-        QVERIFY(!tab.check(smoke)->dataChanged && !tab.check(frag)->dataChanged);
+        QVERIFY(!tab.check(smoke)->dataChanged() && !tab.check(frag)->dataChanged());
         QCOMPARE(tab.pane(), u""_s);
         QCOMPARE(tab.messages(), QStringList());
         QVERIFY(tab.boxes().isEmpty());
@@ -141,7 +141,7 @@ private slots:
         tab.program.click(frag);
         tab.program.click(populateButton);
         QCOMPARE(shown(tab), states);
-        QVERIFY(!tab.check(smoke)->dataChanged && !tab.check(frag)->dataChanged);
+        QVERIFY(!tab.check(smoke)->dataChanged() && !tab.check(frag)->dataChanged());
     }
 
     void aServerWithoutAnyAnswerClearsBoth()
@@ -164,7 +164,7 @@ private slots:
             setOnServer(tab, u"0"_s, value);
             tab.program.click(populateButton);
             QCOMPARE(shown(tab), u"01"_s);
-            QVERIFY(!tab.check(smoke)->dataChanged && !tab.check(frag)->dataChanged);
+            QVERIFY(!tab.check(smoke)->dataChanged() && !tab.check(frag)->dataChanged());
         }
     }
 
@@ -189,7 +189,7 @@ private slots:
         tab.program.click(frag);
         tab.program.click(populateButton);
         QCOMPARE(shown(tab), states);
-        QVERIFY(tab.check(frag)->dataChanged);
+        QVERIFY(tab.check(frag)->dataChanged());
         QVERIFY(tab.program.progress()->isHidden());
         QVERIFY(!tab.showsReplies());
         QVERIFY(tab.isRefreshing());

@@ -57,7 +57,7 @@ private slots:
         QCOMPARE(labelOf(program, name)->toolTip(), tip);
         QCOMPARE(box->tag, tag);
         QCOMPARE(box->text(), initial);
-        QVERIFY2(!box->dataChanged, "nobody has edited it");
+        QVERIFY2(!box->dataChanged(), "nobody has edited it");
     }
 
     void aSwitchIsBoundToItsVariable_data()
@@ -85,7 +85,7 @@ private slots:
         QCOMPARE(box->toolTip(), tip);
         QCOMPARE(box->tag, tag);
         QVERIFY(!box->isChecked());
-        QVERIFY(!box->dataChanged);
+        QVERIFY(!box->dataChanged());
     }
 
     void friendlyFireHasFourModesAndItsButton()

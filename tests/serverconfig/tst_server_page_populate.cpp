@@ -58,11 +58,11 @@ QStringList marked(const SettingsTab &tab)
 {
     QStringList names;
     for (const QString &name : texts) {
-        if (tab.text(name)->dataChanged)
+        if (tab.text(name)->dataChanged())
             names.append(name);
     }
     for (const QString &name : switches) {
-        if (tab.check(name)->dataChanged)
+        if (tab.check(name)->dataChanged())
             names.append(name);
     }
     return names;
@@ -320,7 +320,7 @@ private slots:
         program.click(u"cmdservpop"_s);
         QCOMPARE(program.prompts.takeBoxes(), QList<Box>{notConnectedYetBox()});
         QCOMPARE(program.text(u"txtservername"_s), u"edited"_s);
-        QVERIFY(program.find<TextBox>(u"txtservername"_s)->dataChanged);
+        QVERIFY(program.find<TextBox>(u"txtservername"_s)->dataChanged());
         QVERIFY(!program.session.rconbusy);
         QVERIFY(!program.session.rconcollect);
     }

@@ -124,7 +124,7 @@ private slots:
         tab.program.click(u"cmdservpop"_s);
         editEverything(tab);
         for (const Field &field : fields)
-            QVERIFY2(control(tab, field).dataChanged, qPrintable(field.control + u" has its stock value already"_s));
+            QVERIFY2(control(tab, field).dataChanged(), qPrintable(field.control + u" has its stock value already"_s));
         tab.program.click(u"cmdservsetbasics"_s);
         QCOMPARE(tab.boxes().size(), 1);
         tab.program.trigger(u"commmap_restart"_s); // the number of players changes with the next map
@@ -133,7 +133,7 @@ private slots:
         for (const Field &field : fields) {
             QCOMPARE(tab.server.game().dvars().value(field.variable), field.value);
             QCOMPARE(control(tab, field).value(), field.value);
-            QVERIFY(!control(tab, field).dataChanged);
+            QVERIFY(!control(tab, field).dataChanged());
         }
     }
 

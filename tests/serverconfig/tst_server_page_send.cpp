@@ -234,7 +234,7 @@ private slots:
         atRequest(tab.server, "scr_allow_vote 1", [&] { tab.program.click(u"chkvoting"_s); });
         send(tab);
         QCOMPARE(tab.commands(), (QList<QByteArray>{"scr_allow_vote 1", "g_allowvote 0"}));
-        QVERIFY(!tab.check(u"chkvoting"_s)->dataChanged);
+        QVERIFY(!tab.check(u"chkvoting"_s)->dataChanged());
     }
 
     void anEditDuringTheSendIsLeftForTheNext()
@@ -268,7 +268,7 @@ private slots:
         tab.program.click(u"cmdservsetbasics"_s);
         QCOMPARE(tab.boxes(), QList<Box>({question, noResponseBox()}));
         QCOMPARE(tab.messages(), QStringList{u"Server MOTD updated."_s});
-        QVERIFY(!tab.text(u"txtservermotd"_s)->dataChanged);
+        QVERIFY(!tab.text(u"txtservermotd"_s)->dataChanged());
     }
 
     void unconnectedEachCommandIsRefused()

@@ -30,7 +30,7 @@ struct WeaponsTab final : ConnectedProgram {
     }
     [[nodiscard]] QStringList changed() const
     {
-        return boxesThat([](const CheckBox *each) { return each->dataChanged; });
+        return boxesThat([](const CheckBox *each) { return each->dataChanged(); });
     }
 
 private:
