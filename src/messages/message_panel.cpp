@@ -3,6 +3,7 @@
 #include "ui_message_panel.h"
 
 #include "base/focus.h"
+#include "base/placeholder.h"
 #include "base/prompts.h"
 #include "chat_preview.h"
 #include "rcon/conversation.h"
@@ -24,6 +25,7 @@ MessagePanel::MessagePanel(Services &services_, QWidget *parent)
     : QWidget(parent), services(services_), ui(std::make_unique<Ui::MessagePanel>())
 {
     ui->setupUi(this);
+    showPlaceholder(ui->lstmessages);
     connect(ui->cmdmessage, &QPushButton::clicked, this, &MessagePanel::cmdmessage_Click);
     onLostFocus(ui->txtprefix, [this] { txtprefix_LostFocus(); });
 }

@@ -87,8 +87,9 @@ RconPane::RconPane(QWidget *parent) : QPlainTextEdit(parent)
     setTabChangesFocus(true);
     setUndoRedoEnabled(false);
     setLineWrapMode(NoWrap); // the rows of the server's tables stay rows
+    setPlaceholderText(u"What is sent to the server and what it answers"_s);
 
-    // Looking for the font would hold up the start, and nothing shows it before there is text.
+    // Looking for the font would hold up the start, and only the placeholder shows it before there is text.
     afterFirstPaint(this, 500ms, [this] { setFont(tableFont()); });
 
     setPalette(darkGround());

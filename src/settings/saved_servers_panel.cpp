@@ -3,6 +3,7 @@
 #include "ui_saved_servers_panel.h"
 
 #include "base/context_menu.h"
+#include "base/placeholder.h"
 #include "base/prompts.h"
 #include "ini_text.h"
 #include "saved_servers.h"
@@ -29,6 +30,7 @@ SavedServersPanel::SavedServersPanel(Prompts &prompts_, QWidget *parent)
 {
     ui->setupUi(this);
     ui->lstrcon->hide();
+    showPlaceholder(ui->lstservers);
     // A click on the selected row fills the fields again. The keyboard changes the selection without a click.
     connect(ui->lstservers, &QListWidget::itemClicked, this, &SavedServersPanel::lstservers_Click);
     connect(ui->lstservers, &QListWidget::itemSelectionChanged, this, &SavedServersPanel::lstservers_Click);
