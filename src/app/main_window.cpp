@@ -18,6 +18,7 @@
 #include "rcon/connecting.h"
 #include "rcon/console_panel.h"
 #include "rcon/exchange.h"
+#include "rcon/read_label.h"
 #include "rcon/server_fields.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
@@ -59,7 +60,7 @@ MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Excha
       messagePanel(new MessagePanel(services)),
       savedServers(new SavedServersPanel(services.prompts)),
       serverPage(new ServerPage(services)),
-      others(std::make_unique<OtherWindows>(services, *this)),
+      others(std::make_unique<OtherWindows>(services, connecting, *this)),
       state(new WindowState(*this, services.ini))
 {
     ui->setupUi(this);
@@ -141,6 +142,7 @@ void MainWindow::wirePages()
     connect(&connecting, &Connecting::disconnected, messagesPage, &MessagesPage::endCycle);
     connect(&connecting, &Connecting::disconnected, playersPage, &PlayersPage::endRefresh);
     connect(&connecting, &Connecting::disconnected, miscPage, &MiscPage::forgetServer);
+    forgetWithServer(connecting, *this);
 }
 
 void MainWindow::wireStatusBar(const Exchange &exchange)
@@ -171,7 +173,7 @@ void MainWindow::wireKeys()
     };
     ui->mpref->setShortcut(Qt::CTRL | Qt::Key_Comma);
     ui->Exit->setShortcut(Qt::CTRL | Qt::Key_Q);
-    // F1
+    onKey(Qt::Key_F1, [this] { showmanual(services.prompts); });
     onKey(Qt::Key_F5, [this] { populateShownPage(); });
     onKey(Qt::CTRL | Qt::Key_L, [consolePanel = consolePanel] { consolePanel->focusLine(); });
     onKey(Qt::CTRL | Qt::Key_F, [this] { find(); });

@@ -5,6 +5,7 @@
 #include "base/window_place.h"
 #include "mods/hob_window.h"
 #include "preferences_window.h"
+#include "rcon/read_label.h"
 #include "rcon/services.h"
 
 #include <QGuiApplication>
@@ -13,7 +14,8 @@
 #include <algorithm>
 #include <utility>
 
-OtherWindows::OtherWindows(Services &services_, QWidget &owner_) : services(services_), owner(owner_)
+OtherWindows::OtherWindows(Services &services_, const Connecting &connecting_, QWidget &owner_)
+    : services(services_), connecting(connecting_), owner(owner_)
 {
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &OtherWindows::watchActivation);
 }
@@ -23,8 +25,10 @@ OtherWindows::~OtherWindows() = default;
 void OtherWindows::showhob()
 {
     // When it is opened again it begins anew, unless the window that was closed is still at work.
-    if (!hobWindow || (!hobWindow->isVisible() && !hobWindow->isBusy()))
+    if (!hobWindow || (!hobWindow->isVisible() && !hobWindow->isBusy())) {
         hobWindow = std::make_unique<HobWindow>(services);
+        forgetWithServer(connecting, *hobWindow);
+    }
     bringUp(*hobWindow, owner);
 }
 

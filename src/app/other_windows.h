@@ -7,6 +7,7 @@
 #include <memory>
 
 class AboutWindow;
+class Connecting;
 class HobWindow;
 class PreferencesWindow;
 class QWindow;
@@ -18,7 +19,7 @@ class OtherWindows final : public QObject {
     Q_OBJECT
 
 public:
-    OtherWindows(Services &services_, QWidget &owner_);
+    OtherWindows(Services &services_, const Connecting &connecting_, QWidget &owner_);
     ~OtherWindows() override;
 
     void showhob();
@@ -36,6 +37,7 @@ private:
     void watchActivation(const QWindow *active);
 
     Services &services;
+    const Connecting &connecting;
     QWidget &owner;
     std::unique_ptr<HobWindow> hobWindow;
     std::unique_ptr<PreferencesWindow> preferencesWindow;

@@ -8,6 +8,7 @@
 #include "base/numbers.h"
 #include "base/prompts.h"
 #include "rcon/conversation.h"
+#include "rcon/read_label.h"
 #include "rcon/reading.h"
 #include "rcon/services.h"
 #include "serverconfig/bound_variables.h"
@@ -60,6 +61,7 @@ HobWindow::HobWindow(Services &services_, QWidget *parent)
                     {ui->txtrifle, ui->vsrifle, u"Rifle allow "_s, u"Rifle percentage changed."_s}}};
     wirePercentages();
     wireHints();
+    ui->lblread_cmdhobpop->watch(*this);
     connect(ui->cmdhobpop, &QPushButton::clicked, this, &HobWindow::cmdhobpop_Click);
     connect(ui->cmdhobset, &QPushButton::clicked, this, &HobWindow::cmdhobset_Click);
     connect(ui->cmdsethob, &QPushButton::clicked, this, &HobWindow::cmdsethob_Click);
@@ -125,21 +127,23 @@ void HobWindow::cmdhobpop_Click()
     const QScopedValueRollback atWork(busy, true);
     Reading scope(services, {.door = &reading,
                              .note = u"Heat of Battle MOD...\nReading variables from the server..."_s,
-                             .holdsTimersOff = false});
+                             .holdsTimersOff = false,
+                             .label = ui->lblread_cmdhobpop});
     if (!scope)
         return;
     scope.leaveCollecting(); // Most pages do not do this.
     try {
-        readVariables();
+        if (readVariables())
+            scope.setAnswered();
     } catch (const Fault &) {
         // A switch that the reply lacks ends the reading. The boxes that have been filled stay as they are.
     }
 }
 
-void HobWindow::readVariables()
+bool HobWindow::readVariables()
 {
     const Conversation talk(services);
-    readGroup(talk, u"scr_hob_*"_s);
+    const bool hasCome = readGroup(talk, u"scr_hob_*"_s);
     fill(talk, *ui->txtwave);
     for (CheckBox *box : {ui->chkobi, ui->chkshot, ui->chkdrop, ui->chkshell, ui->chkdw, ui->chkdf, ui->chkdb,
                           ui->chkspawn, ui->chkannouncespawn})
@@ -152,6 +156,7 @@ void HobWindow::readVariables()
         each.box->setDataChanged(false);
         setBar(each.bar, number.value_or(0));
     }
+    return hasCome;
 }
 
 void HobWindow::cmdhobset_Click()

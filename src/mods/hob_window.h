@@ -42,7 +42,7 @@ private:
     void wirePercentages();
     void wireHints();
     void cmdhobpop_Click();
-    void readVariables();
+    bool readVariables();
     void cmdhobset_Click();
     void sendChanges();
     void cmdsethob_Click();

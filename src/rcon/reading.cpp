@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "reading.h"
 
+#include "base/clock.h"
 #include "base/focus.h"
 #include "base/prompts.h"
+#include "read_label.h"
 #include "services.h"
 #include "session.h"
 #include "udp_client.h"
@@ -38,7 +40,7 @@ TimersHeldOff::TimersHeldOff(const Services &services) : busy(services.link.busy
 {
 }
 
-Reading::Reading(const Services &services_, const Style &style) : services(services_)
+Reading::Reading(const Services &services_, const Style &style) : services(services_), label(style.label)
 {
     if (style.door && !guard.emplace(*style.door, services.clock, services.prompts))
         return;
@@ -67,8 +69,23 @@ Reading::~Reading()
 {
     if (isBegun)
         services.link.exchange.beginSteps(stepsBefore);
-    if (!noted)
-        return;
+    if (noted)
+        endNote();
+    if (isBegun && label && isLatest())
+        endLabel();
+}
+
+// A page that was read in part shows nothing that could be relied on.
+void Reading::endLabel()
+{
+    if (isAnswered && services.session.connected)
+        label->setRead(services.clock.now().time());
+    else
+        label->forget();
+}
+
+void Reading::endNote()
+{
     services.link.notes.removeLast();
     if (programMinimised())
         noteBefore.clear(); // it would be dropped, and this one stay

@@ -10,6 +10,7 @@
 
 #include <optional>
 
+class ReadLabel;
 struct Services;
 
 /// Sets a flag of the session. Of nested holders the outermost clears it, whatever it was before; holders of another
@@ -50,6 +51,7 @@ public:
         bool holdsTimersOff = true;
         BroughtBy by = BroughtBy::Person; ///< a tick brings no box that is open already
         int steps = 1;                    ///< how often it asks the server something
+        ReadLabel *label = nullptr;       ///< says afterwards whether and when the page was read
     };
 
     Reading(const Services &services_, const Style &style);
@@ -62,6 +64,8 @@ public:
     /// False when the same handler has been let in once more, while a box held this one up: what is read is his.
     [[nodiscard]] bool isLatest() const { return !guard || guard->isLatest(); }
 
+    /// The server has answered all that was asked of it.
+    void setAnswered() { isAnswered = true; }
     /// Replies are shown again from now on.
     void endCollecting() { collecting.reset(); }
     /// Replies stay silent afterwards, until another reading ends.
@@ -71,9 +75,13 @@ public:
 
 private:
     void showNote(const QString &note, const ServerLink::Epoch &epoch);
+    void endNote();
+    void endLabel();
 
     const Services &services;
+    ReadLabel *const label;
     bool isBegun = false;
+    bool isAnswered = false;
     std::optional<ReentrancyGuard> guard;
     std::optional<FlagHolder> collecting;
     std::optional<FlagHolder> busy;

@@ -8,11 +8,12 @@
 
 using namespace Qt::StringLiterals;
 
-void readGroup(const Conversation &talk, const QString &pattern)
+bool readGroup(const Conversation &talk, const QString &pattern)
 {
-    talk.ask(u"dvarlist "_s + pattern);
+    const bool hasCome = talk.ask(u"dvarlist "_s + pattern);
     if (talk.isSuperseded())
         throw Fault(Fault::NotConnected); // The reply is another server's by now.
+    return hasCome;
 }
 
 QString valueInReply(const Conversation &talk, const QString &name)

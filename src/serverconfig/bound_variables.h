@@ -16,9 +16,9 @@ enum class ValueForm {
 /// names, is filled from the reply to "dvarlist", and is sent back when it has changed. Each page tells what it does
 /// differently.
 
-/// Asks for the variables that `pattern` describes and waits for the whole reply. Throws NotConnected when the server
-/// has been left for another meanwhile.
-void readGroup(const Conversation &talk, const QString &pattern);
+/// Asks for the variables that `pattern` describes and waits for the whole reply. False when nothing came. Throws
+/// NotConnected when the server has been left for another meanwhile.
+bool readGroup(const Conversation &talk, const QString &pattern);
 
 /// The value that the reply gives to the server variable `name`. Empty when it does not occur. Throws InvalidCall.
 [[nodiscard]] QString valueInReply(const Conversation &talk, const QString &name);

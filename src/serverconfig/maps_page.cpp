@@ -3,10 +3,12 @@
 #include "ui_maps_page.h"
 
 #include "base/context_menu.h"
+#include "base/placeholder.h"
 #include "base/prompts.h"
 #include "map_listing.h"
 #include "quick_commands.h"
 #include "rcon/conversation.h"
+#include "rcon/read_label.h"
 #include "rcon/reading.h"
 #include "rcon/services.h"
 
@@ -26,6 +28,7 @@ MapsPage::MapsPage(Services &services_, QWidget *parent)
     : QWidget(parent), services(services_), ui(std::make_unique<Ui::MapsPage>())
 {
     ui->setupUi(this);
+    showPlaceholder(ui->lstmaps);
     connect(ui->cmddefmaps, &QPushButton::clicked, this, &MapsPage::cmddefmaps_Click);
     connect(ui->cmdpopmaps, &QPushButton::clicked, this, &MapsPage::cmdpopmaps_Click);
     connect(ui->cmdmapload, &QPushButton::clicked, this, &MapsPage::cmdmapload_Click);
@@ -40,18 +43,29 @@ void MapsPage::cmddefmaps_Click()
 {
     ui->lstmaps->clear();
     ui->lstmaps->addItems(stockMaps);
+    ui->lblread_cmdpopmaps->forget();
 }
 
 void MapsPage::cmdpopmaps_Click()
 {
-    Reading scope(services, {.door = &reading, .note = u"Asking server for map list..."_s, .needsConnection = false});
+    Reading scope(services, {.door = &reading,
+                             .note = u"Asking server for map list..."_s,
+                             .needsConnection = false,
+                             .label = ui->lblread_cmdpopmaps});
     if (!scope)
         return;
     ui->lstmaps->clear();
     const Conversation talk(services);
     std::optional<QStringList> names;
-    for (int attempt = 0; attempt < 3 && !names; ++attempt)
-        names = talk.ask(u"dir maps/mp d3dbsp"_s, false) ? mapNames(talk.reply()) : QStringList();
+    for (int attempt = 0; attempt < 3 && !names; ++attempt) {
+        if (talk.ask(u"dir maps/mp d3dbsp"_s, false)) {
+            names = mapNames(talk.reply());
+            if (names)
+                scope.setAnswered();
+        } else {
+            names = QStringList();
+        }
+    }
     if (names) {
         if (!names->isEmpty())
             ui->lstmaps->clear(); // The stock maps may have been loaded meanwhile.

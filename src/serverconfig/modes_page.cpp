@@ -74,6 +74,9 @@ ModesPage::ModesPage(Services &services_, QWidget *parent)
     connect(ui->cmdsetsd, &QPushButton::clicked, this, &ModesPage::cmdsetsd_Click);
     keepDefaults(ui->cmdsddefaults, {ui->txtgrace, ui->txtroundlen, ui->txtroundlim, ui->txtscorelim, ui->txttimelim});
 
+    for (TextBox *box : findChildren<TextBox *>())
+        box->setDataChanged(false); // Nobody has edited the initial texts.
+
     const std::array cmdcod{ui->cmdcod_0, ui->cmdcod_1, ui->cmdcod_2, ui->cmdcod_3, ui->cmdcod_4};
     for (int index = 0; index < static_cast<int>(cmdcod.size()); ++index)
         connect(cmdcod.at(static_cast<std::size_t>(index)), &QPushButton::clicked, this,
@@ -144,6 +147,8 @@ void ModesPage::send(const QList<Limit> &limits)
     for (const Limit &limit : limits) {
         if (&limit != &limits.first())
             talk.wait(1);
+        if (limit.box->text() == limit.text && !talk.isSuperseded())
+            limit.box->setDataChanged(false);
         talk.tell(limit.box->tag + u' ' + limit.text);
         talk.note(limit.name + u" updated to "_s + limit.told);
     }

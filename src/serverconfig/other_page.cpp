@@ -7,6 +7,7 @@
 #include "bound_variables.h"
 #include "chat_prefix.h"
 #include "rcon/conversation.h"
+#include "rcon/read_label.h"
 #include "rcon/reading.h"
 #include "rcon/services.h"
 
@@ -36,6 +37,7 @@ OtherPage::OtherPage(Services &services_, QWidget *parent)
     // Only the message list shows their captions. The labels beside them say what they switch.
     for (CheckBox *box : chkCodOther)
         box->setFixedWidth(style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, box) + 2);
+    ui->lblread_cmdCodOther_1->watch(*this);
     connect(ui->cmdCodOther_0, &QPushButton::clicked, this, [this] { cmdCodOther_Click(0); });
     connect(ui->cmdCodOther_1, &QPushButton::clicked, this, [this] { cmdCodOther_Click(1); });
 }
@@ -52,18 +54,22 @@ void OtherPage::cmdCodOther_Click(int index)
 
 void OtherPage::populate()
 {
-    Reading scope(services, {.door = &reading, .note = u"\r\nReading variables from the server..."_s});
+    Reading scope(
+        services,
+        {.door = &reading, .note = u"\r\nReading variables from the server..."_s, .label = ui->lblread_cmdCodOther_1});
     if (!scope)
         return;
     scope.leaveCollecting(); // Other pages do not do this.
     try {
         const Conversation talk(services);
-        readGroup(talk, u"scr_allow_*"_s);
+        const bool hasCome = readGroup(talk, u"scr_allow_*"_s);
         for (CheckBox *box : chkCodOther) {
             const QString value = valueInReply(talk, box->tag);
             box->setValue(value.isEmpty() ? u"0"_s : value);
             box->setDataChanged(false);
         }
+        if (hasCome)
+            scope.setAnswered();
     } catch (const Fault &) {
         // A value that is cut off or no number ends the reading. The boxes that have been filled stay as they are.
     }

@@ -9,6 +9,7 @@
 #include "bound_variables.h"
 #include "quick_commands.h"
 #include "rcon/conversation.h"
+#include "rcon/read_label.h"
 #include "rcon/reading.h"
 #include "rcon/services.h"
 
@@ -21,6 +22,7 @@ ServerPage::ServerPage(Services &services_, QWidget *parent)
     addPasswordEye(ui->txtservpass);
     optff = {ui->optff_0, ui->optff_1, ui->optff_2, ui->optff_3};
     ui->txtbantime->setDataChanged(false); // Nobody has edited its initial text.
+    ui->lblread_cmdservpop->watch(*this);
     connect(ui->cmdservpop, &QPushButton::clicked, this, &ServerPage::cmdservpop_Click);
     connect(ui->cmdservsetbasics, &QPushButton::clicked, this, &ServerPage::cmdservsetbasics_Click);
     connect(ui->cmdservsetpass, &QPushButton::clicked, this, &ServerPage::cmdservsetpass_Click);
@@ -37,24 +39,28 @@ PlaceholderVariables ServerPage::placeholderVariables() const
 
 void ServerPage::cmdservpop_Click()
 {
-    const Reading scope(services, {.door = &reading, .note = u"Reading variables from the server..."_s, .steps = 3});
+    Reading scope(services, {.door = &reading,
+                             .note = u"Reading variables from the server..."_s,
+                             .steps = 3,
+                             .label = ui->lblread_cmdservpop});
     if (!scope)
         return;
     try {
-        readVariables();
+        if (readVariables())
+            scope.setAnswered();
     } catch (const Fault &) {
         // A value that is cut off or no number ends the reading. The boxes that have been filled stay as they are.
     }
 }
 
-void ServerPage::readVariables()
+bool ServerPage::readVariables()
 {
     const Conversation talk(services);
-    readGroup(talk, u"sv_*"_s);
+    bool hasCome = readGroup(talk, u"sv_*"_s);
     for (TextBox *box : {ui->txtservername, ui->txtmaxclients, ui->txtmaxping, ui->txtmaxrate, ui->txtbantime})
         fill(talk, *box);
 
-    readGroup(talk, u"scr_*"_s);
+    hasCome = readGroup(talk, u"scr_*"_s) && hasCome;
     fill(talk, *ui->txtservermotd);
     fillUnlessEmpty(talk, *ui->chkkillcam);
     fillUnlessEmpty(talk, *ui->chkteamicons);
@@ -68,8 +74,9 @@ void ServerPage::readVariables()
     fillUnlessEmpty(talk, *ui->chkspecenemy);
     fillUnlessEmpty(talk, *ui->chkvoting);
 
-    readGroup(talk, u"cl_free*"_s);
+    hasCome = readGroup(talk, u"cl_free*"_s) && hasCome;
     fillUnlessEmpty(talk, *ui->chkfreelook);
+    return hasCome;
 }
 
 void ServerPage::cmdservsetbasics_Click()
@@ -113,6 +120,7 @@ void ServerPage::cmdservsetpass_Click()
         return;
     }
     const Conversation talk(services);
+    ui->txtservpass->setDataChanged(false);
     talk.tell(ui->txtservpass->tag + u" \""_s + ui->txtservpass->text() + u'"', true);
     talk.wait(3);
     talk.note(u"Server password added"_s);

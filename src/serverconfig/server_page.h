@@ -29,7 +29,7 @@ public:
 
 private:
     void cmdservpop_Click();
-    void readVariables();
+    bool readVariables();
     void cmdservsetbasics_Click();
     void sendVoting(const Conversation &talk);
     void cmdservsetpass_Click();

@@ -7,6 +7,7 @@
 #include "base/prompts.h"
 #include "output/output.h"
 #include "rcon/conversation.h"
+#include "rcon/read_label.h"
 #include "rcon/reading.h"
 #include "rcon/services.h"
 #include "serverconfig/bound_variables.h"
@@ -28,6 +29,8 @@ WeaponsPage::WeaponsPage(Services &services_, QWidget *parent)
         rows.push_back({weapon, addBox(weapon, groups.at(static_cast<std::size_t>(weapon.group)))});
     for (QBoxLayout *group : groups)
         group->addStretch();
+    orderTabs(groups);
+    ui->lblread_cmdpopwep->watch(*this);
 
     connect(ui->cmdpopwep, &QPushButton::clicked, this, &WeaponsPage::cmdpopwep_Click);
     connect(ui->cmdwepsetserv, &QPushButton::clicked, this, &WeaponsPage::cmdwepsetserv_Click);
@@ -50,6 +53,18 @@ CheckBox *WeaponsPage::addBox(const Weapon &weapon, QBoxLayout *group)
     return box;
 }
 
+// The boxes were made in the order in which they are sent. One reads them frame by frame.
+void WeaponsPage::orderTabs(std::span<QBoxLayout *const> groups)
+{
+    QWidget *before = ui->cmdriflesonly;
+    for (const QBoxLayout *group : groups) {
+        for (int place = 0; place < group->count(); ++place) {
+            if (QWidget *box = group->itemAt(place)->widget())
+                setTabOrder(std::exchange(before, box), box);
+        }
+    }
+}
+
 CheckBox *WeaponsPage::boxOf(QLatin1StringView name) const
 {
     return std::ranges::find_if(rows, [name](const Row &row) { return row.weapon.box == name; })->box;
@@ -57,11 +72,14 @@ CheckBox *WeaponsPage::boxOf(QLatin1StringView name) const
 
 void WeaponsPage::cmdpopwep_Click()
 {
-    const Reading scope(services, {.door = &reading, .note = u"Reading variables from the server...\r\nAllies..."_s});
+    Reading scope(services, {.door = &reading,
+                             .note = u"Reading variables from the server...\r\nAllies..."_s,
+                             .label = ui->lblread_cmdpopwep});
     if (!scope)
         return;
     try {
-        readWeapons();
+        if (readWeapons())
+            scope.setAnswered();
     } catch (const Fault &) {
         services.prompts.refuse(u"The server is not responding quickly enough\r"
                                 "or a server side mod has replaced the rcon variables\r"
@@ -70,18 +88,19 @@ void WeaponsPage::cmdpopwep_Click()
     }
 }
 
-void WeaponsPage::readWeapons()
+bool WeaponsPage::readWeapons()
 {
     // These are in the order of WeaponGroup.
     const std::array notes{u"British..."_s, u"Russians..."_s, u"Allies..."_s, u"German..."_s, u"Others..."_s};
     const Conversation talk(services);
-    readGroup(talk, u"scr_allow_*"_s);
+    const bool hasCome = readGroup(talk, u"scr_allow_*"_s);
     WeaponGroup group = rows.front().weapon.group;
     for (const auto &[weapon, box] : rows) {
         if (std::exchange(group, weapon.group) != weapon.group)
             services.output.showprogress(notes.at(static_cast<std::size_t>(group)), Progress::Add);
         fill(talk, *box);
     }
+    return hasCome;
 }
 
 void WeaponsPage::cmdwepsetserv_Click()

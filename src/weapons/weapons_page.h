@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <span>
 #include <vector>
 
 class CheckBox;
@@ -34,8 +35,9 @@ private:
     [[nodiscard]] CheckBox *addBox(const Weapon &weapon, QBoxLayout *group);
     [[nodiscard]] CheckBox *boxOf(QLatin1StringView name) const;
 
+    void orderTabs(std::span<QBoxLayout *const> groups);
     void cmdpopwep_Click();
-    void readWeapons();
+    bool readWeapons();
     void cmdwepsetserv_Click();
     void setAll(bool allowed);
     void cmdriflesonly_Click();
