@@ -19,10 +19,12 @@ class PlayerReader final : public QObject {
 public:
     PlayerReader(const Services &services_, QObject *parent) : QObject(parent), services(services_) {}
 
-    /// Asks for the status table. As long as `isTold` boxes say what is wrong with it.
-    void readStatus(const Reading &scope, BroughtBy by, const std::function<bool()> &isTold);
+    /// Asks for the status table. As long as `isTold` boxes say what is wrong with it. True when the server has
+    /// answered with all of it.
+    bool readStatus(const Reading &scope, BroughtBy by, const std::function<bool()> &isTold);
     /// Asks the public query. Throws what sending it throws, and Overflow when the answer is too long.
-    void readQuery(const Reading &scope, BroughtBy by);
+    /// True when the server has answered.
+    bool readQuery(const Reading &scope, BroughtBy by);
 
 signals:
     void statusrowread(const StatusRow &row);

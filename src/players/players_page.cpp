@@ -4,6 +4,7 @@
 
 #include "base/clock.h"
 #include "base/fault.h"
+#include "base/placeholder.h"
 #include "base/prompts.h"
 #include "colour_codes.h"
 #include "dismissals.h"
@@ -47,6 +48,7 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
 {
     ui->setupUi(this);
     ui->msfplayers->showTable(players);
+    showPlaceholder(ui->msfplayers);
     ui->complayersort->setCurrentIndex(-1); // the server's own order
 
     connect(ui->cmdplypop, &QPushButton::clicked, this, &PlayersPage::cmdplypop_Click);
@@ -106,7 +108,8 @@ bool PlayersPage::populate(BroughtBy by)
     Reading scope(services, {.door = &populating,
                              .note = isByHand ? u"Asking server for player list..."_s : QString(),
                              .holdsTimersOff = false,
-                             .by = by});
+                             .by = by,
+                             .label = ui->lblread_cmdplypop});
     if (!scope)
         return false;
     tells = isByHand;
@@ -116,10 +119,10 @@ bool PlayersPage::populate(BroughtBy by)
     players.clear();
     refresh.beginPopulate(by);
     try {
-        if (ui->chkplyq->isChecked())
-            reader.readQuery(scope, by);
-        else
-            reader.readStatus(scope, by, [this] { return tells; });
+        const bool isAnswered = ui->chkplyq->isChecked() ? reader.readQuery(scope, by)
+                                                         : reader.readStatus(scope, by, [this] { return tells; });
+        if (isAnswered)
+            scope.setAnswered();
     } catch (const Fault &fault) {
         scope.endCollecting();
         services.prompts.showFault(fault, by);
