@@ -58,6 +58,35 @@ class ModesPageTest final : public QObject {
 private slots:
     void init() { failOnWarnings(); }
 
+    void aLimitIsMarkedUntilItIsSet()
+    {
+        SettingsTab tab;
+        TextBox *score = tab.text(u"txtdmscorelim"_s);
+        TextBox *time = tab.text(u"txtdmtimelim"_s);
+        for (const TextBox *box : tab.program.window.findChildren<TextBox *>())
+            QVERIFY2(box->tag.isEmpty() || !box->dataChanged(), qPrintable(box->objectName()));
+        score->setText(u"70"_s);
+        time->setText(u"20"_s);
+        QVERIFY(score->dataChanged() && time->dataChanged());
+        QCOMPARE(score->accessibleDescription(), u"Map score limit. Change not sent"_s);
+        tab.program.click(u"cmdsetdm"_s);
+        QVERIFY(!score->dataChanged() && !time->dataChanged());
+        QCOMPARE(score->accessibleDescription(), QString());
+        tab.program.click(u"cmddmdefault"_s);
+        QVERIFY2(score->dataChanged() && time->dataChanged(), "the defaults are not sent by themselves");
+    }
+
+    void aLimitThatIsEditedWhileItIsSentStaysMarked()
+    {
+        SettingsTab tab;
+        TextBox *time = tab.text(u"txtdmtimelim"_s);
+        time->setText(u"20"_s);
+        atRequest(tab.server, "scr_dm_scorelimit 50", [&] { time->setText(u"25"_s); });
+        tab.program.click(u"cmdsetdm"_s);
+        QVERIFY(tab.commands().contains("scr_dm_timelimit 20"));
+        QVERIFY(time->dataChanged());
+    }
+
     void aLimitIsBoundToItsVariable_data()
     {
         QTest::addColumn<QString>("label");
