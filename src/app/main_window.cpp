@@ -2,8 +2,8 @@
 #include "main_window.h"
 #include "ui_main_window.h"
 
-#include "base/keys.h"
 #include "base/prompts.h"
+#include "manual.h"
 #include "messages/message_panel.h"
 #include "messages/messages_page.h"
 #include "mods/mods_page.h"
@@ -13,6 +13,7 @@
 #include "output/output.h"
 #include "page_area.h"
 #include "output/rcon_pane.h"
+#include "players/player_view.h"
 #include "players/players_page.h"
 #include "rcon/connect_panel.h"
 #include "rcon/connecting.h"
@@ -84,7 +85,6 @@ void MainWindow::placePanels()
     services.output.attach(*ui->txtoutput, messagePanel->list());
     ui->rightSplitter->setSizes({110, 190});
     ui->lowerSplitter->setSizes({760, 360});
-    ui->splitter->setSizes({375, 305}); // With the usual font the tallest page fits in.
     for (QSplitter *splitter : {ui->splitter, ui->lowerSplitter, ui->rightSplitter})
         state->keep(*splitter);
 }
@@ -117,11 +117,14 @@ void MainWindow::buildPages()
          std::initializer_list<QWidget *>{new ModesPage(services), new MapsPage(services), new WeaponsPage(services),
                                           playersPage, modsPage, messagesPage, miscPage, otherPage})
         pageArea(++tab).setPage(*page);
+    state->keep({u"columns"_s, [this] { return playersPage->view().columnState(); },
+                 [this](const QString &text) { return playersPage->view().setColumnState(text); }});
 }
 
 void MainWindow::wirePanels()
 {
     connect(&connecting, &Connecting::beginning, this, &MainWindow::load);
+    connect(others.get(), &OtherWindows::left, this, &MainWindow::Form_Activate);
     connect(savedServers, &SavedServersPanel::serverchosen, &services.fields, &ServerFields::set);
     connect(connectPanel, &ConnectPanel::passwordentered, consolePanel, &ConsolePanel::cmdsend_Click);
     connect(connectPanel, &ConnectPanel::modsitewanted, this, [] { openurl(WebAddress::hobMod); });
@@ -340,9 +343,23 @@ void MainWindow::Form_Activate()
 // The window's place is known before it is shown, so that it does not jump.
 void MainWindow::setVisible(bool on)
 {
-    if (on && !std::exchange(wasShown, true))
+    if (on && !std::exchange(wasShown, true)) {
+        state->placeWithinScreen();
+        divide();
         state->restore();
+    }
     QMainWindow::setVisible(on);
+}
+
+// On a low screen it is the lower half that is lower: a page that fits need not be scrolled.
+void MainWindow::divide()
+{
+    constexpr int tallestPage = 375; // with its tab, in pixels, at the usual font
+    constexpr int aroundBoth = 88;   // menus, connection fields, status bar
+    constexpr double share = 0.55;
+    const int both = height() - aroundBoth;
+    const int upper = std::max(tallestPage, static_cast<int>(both * share));
+    ui->splitter->setSizes({upper, std::max(both - upper, 1)});
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

@@ -57,6 +57,7 @@ protected:
 private:
     void load();
     void placePanels();
+    void divide();
     void addTabs();
     void buildPages();
     void wirePanels();

@@ -129,13 +129,17 @@ void WindowState::keep(QTabWidget &tabs)
           [&tabs](const QString &text) { return choose(tabs, text); }});
 }
 
-void WindowState::restore()
+void WindowState::placeWithinScreen()
 {
-    stored = ini.contents();
     const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
     QRect place(QPoint(), window.size());
     place.moveCenter(room.center());
     window.setGeometry(withinScreen(place, room, frameOf(window)));
+}
+
+void WindowState::restore()
+{
+    stored = ini.contents();
     restoreParts();
 }
 

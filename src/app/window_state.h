@@ -34,6 +34,8 @@ public:
     void keep(QSplitter &splitter);
     void keep(QTabWidget &tabs);
 
+    /// Puts the window in the middle of the screen, as large as there is room.
+    void placeWithinScreen();
     /// Puts the window and the parts that are known so far where they were; before the first showing.
     void restore();
     /// Restores the parts that have become known since, and takes note of how all are from the next turn of the event

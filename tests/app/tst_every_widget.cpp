@@ -15,6 +15,9 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTabWidget>
 
 #include <cmath>
@@ -33,6 +36,9 @@ bool isPartOfAnother(const QWidget *widget)
             qobject_cast<const QPlainTextEdit *>(parent) || qobject_cast<const QTabBar *>(parent) ||
             qobject_cast<const QMenuBar *>(parent) || qobject_cast<const QLineEdit *>(parent))
             return true;
+        const auto *area = qobject_cast<const QScrollArea *>(parent);
+        if (area && !area->widget()->isAncestorOf(widget))
+            return true; // its scroll bars
     }
     return widget->objectName().startsWith(u"qt_");
 }
@@ -200,26 +206,71 @@ class EveryWidgetTest final : public QObject {
 
 private slots:
     void init() { failOnWarnings(); }
-    void cleanup() { QApplication::setPalette(QPalette()); }
+    void cleanup()
+    {
+        QApplication::setPalette(QPalette());
+        setPoints(9);
+    }
 
     void everyTabOfTheMainWindow_data()
     {
         QTest::addColumn<QSize>("size");
         QTest::addColumn<QPalette>("palette");
-        QTest::newRow("1024 x 700, light") << QSize(1024, 700) << QPalette();
-        QTest::newRow("1024 x 700, dark") << QSize(1024, 700) << darkPalette();
-        QTest::newRow("1440 x 900, light") << QSize(1440, 900) << QPalette();
+        QTest::addColumn<int>("points");
+        QTest::newRow("1024 x 700, light") << QSize(1024, 700) << QPalette() << 9;
+        QTest::newRow("1024 x 700, dark") << QSize(1024, 700) << darkPalette() << 9;
+        QTest::newRow("1440 x 900, light") << QSize(1440, 900) << QPalette() << 9;
+        QTest::newRow("1366 x 700, large letters") << QSize(1366, 700) << QPalette() << 13;
+        QTest::newRow("1024 x 700, large letters") << QSize(1024, 700) << QPalette() << 13;
     }
 
     void everyTabOfTheMainWindow()
     {
         QFETCH(QSize, size);
         QFETCH(QPalette, palette);
+        QFETCH(int, points);
         QApplication::setPalette(palette);
+        setPoints(points);
         Program program;
         program.start();
         program.window.resize(size);
         QTRY_COMPARE(program.window.size(), size);
+        walkTabs(program, points <= 9);
+    }
+
+    void everyTabAfterAChangeOfThePalette()
+    {
+        Program program;
+        program.start();
+        for (const QPalette &palette : {darkPalette(), QPalette()}) {
+            QApplication::setPalette(palette);
+            QApplication::processEvents();
+            walkTabs(program, true);
+            if (QTest::currentTestFailed())
+                return;
+        }
+    }
+
+    void theWindowOnASmallScreenHasAllInReach()
+    {
+        Program program;
+        program.start();
+        const QRect room = program.window.screen()->availableGeometry();
+        QVERIFY(room.contains(program.window.frameGeometry()));
+        walkTabs(program, true);
+    }
+
+private:
+    static void setPoints(int points)
+    {
+        QFont font = QApplication::font();
+        font.setPointSize(points);
+        QApplication::setFont(font);
+    }
+
+    /// `isWhole`: no page needs to be scrolled.
+    static void walkTabs(const Program &program, bool isWhole)
+    {
         auto *tabs = program.find<QTabWidget>(u"SSTab"_s);
         for (int tab = 0; tab < tabs->count(); ++tab) {
             tabs->setCurrentIndex(tab);
@@ -227,21 +278,34 @@ private slots:
             checkWindow(&program.window);
             if (QTest::currentTestFailed())
                 return;
+            const auto *area = qobject_cast<QScrollArea *>(tabs->currentWidget());
+            const bool scrolls = area->verticalScrollBar()->isVisible() || area->horizontalScrollBar()->isVisible();
+            const QSize least = area->widget()->minimumSizeHint();
+            QVERIFY2(!scrolls || !isWhole, qPrintable(u"%1 scrolls: %2 x %3 in %4 x %5"_s.arg(tabs->tabText(tab))
+                                                          .arg(least.width())
+                                                          .arg(least.height())
+                                                          .arg(area->width())
+                                                          .arg(area->height())));
         }
         QVERIFY2(tabs->tabBar()->width() <= tabs->width(), "all tabs can be seen");
     }
 
+private slots:
     void everyOtherWindow_data()
     {
         QTest::addColumn<QPalette>("palette");
-        QTest::newRow("light") << QPalette();
-        QTest::newRow("dark") << darkPalette();
+        QTest::addColumn<int>("points");
+        QTest::newRow("light") << QPalette() << 9;
+        QTest::newRow("dark") << darkPalette() << 9;
+        QTest::newRow("large letters") << QPalette() << 13;
     }
 
     void everyOtherWindow()
     {
         QFETCH(QPalette, palette);
+        QFETCH(int, points);
         QApplication::setPalette(palette);
+        setPoints(points);
         Program program;
         program.start();
         program.trigger(u"mpref"_s);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "activation.h"
 #include "base/controls.h"
 #include "other_windows.h"
 #include "program.h"
@@ -80,6 +81,7 @@ bool isControl(const QWidget *widget)
 {
     const bool isPart = qobject_cast<const QComboBox *>(widget->parentWidget()) ||
                         qobject_cast<const QAbstractItemView *>(widget->parentWidget()) ||
+                        qobject_cast<const QLineEdit *>(widget->parentWidget()) ||
                         widget->objectName().startsWith(u"qt_");
     return !isPart && (qobject_cast<const QAbstractButton *>(widget) || qobject_cast<const QLineEdit *>(widget) ||
                        qobject_cast<const QComboBox *>(widget) || qobject_cast<const QAbstractItemView *>(widget) ||
@@ -212,7 +214,7 @@ private slots:
             QWidget *window = otherWindow(name);
             QVERIFY(window);
             window->activateWindow();
-            QVERIFY(QTest::qWaitForWindowActive(window));
+            QVERIFY(becomesActive(window));
             for (const QString &box :
                  {u"chkautoplayer"_s, u"chkauto999"_s, u"chkautoconnect"_s, u"chkautomessages"_s}) {
                 if (auto *check = window->findChild<QCheckBox *>(box))

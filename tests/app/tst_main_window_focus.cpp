@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "activation.h"
 #include "other_windows.h"
 #include "program.h"
 #include "window_test.h"
@@ -46,7 +47,7 @@ void leaveForWindow(Program &program, const QString &name)
     else
         program.trigger(name == u"frmpref" ? u"mpref"_s : u"helpabout"_s);
     QWidget *other = otherWindow(name);
-    QVERIFY(other && QTest::qWaitForWindowActive(other));
+    QVERIFY(other && becomesActive(other));
     program.window.activateWindow();
     QTRY_VERIFY(program.window.isActiveWindow());
 }

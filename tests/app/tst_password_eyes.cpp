@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "activation.h"
 #include "connected_program.h"
 #include "other_windows.h"
 #include "window_test.h"
@@ -104,7 +105,7 @@ private slots:
         Program program(autoConnecting);
         program.start();
         QLineEdit *line = fieldOf(program, field);
-        QVERIFY(QTest::qWaitForWindowActive(line->window()));
+        QVERIFY(becomesActive(line->window()));
         (void)eyeOf(line);
         line->setFocus();
         line->setText(u"geheim"_s);

@@ -144,7 +144,7 @@ private slots:
         QStringList texts;
         record(it.program, u"lblwait"_s, texts);
         it.program.setText(u"txtservpass"_s, u"letmein"_s);
-        it.program.click(u"cmdservpassset"_s);
+        it.program.click(u"cmdservsetpass"_s);
         it.program.prompts.takeBoxes();
         QVERIFY(!texts.isEmpty());
         QVERIFY2(texts.constFirst().startsWith(u"Waiting for the server: g_password, 0 s"), qPrintable(texts.first()));
@@ -203,7 +203,7 @@ private slots:
         ConnectedProgram it;
         it.program.find<QAbstractButton>(u"chkautoupdate"_s)->setChecked(true);
         it.program.prompts.takeBoxes();
-        QCOMPARE(shown(it.program, u"lblrefresh"_s), u"Players every 30 s"_s);
+        QCOMPARE(shown(it.program, u"lblrefresh"_s), u"Players every 10 s"_s);
         it.program.find<QAbstractButton>(u"chkautoupdate"_s)->setChecked(false);
         QCOMPARE(shown(it.program, u"lblrefresh"_s), QString());
     }

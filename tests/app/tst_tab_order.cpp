@@ -24,12 +24,9 @@ private slots:
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         }
         QVERIFY2(names.takeLast() == u"comserver", qPrintable(names.join(u" "_s)));
-        const QStringList expected{u"comserver"_s,   u"comport"_s,   u"txtPWD"_s,
-                                   u"cmdconnect"_s,  u"Label3"_s,    u"qt_tabwidget_tabbar"_s,
-                                   u"lstservers"_s,  u"txtoutput"_s, u"comdirect"_s,
-                                   u"cmdsend"_s,     u"cmdstatus"_s, u"cmsserverinfo"_s,
-                                   u"lstmessages"_s, u"txtprefix"_s, u"cmdmessage"_s,
-                                   u"cmdexit"_s};
+        const QStringList expected =
+            u"comserver comport txtPWD cmdconnect Label3 qt_tabwidget_tabbar txtoutput comdirect cmdsend cmdstatus "
+            "cmsserverinfo lstservers lstmessages txtprefix cmdmessage cmdexit"_s.split(u' ');
         QCOMPARE(names, expected);
     }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "activation.h"
 #include "at_request.h"
 #include "base/controls.h"
 #include "connected_program.h"
@@ -53,7 +54,7 @@ struct Hob final : ConnectedProgram {
     explicit Hob(bool connected = true) : ConnectedProgram({.practice = hobServer(), .connects = connected})
     {
         program.click(QStringLiteral("cmdhob"));
-        if (!QTest::qWaitForWindowActive(window()))
+        if (!becomesActive(window()))
             failTest(QStringLiteral("the window does not become active"));
         forget();
     }

@@ -181,7 +181,7 @@ private:
     {
         QTest::addColumn<QString>("control");
         for (const char *control : {"comserver", "comport", "txtprefix", "lstservers", "lstmessages", "lstcfgs",
-                                    "txtcurmaprot_1", "txtoutput", "cmdstatus"})
+                                    "txtcurmaprot_1", "txtoutput"})
             QTest::newRow(control) << QString::fromLatin1(control);
     }
 };
