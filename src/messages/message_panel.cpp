@@ -18,6 +18,7 @@ namespace {
 const QString section = u"Remoteuser"_s;
 const QString key = u"user"_s;
 constexpr int nameBuffer = 50;
+const QString usualName = u"RemoteUser"_s;
 
 } // namespace
 
@@ -25,6 +26,8 @@ MessagePanel::MessagePanel(Services &services_, QWidget *parent)
     : QWidget(parent), services(services_), ui(std::make_unique<Ui::MessagePanel>())
 {
     ui->setupUi(this);
+    const QFontMetrics metrics = ui->txtprefix->fontMetrics();
+    ui->txtprefix->setMinimumWidth(metrics.horizontalAdvance(usualName) + metrics.height());
     showPlaceholder(ui->lstmessages);
     connect(ui->cmdmessage, &QPushButton::clicked, this, &MessagePanel::cmdmessage_Click);
     onLostFocus(ui->txtprefix, [this] { txtprefix_LostFocus(); });
@@ -40,7 +43,7 @@ MessageList &MessagePanel::list() const
 void MessagePanel::load(const IniText &ini)
 {
     const QString name = ini.value(section, key, nameBuffer);
-    ui->txtprefix->setText(name.isEmpty() ? u"RemoteUser"_s : name);
+    ui->txtprefix->setText(name.isEmpty() ? usualName : name);
     ui->txtprefix->setDataChanged(false);
 }
 
