@@ -79,6 +79,6 @@ private:
     ProgressWindow frmprogress;
     bool isDismissed = false; ///< the person has closed the window
     int works = 0;
-    QTimer tmrnote;  ///< closes a note that has stayed behind
-    QTimer toBottom; ///< scrolls the message list once in the window's turn, however many lines have come
+    QTimer tmrnote{&frmprogress}; ///< closes a note that has stayed behind
+    QTimer toBottom;              ///< scrolls the message list once in the window's turn, however many lines have come
 };
