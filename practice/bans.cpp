@@ -16,23 +16,35 @@ QString key(const QString &guid, const QString &address)
 
 } // namespace
 
-void Bans::add(const QString &guid, const QString &address)
+void Bans::add(const QString &guid, const QString &address, const QString &name)
 {
-    addUntil(guid, address, never);
+    bans.insert(key(guid, address), {never, name});
 }
 
 void Bans::addUntil(const QString &guid, const QString &address, qint64 second)
 {
-    qint64 &end = ends[key(guid, address)];
-    end = qMax(end, second);
+    Ban &ban = bans[key(guid, address)];
+    ban.end = qMax(ban.end, second);
 }
 
 bool Bans::holds(const QString &guid, const QString &address, qint64 now) const
 {
-    return ends.value(key(guid, address), now) > now;
+    return bans.value(key(guid, address), {now, {}}).end > now;
+}
+
+bool Bans::holdsForGood(const QString &guid, const QString &address) const
+{
+    return bans.value(key(guid, address)).end == never;
+}
+
+qsizetype Bans::lift(const QString &name)
+{
+    return bans.removeIf([&name](const auto &ban) {
+        return ban.value().end == never && ban.value().name.compare(name, Qt::CaseInsensitive) == 0;
+    });
 }
 
 void Bans::expire(qint64 now)
 {
-    ends.removeIf([now](const auto &ban) { return ban.value() <= now; });
+    bans.removeIf([now](const auto &ban) { return ban.value().end <= now; });
 }

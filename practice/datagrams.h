@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "practice_options.h"
+
 #include <QByteArray>
 #include <QList>
 
@@ -17,9 +19,15 @@ struct Request {
 /// cut at the 1,023 bytes that the game's console holds.
 [[nodiscard]] Request readRequest(const QByteArray &datagram);
 
+/// The same by a server that reads a line with these habits: short, "%" as ".", without comments.
+[[nodiscard]] Request readRequest(const QByteArray &datagram, const PracticeOptions &habits);
+
 /// The datagrams of a printed reply: header, "print", line feed and up to `size` bytes of `text` each, cut anywhere;
 /// without text the bare header.
 [[nodiscard]] QList<QByteArray> printDatagrams(const QByteArray &text, qsizetype size);
+
+/// The same from a server whose buffer holds one character less than it fills in: a piece of 1,294 loses its last.
+[[nodiscard]] QList<QByteArray> losingPrintDatagrams(const QByteArray &text);
 
 /// One such datagram with the whole of `text`.
 [[nodiscard]] QByteArray printDatagram(const QByteArray &text);

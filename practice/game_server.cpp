@@ -5,10 +5,9 @@
 #include "map_rotation.h"
 #include "server_files.h"
 #include "status_table.h"
+#include "wildcard.h"
 
-#include <QHash>
-
-#include <utility>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -22,10 +21,10 @@ QString firstRotation()
 
 } // namespace
 
-GameServer::GameServer(const PracticeOptions &options)
-    : variables(Dvars::stock(options.mod == PracticeOptions::hobMod)),
-      everybody(options.players, options.seed, options.quirks),
-      headLines(options.headLines),
+GameServer::GameServer(const PracticeOptions &options_)
+    : options(options_),
+      variables(Dvars::stock(options.mod == PracticeOptions::hobMod)),
+      everybody(options),
       hob(options.mod == PracticeOptions::hobMod)
 {
     const RotationTurn turn = takeTurn(firstRotation());
@@ -40,28 +39,45 @@ GameServer::GameServer(const PracticeOptions &options)
         variables.set(u"fs_game"_s, options.mod);
 }
 
-GameServer::Handler GameServer::handlerOf(const QString &word)
+// By name, as "cmdlist" prints them.
+const QList<GameServer::Command> &GameServer::allCommands()
 {
-    static const QHash<QString, Handler> handlers{
-        {u"status"_s, &GameServer::status},
-        {u"serverinfo"_s, &GameServer::serverInfo},
-        {u"dvarlist"_s, &GameServer::dvarList},
-        {u"fdir"_s, &GameServer::fileList},
+    static const QList<Command> commands{
+        {u"banClient"_s, &GameServer::ban},
+        {u"clientkick"_s, &GameServer::kick},
+        {u"cmdlist"_s, &GameServer::commandList, &PracticeOptions::cmdlist},
         {u"dir"_s, &GameServer::directory},
+        {u"dvarlist"_s, &GameServer::dvarList},
         {u"exec"_s, &GameServer::execFile},
-        {u"set"_s, &GameServer::setDvar},
-        {u"seta"_s, &GameServer::setDvar},
-        {u"sets"_s, &GameServer::setDvar},
+        {u"fdir"_s, &GameServer::fileList},
         {u"map"_s, &GameServer::map},
         {u"map_restart"_s, &GameServer::mapRestart},
         {u"map_rotate"_s, &GameServer::mapRotate},
         {u"say"_s, &GameServer::say},
+        {u"serverinfo"_s, &GameServer::serverInfo},
+        {u"set"_s, &GameServer::setDvar},
+        {u"seta"_s, &GameServer::setDvar},
+        {u"sets"_s, &GameServer::setDvar},
+        {u"status"_s, &GameServer::status},
         {u"tell"_s, &GameServer::tell},
-        {u"clientkick"_s, &GameServer::kick},
-        {u"banclient"_s, &GameServer::ban},
-        {u"tempbanclient"_s, &GameServer::temporaryBan},
+        {u"tempBanClient"_s, &GameServer::temporaryBan},
+        {u"unbanUser"_s, &GameServer::unban, &PracticeOptions::guidBans},
     };
-    return handlers.value(word.toLower(), nullptr);
+    return commands;
+}
+
+bool GameServer::knows(const Command &command) const
+{
+    return command.needed == nullptr || options.*command.needed;
+}
+
+GameServer::Handler GameServer::handlerOf(const QString &word) const
+{
+    const auto isMeant = [this, &word](const Command &command) {
+        return knows(command) && command.name.compare(word, Qt::CaseInsensitive) == 0;
+    };
+    const auto found = std::ranges::find_if(allCommands(), isMeant);
+    return found == allCommands().end() ? nullptr : found->handler;
 }
 
 CommandResult GameServer::execute(const QString &line)
@@ -107,13 +123,25 @@ CommandResult GameServer::fileList(const QStringList &words)
     return {fileListing(words.at(1)), {}};
 }
 
-// One of the table of handlers, and so not const. NOLINTNEXTLINE(readability-make-member-function-const)
+// The two below are in the table of commands, and so not const.
+// NOLINTBEGIN(readability-make-member-function-const)
+CommandResult GameServer::commandList(const QStringList &words)
+{
+    QString text;
+    for (const Command &command : allCommands()) {
+        if (knows(command) && (words.size() < 2 || matchesWildcard(words.at(1), command.name)))
+            text += command.name + u'\n';
+    }
+    return {text + u"%1 commands\n"_s.arg(text.count(u'\n')), {}};
+}
+
 CommandResult GameServer::directory(const QStringList &words)
 {
     if (words.size() < 2 || words.size() > 3)
         return {u"usage: dir <directory> [extension]\n"_s, {}};
-    return {directoryListing(words.at(1), words.value(2), headLines), {}};
+    return {directoryListing(words.at(1), words.value(2), options.headLines), {}};
 }
+// NOLINTEND(readability-make-member-function-const)
 
 CommandResult GameServer::execFile(const QStringList &words)
 {
@@ -146,6 +174,8 @@ CommandResult GameServer::dvarByName(const QStringList &words)
     const Dvar *dvar = variables.find(words.first());
     if (dvar == nullptr)
         return {u"Unknown command \"%1\"\n"_s.arg(words.first()), {}};
+    if (words.size() == 1 && options.readProtected && dvar->name == "rcon_password"_L1)
+        return {dvar->name + u" is read protected\n"_s, {}};
     if (words.size() == 1)
         return {Dvars::description(*dvar), {}};
     return assign(dvar->name, joinedFrom(words, 1));

@@ -6,6 +6,7 @@
 #include "players.h"
 #include "practice_options.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -21,7 +22,7 @@ struct CommandResult {
 /// The game itself, apart from any socket: its variables, players, bans, files and console commands.
 class GameServer final {
 public:
-    explicit GameServer(const PracticeOptions &options = {});
+    explicit GameServer(const PracticeOptions &options_ = {});
 
     /// Executes the first line of `line` as the console does. Never fails: a word that means nothing is told so.
     CommandResult execute(const QString &line);
@@ -38,8 +39,16 @@ public:
 
 private:
     using Handler = CommandResult (GameServer::*)(const QStringList &words);
-    [[nodiscard]] static Handler handlerOf(const QString &word);
+    struct Command {
+        QString name;
+        Handler handler = nullptr;
+        bool PracticeOptions::*needed = nullptr; ///< the option without which the console does not know it, if any
+    };
+    [[nodiscard]] static const QList<Command> &allCommands();
+    [[nodiscard]] bool knows(const Command &command) const;
+    [[nodiscard]] Handler handlerOf(const QString &word) const;
 
+    CommandResult commandList(const QStringList &words);
     CommandResult status(const QStringList &words);
     CommandResult serverInfo(const QStringList &words);
     CommandResult dvarList(const QStringList &words);
@@ -61,14 +70,17 @@ private:
     CommandResult kick(const QStringList &words);
     CommandResult ban(const QStringList &words);
     CommandResult temporaryBan(const QStringList &words);
+    CommandResult unban(const QStringList &words);
+    [[nodiscard]] QString complaintAboutBan(const QStringList &words) const;
+    [[nodiscard]] QString spoken(const QStringList &words, qsizetype first) const;
     CommandResult dismiss(const QStringList &words, const QString &how);
     [[nodiscard]] std::variant<Player, QString> playerOrComplaint(const QString &slot) const;
 
+    PracticeOptions options;
     Dvars variables;
     Players everybody;
     Bans banned;
     qint64 seconds = 0; ///< since the start, counted by `tick`
     int execDepth = 0;  ///< configuration files that call each other
-    int headLines = 0;  ///< of "dir"
     bool hob = false;   ///< the Heat of Battle mod runs
 };

@@ -4,6 +4,7 @@
 #include "practice_server.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QTimer>
 
 #include <atomic>
@@ -41,21 +42,42 @@ int fail(const QString &text)
     return 1;
 }
 
+// What the server is going to do, for people; what is wrong with the recording comes in `fault`.
+QString prepare(PracticeServer &server, const QString &recording, QString &fault)
+{
+    if (recording.isEmpty())
+        return u"%1 players, map %2"_s.arg(QString::number(server.game().players().count()),
+                                           server.game().dvars().value(u"mapname"_s));
+    QFile file(recording);
+    if (!file.open(QIODevice::ReadOnly)) {
+        fault = u"cannot read %1: %2"_s.arg(recording, file.errorString());
+        return {};
+    }
+    const Replay replay(file.readAll());
+    if (!replay.fault().isEmpty())
+        fault = u"cannot use %1: %2"_s.arg(recording, replay.fault());
+    server.replay(replay);
+    return u"%1 requests of a recording"_s.arg(replay.count());
+}
+
 int serve(const PracticeArguments &arguments)
 {
     PracticeServer server(arguments.options);
+    QString fault;
+    const QString state = prepare(server, arguments.replay, fault);
+    if (!fault.isEmpty())
+        return fail(fault);
     const QString place = arguments.address.toString();
     if (!server.listen(arguments.address, arguments.port))
         return fail(u"cannot listen on %1 port %2: %3"_s.arg(place).arg(arguments.port).arg(server.errorString()));
-    say(u"Listening on %1 port %2, %3 players, map %4."_s.arg(place)
-            .arg(server.port())
-            .arg(server.game().players().count())
-            .arg(server.game().dvars().value(u"mapname"_s)));
+    say(u"Listening on %1 port %2, %3."_s.arg(place).arg(server.port()).arg(state));
     QObject::connect(&server, &PracticeServer::happened, &server, say);
 
     QTimer second;
-    QObject::connect(&second, &QTimer::timeout, &server, [&server] {
+    QObject::connect(&second, &QTimer::timeout, &server, [&server, isGame = arguments.replay.isEmpty()] {
         server.forgetRequests(); // nobody asks for them here, and the program may run for weeks
+        if (!isGame)
+            return;
         for (const QString &event : server.game().tick())
             say(event);
     });

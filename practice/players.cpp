@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "players.h"
 
-#include "practice_options.h"
+#include "colours.h"
 #include "regulars.h"
 
 #include <algorithm>
@@ -11,20 +11,35 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int noAnswer = 999;
+constexpr qsizetype longestName = 31; // characters
 
 QString described(const Player &player)
 {
     return u"%1 (slot %2)"_s.arg(player.name, QString::number(player.slot));
 }
 
+PracticeOptions optionsFor(int count, quint32 seed, bool quirks)
+{
+    PracticeOptions options;
+    options.players = count;
+    options.seed = seed;
+    options.quirks = quirks;
+    return options;
+}
+
 } // namespace
 
-Players::Players(int count, quint32 seed, bool quirks_)
-    : random(seed),
-      visitors(regulars(random, quirks_)),
-      wanted(qBound(PracticeOptions::playerLimits.lowest, count, PracticeOptions::playerLimits.highest)),
-      quirks(quirks_)
+Players::Players(int count, quint32 seed, bool quirks_) : Players(optionsFor(count, seed, quirks_)) {}
+
+Players::Players(const PracticeOptions &options)
+    : random(options.seed),
+      visitors(regulars(random, options.quirks, options.guidBans)),
+      wanted(qBound(PracticeOptions::playerLimits.lowest, options.players, PracticeOptions::playerLimits.highest)),
+      quirks(options.quirks),
+      renames(options.renames)
 {
+    if (renames)
+        mixVisitors();
     for (int slot = 0; slot < wanted; ++slot)
         settleIn(visitors.at(slot), slot);
     for (Player &player : present) {
@@ -33,6 +48,17 @@ Players::Players(int count, quint32 seed, bool quirks_)
             lookBack(player);
         if (quirks && player.slot % 8 == 6)
             player.state = Player::State::Leaving;
+    }
+}
+
+// Other people at other places, some in a clan or in colours, so that each seed has rows of other lengths. The first
+// three stay: the demo client is one of them.
+void Players::mixVisitors()
+{
+    std::shuffle(visitors.begin() + 3, visitors.end(), random);
+    for (Regular &regular : visitors) {
+        if (regular.guid != "0"_L1 && chance(3))
+            regular.name = dressed(regular.name);
     }
 }
 
@@ -53,6 +79,13 @@ void Players::remove(int slot)
     present.removeIf([slot](const Player &player) { return player.slot == slot; });
 }
 
+void Players::rename(int slot, const QString &name)
+{
+    const auto found = std::ranges::find(present, slot, &Player::slot);
+    if (found != present.end())
+        found->name = name;
+}
+
 void Players::resetScores()
 {
     for (Player &player : present)
@@ -68,6 +101,8 @@ QStringList Players::step(const Bans &bans, qint64 now, int slotCount)
         if (!hung && player.hangingFor > 0)
             events.append(described(player) + u" hangs at ping 999"_s);
     }
+    if (renames)
+        chooseNames(events);
     leave(events);
     arrive(bans, now, slotCount, events);
     return events;
@@ -114,6 +149,36 @@ void Players::play(Player &player)
         player.score += quirks && chance(5) ? -1 : 1;
 }
 
+void Players::chooseNames(QStringList &events)
+{
+    for (Player &player : present) {
+        if (player.state != Player::State::Playing || player.guid == "0"_L1 || !chance(200))
+            continue;
+        const QString before = described(player);
+        player.name = otherName(player);
+        events.append(before + u" is now called "_s + player.name);
+    }
+}
+
+// What people do: another colour, a clan's tag, or the name of somebody else.
+QString Players::otherName(const Player &player)
+{
+    return chance(3) ? present.at(random.bounded(present.size())).name : dressed(player.name);
+}
+
+QString Players::dressed(const QString &name)
+{
+    QString text = withoutColours(name);
+    const QString tag = u"[DE] "_s;
+    if (chance(2))
+        return (text.startsWith(tag) ? text.sliced(tag.size()) : tag + text).left(longestName);
+    for (qsizetype at = text.size() - 1; at >= 0; --at) {
+        if (at == 0 || chance(4))
+            text.insert(at, u'^' + QString::number(random.bounded(8)));
+    }
+    return text.left(longestName);
+}
+
 void Players::leave(QStringList &events)
 {
     constexpr int longestHang = 60; // seconds until the game gives somebody up
@@ -150,8 +215,9 @@ void Players::arrive(const Bans &bans, qint64 now, int slotCount, QStringList &e
 
 bool Players::isHere(const Regular &regular) const
 {
-    return std::ranges::any_of(present, [&regular](const Player &player) {
-        return player.guid == regular.guid && player.name == regular.name;
+    return std::ranges::any_of(present, [this, &regular](const Player &player) {
+        const bool isKnownByGuid = renames && regular.guid != "0"_L1; // whatever he is called by now
+        return player.guid == regular.guid && (isKnownByGuid || player.name == regular.name);
     });
 }
 

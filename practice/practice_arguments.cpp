@@ -14,6 +14,39 @@ namespace {
 
 using Limits = PracticeOptions::Limits;
 
+struct Switch {
+    QString name;
+    QString text;
+    bool PracticeOptions::*field = nullptr;
+};
+
+const QList<Switch> &switches()
+{
+    static const QList<Switch> all{
+        {u"reorder"_s, u"Let the datagrams of a reply overtake each other."_s, &PracticeOptions::reorder},
+        {u"silent"_s, u"Never answer."_s, &PracticeOptions::silent},
+        {u"quirks"_s, u"Players with nasty names and odd table rows."_s, &PracticeOptions::quirks},
+        {u"late"_s, u"Reply three to five seconds late."_s, &PracticeOptions::late},
+        {u"lose-at-border"_s,
+         u"Cut replies after 1,294 characters, and lose the last one of each full datagram; --datagram-size then "
+         "counts for nothing."_s,
+         &PracticeOptions::loseAtBorder},
+        {u"short-lines"_s, u"Read 1,023 bytes of a request line, the password included."_s,
+         &PracticeOptions::shortLines},
+        {u"percent-dots"_s, u"Read \"%\" in a request line as \".\"."_s, &PracticeOptions::percentDots},
+        {u"comments"_s, u"End a command at \"//\" unless \":\" stands before it, and leave out \"/* */\"."_s,
+         &PracticeOptions::comments},
+        {u"plain-say"_s, u"Squeeze the blanks in what is said, inside quotes too."_s, &PracticeOptions::plainSay},
+        {u"read-protected"_s, u"Do not show rcon_password."_s, &PracticeOptions::readProtected},
+        {u"cmdlist"_s, u"Know the command \"cmdlist\"."_s, &PracticeOptions::cmdlist},
+        {u"guid-bans"_s,
+         u"Ban by GUID alone and know \"unbanUser\"; with --quirks one player has GUID 0 and cannot be banned."_s,
+         &PracticeOptions::guidBans},
+        {u"renames"_s, u"Let players take other names."_s, &PracticeOptions::renames},
+    };
+    return all;
+}
+
 struct BadValue final : std::runtime_error {
     explicit BadValue(const QString &text) : std::runtime_error(text.toStdString()) {}
 };
@@ -56,9 +89,17 @@ void declare(QCommandLineParser &parser)
         option(u"head-lines"_s, u"Lines above the files that \"dir\" lists"_s, u"number"_s,
                PracticeOptions::headLineLimits, options.headLines),
         {u"mod"_s, u"Run a mod; \"%1\" is the only one."_s.arg(PracticeOptions::hobMod), u"mod"_s},
-        {u"reorder"_s, u"Let the datagrams of a reply overtake each other."_s},
-        {u"silent"_s, u"Never answer."_s},
-        {u"quirks"_s, u"Players with nasty names and odd table rows."_s},
+        option(u"refusal"_s, u"What a wrong password is told"_s, u"text"_s, options.refusal),
+        {u"engine"_s,
+         u"\"%1\" makes it as hard as servers of that engine: --rate 500ms, --refusal \"%2\", and all options "
+         "from --lose-at-border to --renames."_s.arg(PracticeOptions::cod2Engine, PracticeOptions::cod2().refusal),
+         u"engine"_s},
+    });
+    for (const Switch &one : switches())
+        parser.addOption({one.name, one.text});
+    parser.addOptions({
+        {u"replay"_s, u"Answer like the server in a recording, whatever the password; the game stands still."_s,
+         u"file"_s},
         {{u"h"_s, u"help"_s}, u"Print this help."_s},
         {{u"v"_s, u"version"_s}, u"Print the version."_s},
     });
@@ -67,8 +108,6 @@ void declare(QCommandLineParser &parser)
 PracticeOptions::Rate rateOf(const QCommandLineParser &parser)
 {
     const QString text = parser.value(u"rate"_s);
-    if (!parser.isSet(u"rate"_s))
-        return PracticeOptions::Rate::Unlimited;
     if (text == "500ms"_L1)
         return PracticeOptions::Rate::HalfSecond;
     if (text == "burst"_L1)
@@ -102,7 +141,10 @@ PracticeOptions optionsOf(const QCommandLineParser &parser)
         return static_cast<int>(
             numberOf(parser, option, static_cast<quint32>(limits.lowest), static_cast<quint32>(limits.highest)));
     };
-    PracticeOptions options;
+    const QString engine = parser.value(u"engine"_s);
+    if (parser.isSet(u"engine"_s) && engine != PracticeOptions::cod2Engine)
+        throw BadValue(u"--engine takes \"%1\", not \"%2\"."_s.arg(PracticeOptions::cod2Engine, engine));
+    PracticeOptions options = engine.isEmpty() ? PracticeOptions() : PracticeOptions::cod2();
     options.password = parser.value(u"password"_s);
     options.players = number(u"players"_s, PracticeOptions::playerLimits);
     options.seed = numberOf(parser, u"seed"_s, 0, std::numeric_limits<quint32>::max());
@@ -110,12 +152,14 @@ PracticeOptions optionsOf(const QCommandLineParser &parser)
     options.lossPercent = number(u"loss"_s, PracticeOptions::percentLimits);
     options.latencyMs = number(u"latency"_s, PracticeOptions::delayLimits);
     options.mapLoadMs = number(u"map-load"_s, PracticeOptions::delayLimits);
-    options.rate = rateOf(parser);
+    if (parser.isSet(u"rate"_s))
+        options.rate = rateOf(parser);
+    if (parser.isSet(u"refusal"_s))
+        options.refusal = parser.value(u"refusal"_s);
+    for (const Switch &one : switches())
+        options.*one.field = options.*one.field || parser.isSet(one.name);
     options.headLines = number(u"head-lines"_s, PracticeOptions::headLineLimits);
     options.mod = parser.value(u"mod"_s);
-    options.reorder = parser.isSet(u"reorder"_s);
-    options.silent = parser.isSet(u"silent"_s);
-    options.quirks = parser.isSet(u"quirks"_s);
     if (!options.mod.isEmpty() && options.mod != PracticeOptions::hobMod)
         throw BadValue(u"--mod takes \"%1\", not \"%2\"."_s.arg(PracticeOptions::hobMod, options.mod));
     if (options.password.isEmpty() || options.password.contains(u' '))
@@ -142,6 +186,7 @@ PracticeArguments readPracticeArguments(const QStringList &arguments)
         if (!parser.positionalArguments().isEmpty())
             throw BadValue(u"Unexpected argument \"%1\"."_s.arg(parser.positionalArguments().first()));
         result.options = optionsOf(parser);
+        result.replay = parser.value(u"replay"_s);
         result.address = addressOf(parser);
         result.port = static_cast<quint16>(numberOf(parser, u"port"_s, 0, std::numeric_limits<quint16>::max()));
     } catch (const BadValue &bad) {

@@ -12,6 +12,7 @@ struct PracticeArguments {
     PracticeOptions options;
     QHostAddress address{QHostAddress::LocalHost};
     quint16 port = gamePort; ///< 0 for any free one
+    QString replay;          ///< the recording to answer from; empty for the game
     QString notice;          ///< a text to print instead of serving: the help or the version
     QString fault;           ///< what is wrong with the arguments, one line; empty when nothing is
 };

@@ -8,7 +8,7 @@
 inline constexpr quint16 gamePort = 28960;
 
 /// How a practice server starts. A PracticeServer can change its password, datagram size, loss, latency, map load,
-/// reordering and silence later; players, seed, rate, heading, quirks and mod are settled at the start.
+/// reordering and silence later; everything else is settled at the start.
 struct PracticeOptions {
     struct Limits {
         int lowest = 0;
@@ -27,6 +27,11 @@ struct PracticeOptions {
     static constexpr Limits delayLimits{0, 60'000};
     static constexpr Limits headLineLimits{2, 3};
     static constexpr QLatin1StringView hobMod{"hob"};
+    static constexpr QLatin1StringView cod2Engine{"cod2"};
+
+    /// The profile of servers that make it hard for their clients: all that they are known to do but the lateness. The
+    /// rest is as above; what a caller sets afterwards counts.
+    [[nodiscard]] static PracticeOptions cod2();
 
     QString password = QStringLiteral("practice");
     int players = 12;        ///< on the server at the start
@@ -41,4 +46,16 @@ struct PracticeOptions {
     bool silent = false;  ///< requests are counted and never answered
     bool quirks = false;  ///< players with nasty names and odd table rows
     QString mod;          ///< empty for the plain game, `hobMod` for Heat of Battle
+
+    QString refusal = QStringLiteral("Bad rconpassword."); ///< what a wrong password is told
+    bool loseAtBorder = false;  ///< replies are cut after 1,294 characters, and each full datagram lacks its last one
+    bool late = false;          ///< replies leave three to five seconds late
+    bool shortLines = false;    ///< 1,023 bytes of a request line are read, "rcon" and the password included
+    bool percentDots = false;   ///< "%" in a request line is read as "."
+    bool comments = false;      ///< "//" ends a command unless ":" stands before it, and "/* */" goes
+    bool plainSay = false;      ///< "say" and "tell" squeeze the blanks inside quotes too
+    bool readProtected = false; ///< "rcon_password" is not shown
+    bool cmdlist = false;       ///< the console knows that command
+    bool guidBans = false;      ///< bans by GUID alone, lifted by name; with `quirks` one player has GUID 0
+    bool renames = false;       ///< players take other names while they are there
 };

@@ -16,9 +16,12 @@ namespace {
 constexpr qint64 largestDatagram = 65535;
 constexpr qsizetype mostWaiting = 10; // what the small buffer of a real server's socket holds
 
-std::chrono::milliseconds steadyTime()
+constexpr std::chrono::milliseconds leastLate(3000);
+constexpr std::chrono::milliseconds mostLate(5000);
+
+QString refusalLine(const QString &refusal)
 {
-    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
+    return refusal == "Bad rcon"_L1 ? refusal : refusal + u'\n'; // that one comes without, where it is said
 }
 
 } // namespace
@@ -28,8 +31,8 @@ PracticeServer::PracticeServer(const PracticeOptions &options_, QObject *parent)
       options(options_),
       gameServer(options_),
       rateLimit(options_.rate),
-      clock(steadyTime),
-      random(options_.seed)
+      random(options_.seed),
+      lateness(options_.seed)
 {
     connect(&socket, &QUdpSocket::readyRead, this, &PracticeServer::readRequests);
 }
@@ -48,6 +51,7 @@ void PracticeServer::close()
 {
     socket.close();
     waiting.clear();
+    departures.clear();
 }
 
 quint16 PracticeServer::port() const
@@ -137,11 +141,13 @@ void PracticeServer::answerWaiting()
 void PracticeServer::answerOne(const Arrival &arrival)
 {
     const auto &[datagram, client] = arrival;
-    const Request request = readRequest(datagram);
-    if (!rateLimit.admits(request.kind, client.address, clock()))
+    const Request request = readRequest(datagram, options);
+    if (!rateLimit.admits(request.kind, client.address, departures.now()))
         tellUnanswered(arrival, u"too soon after others"_s);
+    else if (recorded)
+        takeRecorded(datagram, client);
     else if (request.kind == Request::Kind::Rcon)
-        takeRcon(fromAnsi(request.password), request.command, client);
+        takeRcon(request, readRequest(datagram).command, client);
     else if (request.kind == Request::Kind::Status)
         takeStatus(client);
     else
@@ -153,18 +159,31 @@ void PracticeServer::tellUnanswered(const Arrival &arrival, const QString &why)
     emit happened(arrival.client.text() + u"request of %1 bytes not answered: "_s.arg(arrival.datagram.size()) + why);
 }
 
-void PracticeServer::takeRcon(const QString &password, const QByteArray &command, const Client &client)
+void PracticeServer::takeRecorded(const QByteArray &datagram, const Client &client)
+{
+    const QString asked = withoutSecrets(fromAnsi(readRequest(datagram).command));
+    emit happened(client.text() + asked + (recorded->knows(datagram) ? u""_s : u" is not in the recording"_s));
+    const Replay::Answer answer = recorded->next(datagram);
+    for (const auto &[after, piece] : answer) {
+        if (isLost())
+            emit happened(client.text() + u"reply of %1 bytes lost"_s.arg(piece.size()));
+        else
+            sendLater(after, piece, client);
+    }
+}
+
+void PracticeServer::takeRcon(const Request &request, const QByteArray &commandAsSent, const Client &client)
 {
     const QString wanted = gameServer.dvars().value(u"rcon_password"_s);
-    if (wanted.isEmpty() || password != wanted) {
+    if (wanted.isEmpty() || fromAnsi(request.password) != wanted) {
         emit happened(client.text() + u"rcon with a wrong password"_s);
-        reply(wanted.isEmpty() ? u"No rconpassword set on the server.\n"_s : u"Bad rconpassword.\n"_s, client);
+        reply(wanted.isEmpty() ? u"No rconpassword set on the server.\n"_s : refusalLine(options.refusal), client);
         return;
     }
-    emit happened(client.text() + u"rcon "_s + withoutSecrets(fromAnsi(command)));
-    if (answerCanned(command, client))
+    emit happened(client.text() + u"rcon "_s + withoutSecrets(fromAnsi(request.command)));
+    if (answerCanned(commandAsSent, client))
         return;
-    const CommandResult result = gameServer.execute(fromAnsi(command));
+    const CommandResult result = gameServer.execute(fromAnsi(request.command));
     if (!result.event.isEmpty())
         emit happened(result.event);
     if (result.loads)
@@ -207,22 +226,35 @@ void PracticeServer::startLoading(const QString &log, const Client &client)
 
 void PracticeServer::reply(const QString &text, const Client &client)
 {
-    post(printDatagrams(toAnsi(text), qMax(options.datagramSize, PracticeOptions::datagramSizeLimits.lowest)), client);
+    const QByteArray bytes = toAnsi(text);
+    if (options.loseAtBorder)
+        post(losingPrintDatagrams(bytes), client);
+    else
+        post(printDatagrams(bytes, qMax(options.datagramSize, PracticeOptions::datagramSizeLimits.lowest)), client);
 }
 
 void PracticeServer::post(QList<QByteArray> datagrams, const Client &client)
 {
     if (options.reorder)
         datagrams = reordered(datagrams);
+    const std::chrono::milliseconds late(
+        lateness.bounded(static_cast<int>(leastLate.count()), static_cast<int>(mostLate.count()) + 1));
     for (const QByteArray &datagram : std::as_const(datagrams)) {
         if (isLost())
             emit happened(client.text() + u"reply of %1 bytes lost"_s.arg(datagram.size()));
+        else if (options.late)
+            sendLater(late + std::chrono::milliseconds(options.latencyMs), datagram, client);
         else if (options.latencyMs > 0)
             QTimer::singleShot(options.latencyMs, Qt::PreciseTimer, this,
                                [this, datagram, client] { send(datagram, client); });
         else
             send(datagram, client);
     }
+}
+
+void PracticeServer::sendLater(std::chrono::microseconds delay, const QByteArray &datagram, const Client &client)
+{
+    departures.add(delay, [this, datagram, client] { send(datagram, client); });
 }
 
 void PracticeServer::send(const QByteArray &datagram, const Client &client)

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "departures.h"
 #include "game_server.h"
 #include "practice_options.h"
 #include "rate_limit.h"
+#include "replay.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -16,6 +18,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 
 /// The UDP end of a practice game: reads requests, has the game answer them, and sends the replies over a line that can
 /// be made as bad as wanted. While a map loads it answers nothing, and afterwards the last ten datagrams that came
@@ -52,8 +55,12 @@ public:
     void setMapLoad(int milliseconds) { options.mapLoadMs = milliseconds; }
     void setDatagramSize(int bytes) { options.datagramSize = bytes; }
 
-    /// By which the limit on requests goes: a time since any moment that stays the same. By default the system's.
-    void setClock(const std::function<std::chrono::milliseconds()> &clock_) { clock = clock_; }
+    /// By which the limit on requests, late replies and recordings go: a time since any moment that stays the same. By
+    /// default the system's.
+    void setClock(const Departures::Clock &clock) { departures.setClock(clock); }
+
+    /// From now on the game is left alone, and everybody gets the answers that the recorded server gave.
+    void replay(const Replay &recording) { recorded = recording; }
 
     /// Requests whose command (or "getstatus") is exactly `command` get these texts from now on, each in a datagram of
     /// its own behind header, "print" and line feed, instead of the game's reply; none at all when the list is empty.
@@ -91,21 +98,25 @@ private:
     void answerWaiting();
     void answerOne(const Arrival &arrival);
     void tellUnanswered(const Arrival &arrival, const QString &why);
-    void takeRcon(const QString &password, const QByteArray &command, const Client &client);
+    void takeRecorded(const QByteArray &datagram, const Client &client);
+    void takeRcon(const Request &request, const QByteArray &commandAsSent, const Client &client);
     void takeStatus(const Client &client);
     [[nodiscard]] bool answerCanned(const QByteArray &command, const Client &client);
     void startLoading(const QString &log, const Client &client);
     void reply(const QString &text, const Client &client);
     void post(QList<QByteArray> datagrams, const Client &client);
+    void sendLater(std::chrono::microseconds delay, const QByteArray &datagram, const Client &client);
     void send(const QByteArray &datagram, const Client &client);
     [[nodiscard]] bool isLost();
 
     PracticeOptions options;
     GameServer gameServer;
     RateLimit rateLimit;
-    std::function<std::chrono::milliseconds()> clock;
+    Departures departures; ///< the replies that leave late
+    std::optional<Replay> recorded;
     QUdpSocket socket;
-    QRandomGenerator random; ///< decides what the line loses
+    QRandomGenerator random;   ///< decides what the line loses
+    QRandomGenerator lateness; ///< and this one how late a reply leaves
     QHash<QByteArray, QList<QByteArray>> preparedAnswers;
     QList<QByteArray> received;
     QList<Arrival> waiting; ///< for the server to look at them, which it does at once unless it loads a map

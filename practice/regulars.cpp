@@ -104,11 +104,11 @@ Regular somebody(const QString &name, QRandomGenerator &random)
 }
 
 // Public tables show all of these: words for addresses, ports that went negative, and a column that is full.
-void twist(Regular &regular, qsizetype number)
+void twist(Regular &regular, qsizetype number, bool guids)
 {
     const QStringList addresses{u"unknown"_s, u"loopback"_s, u"211.111.111.111:-12345"_s, u"123.123.123.123:65535"_s};
     regular.address = addresses.at(number % addresses.size());
-    if (number % 4 == 1)
+    if (number % 4 == 1 && !guids)
         regular.guid = u"0"_s;
     if (number % 3 == 2)
         regular.qport = -regular.qport;
@@ -118,7 +118,7 @@ void twist(Regular &regular, qsizetype number)
 
 } // namespace
 
-QList<Regular> regulars(QRandomGenerator &random, bool quirks)
+QList<Regular> regulars(QRandomGenerator &random, bool quirks, bool guids)
 {
     constexpr qsizetype enough = 96;
     static_assert(enough > PracticeOptions::playerLimits.highest, "there is always somebody who may come");
@@ -130,7 +130,7 @@ QList<Regular> regulars(QRandomGenerator &random, bool quirks)
         all.append(somebody(plain.at(number % plain.size()) + again, random));
         if (quirks && number < nasty.size()) {
             all.append(somebody(nasty.at(number), random));
-            twist(all.last(), number);
+            twist(all.last(), number, guids);
         }
     }
     if (quirks)

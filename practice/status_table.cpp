@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "status_table.h"
 
+#include "colours.h"
+
 #include <QMap>
 
 using namespace Qt::StringLiterals;
@@ -13,20 +15,6 @@ constexpr auto heading = "num score ping guid   name            lastmsg address 
 QString number(int value, int width)
 {
     return QString::number(value).rightJustified(width);
-}
-
-// Colour codes take no room on the console, so they do not count when the column is filled up.
-qsizetype shownLength(const QString &name)
-{
-    qsizetype length = name.size();
-    for (qsizetype at = 0; at + 1 < name.size(); ++at) {
-        const QChar next = name.at(at + 1);
-        if (name.at(at) == u'^' && next >= u'0' && next <= u'9') {
-            length -= 2;
-            ++at;
-        }
-    }
-    return length;
 }
 
 QString padding(qsizetype length, qsizetype width)
@@ -51,7 +39,8 @@ QString row(const Player &player)
 {
     QString text = number(player.slot, 3) + u' ' + number(player.score, 5) + u' ' + pingText(player) + u' ';
     text += player.guid.rightJustified(6) + u' ';
-    text += player.name + u"^7"_s + padding(shownLength(player.name), 16) + number(player.lastmsg, 7) + u' ';
+    // Colour codes take no room on the console, so they do not count when the column is filled up.
+    text += player.name + u"^7"_s + padding(withoutColours(player.name).size(), 16) + number(player.lastmsg, 7) + u' ';
     text += player.address + padding(player.address.size(), 22);
     return text + number(player.qport, 5) + u' ' + number(player.rate, 5) + u'\n';
 }
