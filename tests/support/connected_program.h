@@ -6,13 +6,28 @@
 
 #include <QTabWidget>
 
+#include <chrono>
 #include <functional>
 #include <optional>
+
+/// The server's limits and delays pass as fast as the program's waits.
+inline void shareClock(PracticeServer &server, const Clock &clock)
+{
+    server.setClock([&clock] { return std::chrono::milliseconds(clock.now().toMSecsSinceEpoch()); });
+}
 
 inline void listenOrFail(PracticeServer &server)
 {
     if (!server.listen())
         failTest(QStringLiteral("no port for the server"));
+}
+
+inline void replayOrFail(PracticeServer &server, const QByteArray &recording)
+{
+    const Replay replay(recording);
+    if (!replay.fault().isEmpty())
+        failTest(replay.fault());
+    server.replay(replay);
 }
 
 /// How a server and a program are to be when a test begins.
@@ -22,6 +37,7 @@ struct Beginning {
     std::function<void(PracticeServer &)> prepare = answerBriefly; ///< what the server is taught before all else
     std::optional<int> tab = {};                                   ///< that is brought to the front
     bool connects = true;
+    QByteArray recording = {}; ///< from which the server answers instead of playing
 };
 
 /// A practice server and the running program, which is connected to it unless told otherwise; what connecting asked is
@@ -29,6 +45,11 @@ struct Beginning {
 struct ConnectedProgram {
     explicit ConnectedProgram(const Beginning &beginning = {}) : server(beginning.practice), program(beginning.settings)
     {
+        const PracticeOptions &options = beginning.practice;
+        if (options.rate != PracticeOptions::Rate::Unlimited || options.late || !beginning.recording.isEmpty())
+            shareClock(server, program.clock);
+        if (!beginning.recording.isEmpty())
+            replayOrFail(server, beginning.recording);
         listenOrFail(server);
         if (beginning.prepare)
             beginning.prepare(server);
