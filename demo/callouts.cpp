@@ -17,7 +17,7 @@ struct Callout {
     double y;
 };
 
-constexpr std::array<Callout, 10> callouts{{{u"comserver", 0.5, 0.5},
+constexpr std::array<Callout, 11> callouts{{{u"comserver", 0.5, 0.5},
                                             {u"comport", 0.6, 0.5},
                                             {u"txtPWD", 0.5, 0.5},
                                             {u"cmdconnect", 0, 0.5},
@@ -26,7 +26,8 @@ constexpr std::array<Callout, 10> callouts{{{u"comserver", 0.5, 0.5},
                                             {u"comdirect", 0.5, 0.5},
                                             {u"lstmessages", 0.5, 0.5},
                                             {u"lstservers", 0.5, 0.5},
-                                            {u"txtprefix", 0.9, 0.5}}};
+                                            {u"txtprefix", 0.9, 0.5},
+                                            {u"statusbar", 0.5, 0.5}}};
 
 void drawNumber(QPainter &painter, QPointF centre, int number)
 {
