@@ -11,8 +11,8 @@
 #include "output/find_bar.h"
 #include "output/message_list.h"
 #include "output/output.h"
-#include "page_area.h"
 #include "output/rcon_pane.h"
+#include "page_area.h"
 #include "players/player_view.h"
 #include "players/players_page.h"
 #include "rcon/connect_panel.h"
@@ -51,6 +51,12 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int playersTab = 4;
+
+} // namespace
+
 MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Exchange &exchange, QWidget *parent)
     : QMainWindow(parent),
       services(services_),
@@ -62,7 +68,7 @@ MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Excha
       savedServers(new SavedServersPanel(services.prompts)),
       serverPage(new ServerPage(services)),
       others(std::make_unique<OtherWindows>(services, connecting, *this)),
-      state(new WindowState(*this, services.ini))
+      state(new WindowState(*this, services.ini, [this] { divide(); }))
 {
     ui->setupUi(this);
     placePanels();
@@ -83,8 +89,6 @@ void MainWindow::placePanels()
     ui->rightSplitter->addWidget(messagePanel);
     ui->statusbar->addPermanentWidget(ui->cmdexit);
     services.output.attach(*ui->txtoutput, messagePanel->list());
-    ui->rightSplitter->setSizes({110, 190});
-    ui->lowerSplitter->setSizes({760, 360});
     for (QSplitter *splitter : {ui->splitter, ui->lowerSplitter, ui->rightSplitter})
         state->keep(*splitter);
 }
@@ -172,14 +176,18 @@ void MainWindow::wireStatusBar(const Exchange &exchange)
 void MainWindow::wireKeys()
 {
     const auto onKey = [this](const QKeySequence &keys, const auto &handler) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, handler);
+        auto *shortcut = new QShortcut(keys, this);
+        shortcut->setAutoRepeat(false);
+        connect(shortcut, &QShortcut::activated, this, handler);
     };
     ui->mpref->setShortcut(Qt::CTRL | Qt::Key_Comma);
+    ui->mpref->setAutoRepeat(false);
     ui->Exit->setShortcut(Qt::CTRL | Qt::Key_Q);
     onKey(Qt::Key_F1, [this] { showmanual(services.prompts); });
     onKey(Qt::Key_F5, [this] { populateShownPage(); });
     onKey(Qt::CTRL | Qt::Key_L, [consolePanel = consolePanel] { consolePanel->focusLine(); });
     onKey(Qt::CTRL | Qt::Key_F, [this] { find(); });
+    onKey(Qt::CTRL | Qt::SHIFT | Qt::Key_F, [this] { filterPlayers(); });
     onKey(Qt::Key_Escape, [this] { leaveAside(); });
     for (int tab = 0; tab < ui->SSTab->count(); ++tab) {
         onKey(QKeyCombination(Qt::CTRL, Qt::Key(Qt::Key_1 + tab)), [this, tab] {
@@ -196,6 +204,14 @@ void MainWindow::populateShownPage()
         if (auto *button = page->findChild<QPushButton *>(QLatin1StringView(name)))
             button->click();
     }
+}
+
+void MainWindow::filterPlayers()
+{
+    if (!isLoaded())
+        return;
+    ui->SSTab->setCurrentIndex(playersTab);
+    playersPage->focusFilter();
 }
 
 void MainWindow::find()
@@ -345,7 +361,6 @@ void MainWindow::setVisible(bool on)
 {
     if (on && !std::exchange(wasShown, true)) {
         state->placeWithinScreen();
-        divide();
         state->restore();
     }
     QMainWindow::setVisible(on);
@@ -360,6 +375,8 @@ void MainWindow::divide()
     const int both = height() - aroundBoth;
     const int upper = std::max(tallestPage, static_cast<int>(both * share));
     ui->splitter->setSizes({upper, std::max(both - upper, 1)});
+    ui->lowerSplitter->setSizes({760, 360});
+    ui->rightSplitter->setSizes({110, 190});
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

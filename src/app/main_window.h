@@ -68,6 +68,7 @@ private:
     void wireCommonTasks();
     [[nodiscard]] PageArea &pageArea(int tab) const;
     void populateShownPage();
+    void filterPlayers();
     void find();
     void leaveAside();
     void orderTabs();

@@ -15,7 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int secondsOfCopy = 3;
 constexpr qsizetype longestName = 64; // characters; no game type and no map has a longer one
 
 /// A colour of its own for each state, one for light grounds and one for dark.
@@ -30,6 +29,15 @@ QColor colourOf(Connecting::State state, bool isDark)
         break;
     }
     return isDark ? QColor(0x5A, 0xD8, 0x6A) : QColor(0x12, 0x7A, 0x28);
+}
+
+/// A name that a server gave, of no game type and no map when it is empty. What cannot be drawn is left out.
+QString readableName(const QString &name)
+{
+    if (name.startsWith(u'\\'))
+        return {}; // the next key, behind an empty value
+    QString readable = name.left(longestName).simplified();
+    return readable.removeIf([](QChar each) { return !each.isPrint(); });
 }
 
 bool changesGame(const QString &comm)
@@ -57,7 +65,7 @@ void ElidedLabel::display(const QString &text)
 {
     if (text != QLabel::text()) {
         setText(text);
-        setToolTip(shownText() == text ? QString() : text.toHtmlEscaped());
+        tellWhole();
     }
     setVisible(!text.isEmpty());
 }
@@ -77,7 +85,13 @@ void ElidedLabel::paintEvent(QPaintEvent *)
 void ElidedLabel::resizeEvent(QResizeEvent *event)
 {
     QLabel::resizeEvent(event);
-    setToolTip(shownText() == text() ? QString() : text().toHtmlEscaped());
+    tellWhole();
+}
+
+void ElidedLabel::tellWhole()
+{
+    const bool isWhole = shownText() == text();
+    setToolTip(isWhole ? QString() : Qt::convertFromPlainText(text(), Qt::WhiteSpaceNormal));
 }
 
 QString ElidedLabel::shownText() const
@@ -122,6 +136,8 @@ void StateDot::paintEvent(QPaintEvent *)
 StatusBar::StatusBar(QWidget *parent)
     : QStatusBar(parent), lbldot(new StateDot(this)), lblstate(new ElidedLabel(u"lblstate"_s, this))
 {
+    setSizeGripEnabled(false); // the window's edge does, and the button stands level with those above
+    setContentsMargins(5, 0, 7, 4);
     addWidget(lbldot);
     addWidget(lblstate);
     showState();
@@ -177,10 +193,10 @@ void StatusBar::showState()
 void StatusBar::takeReply(const QString &reply)
 {
     if (reply.contains(u"\\g_gametype\\") && reply.contains(u"\\mapname\\")) {
-        game = gameType(reply).trimmed().left(longestName);
-        map = mapName(reply).trimmed().left(longestName);
+        game = readableName(gameType(reply));
+        map = readableName(mapName(reply));
     } else if (const QString found = mapOfStatus(reply); !found.isEmpty()) {
-        map = found.left(longestName);
+        map = readableName(found);
     } else {
         return;
     }
@@ -189,7 +205,7 @@ void StatusBar::takeReply(const QString &reply)
 
 void StatusBar::takeCommand(const QString &comm)
 {
-    if (!changesGame(comm))
+    if (std::ranges::none_of(comm.split(u';'), changesGame))
         return;
     game.clear();
     map.clear();
@@ -206,7 +222,7 @@ void StatusBar::showWait(const Wait &wait, const QString &command)
                          .arg(wait.copy)
                          .arg(wait.copies) +
                      step);
-    barwait->setRange(0, wait.copies * secondsOfCopy);
+    barwait->setRange(0, wait.longest);
     barwait->setValue(std::min(wait.seconds, barwait->maximum()));
     barwait->show();
 }

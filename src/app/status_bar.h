@@ -26,6 +26,7 @@ protected:
 
 private:
     [[nodiscard]] QString shownText() const;
+    void tellWhole();
 };
 
 /// The coloured dot that says whether the program is connected. It is told in words too.

@@ -11,6 +11,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -77,6 +78,15 @@ bool putTo(QMainWindow &window, const QString &text)
     return true;
 }
 
+// The frame that the desktop has given to the window may be wider than its estimate.
+void keepWithinScreen(QMainWindow &window)
+{
+    const QRect place = window.geometry();
+    const QRect within = withinScreen(place, roomFor(place), frameOf(window));
+    if (window.isVisible() && !(window.windowState() & ~Qt::WindowActive) && within != place)
+        window.setGeometry(within);
+}
+
 bool maximize(QMainWindow &window, const QString &text)
 {
     if (text != u"0" && text != u"1")
@@ -85,10 +95,11 @@ bool maximize(QMainWindow &window, const QString &text)
     return true;
 }
 
-bool divide(QSplitter &splitter, const QString &text)
+bool setSizes(QSplitter &splitter, const QString &text)
 {
     const auto sizes = numbersIn(text, splitter.count());
-    if (!sizes || std::ranges::any_of(*sizes, [](int size) { return size < 1; }))
+    constexpr int largest = 100'000; // pixels, beyond any desktop
+    if (!sizes || std::ranges::any_of(*sizes, [](int size) { return size < 1 || size > largest; }))
         return false;
     splitter.setSizes(*sizes);
     return true;
@@ -105,11 +116,12 @@ bool choose(QTabWidget &tabs, const QString &text)
 
 } // namespace
 
-WindowState::WindowState(QMainWindow &window_, IniFile &ini_) : QObject(&window_), window(window_), ini(ini_)
+WindowState::WindowState(QMainWindow &window_, IniFile &ini_, std::function<void()> divide_)
+    : QObject(&window_), window(window_), ini(ini_), divide(std::move(divide_))
 {
-    keep({u"place"_s, [this] { return placeOf(window); }, [this](const QString &text) { return putTo(window, text); }});
     keep({u"maximized"_s, [this] { return QString::number(static_cast<int>(window.isMaximized())); },
           [this](const QString &text) { return maximize(window, text); }});
+    keep({u"place"_s, [this] { return placeOf(window); }, [this](const QString &text) { return putTo(window, text); }});
 }
 
 void WindowState::keep(const Part &part)
@@ -120,7 +132,7 @@ void WindowState::keep(const Part &part)
 void WindowState::keep(QSplitter &splitter)
 {
     keep({splitter.objectName(), [&splitter] { return textOf(splitter.sizes()); },
-          [&splitter](const QString &text) { return divide(splitter, text); }});
+          [&splitter](const QString &text) { return setSizes(splitter, text); }});
 }
 
 void WindowState::keep(QTabWidget &tabs)
@@ -131,10 +143,13 @@ void WindowState::keep(QTabWidget &tabs)
 
 void WindowState::placeWithinScreen()
 {
+    constexpr double usualPoints = 9;
+    const double larger = std::max(window.font().pointSizeF() / usualPoints, 1.0);
     const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
-    QRect place(QPoint(), window.size());
+    QRect place(QPoint(), window.size() * larger);
     place.moveCenter(room.center());
     window.setGeometry(withinScreen(place, room, frameOf(window)));
+    divide();
 }
 
 void WindowState::restore()
@@ -162,6 +177,7 @@ std::optional<Fault> WindowState::reset()
 {
     for (const Part &part : std::as_const(parts))
         (void)part.show(defaults.value(part.key));
+    divide();
     takeNote();
     return ini.removeSection(section);
 }
@@ -170,7 +186,10 @@ void WindowState::takeNote()
 {
     before.clear();
     // The layouts move what has been added or changed only when the event loop gets to it.
-    QTimer::singleShot(0, this, [this] { before = texts(); });
+    QTimer::singleShot(0, this, [this] {
+        keepWithinScreen(window);
+        before = texts();
+    });
 }
 
 void WindowState::save()

@@ -21,7 +21,8 @@ class WindowState final : public QObject {
     Q_OBJECT
 
 public:
-    WindowState(QMainWindow &window_, IniFile &ini_);
+    /// `divide_` gives the splitters of the window, which has its size by then, their usual sizes.
+    WindowState(QMainWindow &window_, IniFile &ini_, std::function<void()> divide_);
 
     /// Something of the window that is kept as one text, under its key.
     struct Part {
@@ -34,7 +35,7 @@ public:
     void keep(QSplitter &splitter);
     void keep(QTabWidget &tabs);
 
-    /// Puts the window in the middle of the screen, as large as there is room.
+    /// Puts the window in the middle of the screen, in its usual size for the font, or as large as there is room.
     void placeWithinScreen();
     /// Puts the window and the parts that are known so far where they were; before the first showing.
     void restore();
@@ -54,6 +55,7 @@ private:
 
     QMainWindow &window;
     IniFile &ini;
+    const std::function<void()> divide;
     QList<Part> parts;
     qsizetype restored = 0; ///< parts that have been put back
     IniText stored;         ///< the settings file at the start

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "keys.h"
 
+#include <QComboBox>
 #include <QDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -20,9 +21,10 @@ bool pressesButton(QObject *receiver, const QKeyEvent &key)
 {
     auto *button = qobject_cast<QPushButton *>(receiver);
     // Dialogs have keys of their own for Enter.
-    if (!button || !isEnter(key) || key.isAutoRepeat() || qobject_cast<QDialog *>(button->window()))
+    if (!button || !isEnter(key) || qobject_cast<QDialog *>(button->window()))
         return false;
-    button->click();
+    if (!key.isAutoRepeat())
+        button->click();
     return true;
 }
 
@@ -31,7 +33,10 @@ bool typesNothing(QObject *receiver, const QKeyEvent &key)
 {
     const bool isAlt = (key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::AltModifier;
     const bool isText = !key.text().isEmpty() && key.text().front().isPrint();
-    return isAlt && isText && (qobject_cast<QLineEdit *>(receiver) || qobject_cast<QPlainTextEdit *>(receiver));
+    const auto *combo = qobject_cast<QComboBox *>(receiver); // it hands the keys on to its line by itself
+    return isAlt && isText &&
+           (qobject_cast<QLineEdit *>(receiver) || qobject_cast<QPlainTextEdit *>(receiver) ||
+            (combo && combo->isEditable()));
 }
 
 /// Enter reaches the window when nothing in it has taken it.
@@ -46,7 +51,8 @@ public:
     {
         if (event->type() != QEvent::KeyPress || !isEnter(*static_cast<QKeyEvent *>(event)))
             return false;
-        button.click();
+        if (!static_cast<QKeyEvent *>(event)->isAutoRepeat())
+            button.click();
         return true;
     }
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int edge = 4; // pixels between the text and the edges of the ground
 constexpr int mostLines = 3;
+constexpr qsizetype longestShown = 1000; // characters; a server reads no more of a command
 
 } // namespace
 
@@ -36,6 +38,13 @@ ChatPreview::ChatPreview(QWidget *parent) : QLabel(parent)
 void ChatPreview::showLine(const QString &line)
 {
     runs = chatRuns(line);
+    qsizetype surplus = -longestShown; // the end is what is being typed
+    for (const ChatRun &run : std::as_const(runs))
+        surplus += run.text.size();
+    for (; !runs.isEmpty() && surplus >= runs.first().text.size(); runs.removeFirst())
+        surplus -= runs.first().text.size();
+    if (surplus > 0)
+        runs.first().text.remove(0, surplus);
     QString seen;
     for (const ChatRun &run : std::as_const(runs))
         seen += run.text;

@@ -25,7 +25,8 @@ int MessageCycle::minutesToNext(double interval) const
 {
     if (minutes == 0)
         return 1;
-    const bool comesRound = interval == std::floor(interval) && interval >= minutes;
+    const bool comesRound =
+        interval == std::floor(interval) && interval >= minutes && interval < std::numeric_limits<qint16>::max();
     return comesRound ? static_cast<int>(interval) - minutes + 1 : 0;
 }
 

@@ -5,6 +5,7 @@
 #include "base/fault.h"
 #include "base/focus.h"
 #include "base/numbers.h"
+#include "base/placeholder.h"
 #include "base/prompts.h"
 #include "colour_labels.h"
 #include "output/output.h"
@@ -50,6 +51,7 @@ void MessagesPage::wireEditor()
     connect(ui->imgup, &QToolButton::clicked, this, [this] { move(-1); });
     connect(ui->imgdown, &QToolButton::clicked, this, [this] { move(+1); });
     connect(ui->imgdel, &QToolButton::clicked, this, &MessagesPage::imgdel_Click);
+    showPlaceholder(ui->lstmess);
     connect(ui->lstmess, &QListWidget::itemDoubleClicked, this, &MessagesPage::lstmess_DblClick);
     connect(ui->cmdsetdel, &QPushButton::clicked, this, &MessagesPage::cmdsetdel_Click);
     connect(ui->cmdsetsave, &QPushButton::clicked, this, &MessagesPage::cmdsetsave_Click);

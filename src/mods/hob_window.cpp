@@ -68,7 +68,9 @@ HobWindow::HobWindow(Services &services_, QWidget *parent)
     connect(ui->cmdexit, &QPushButton::clicked, this, &QWidget::close);
     onLostFocus(ui->txtwave, [this] { txtwave_LostFocus(); });
     addCloseKey(*this);
-    connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, ui->cmdhobpop, &QPushButton::click);
+    auto *populate = new QShortcut(Qt::Key_F5, this);
+    populate->setAutoRepeat(false);
+    connect(populate, &QShortcut::activated, ui->cmdhobpop, &QPushButton::click);
 }
 
 HobWindow::~HobWindow() = default;

@@ -3,18 +3,19 @@
 
 #include "rcon_pane.h"
 
+#include <QElapsedTimer>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
 #include <algorithm>
-#include <chrono>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace {
+
+constexpr qint64 shortestPause = 250; // milliseconds between two counts; they are a tenth of the time at most
 
 QPushButton *button(const QString &name, const QString &text, QWidget *parent)
 {
@@ -47,7 +48,6 @@ FindBar::FindBar(RconPane &pane_, QWidget *parent)
     connect(cmdfindnext, &QPushButton::clicked, this, &FindBar::findNext);
     connect(cmdfindprev, &QPushButton::clicked, this, &FindBar::findPrevious);
     recount.setSingleShot(true);
-    recount.setInterval(250ms);
     connect(&recount, &QTimer::timeout, this, &FindBar::count);
     connect(&pane, &QPlainTextEdit::textChanged, this, [this] {
         if (isVisible() && !txtfind->text().isEmpty() && !recount.isActive())
@@ -81,7 +81,10 @@ void FindBar::search()
 
 void FindBar::count()
 {
+    QElapsedTimer duration;
+    duration.start();
     matches = pane.occurrences(txtfind->text());
+    recount.setInterval(static_cast<int>(std::max<qint64>(shortestPause, 10 * duration.elapsed())));
     const qsizetype number = matches.size();
     lblfound->setText(txtfind->text().isEmpty() ? QString() : number == 1 ? u"1 match"_s : u"%1 matches"_s.arg(number));
 }

@@ -48,6 +48,7 @@ void Output::addmessage(const QString &text)
 void Output::showprogress(const QString &text, Progress mode)
 {
     tmrnote.stop();
+    isFailure = isFailure && mode == Progress::Add && !text.isEmpty();
     isDismissed = isDismissed && mode == Progress::Add && !text.isEmpty();
     if (text.isEmpty()) {
         frmprogress.setNote({});
@@ -71,7 +72,8 @@ bool Output::closeNote()
 
 void Output::closeNoteSoon()
 {
-    tmrnote.start();
+    if (!isFailure)
+        tmrnote.start();
 }
 
 void Output::clearrcon_Click()
@@ -126,6 +128,7 @@ void Output::saveLog(const Log &log, bool autoaction)
     if (autoaction)
         file += u".log"_s;
     if (const std::optional<Fault> fault = appendToLog(file, log.text())) {
+        isFailure = true;
         prompts.refuse(u"Error writing file, err %1\r"_s.arg(fault->number()) + log.failure, u"Failed to Save"_s);
         return;
     }

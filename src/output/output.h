@@ -77,6 +77,7 @@ private:
     RconPane *txtoutput = nullptr;
     MessageList *lstmessages = nullptr;
     ProgressWindow frmprogress;
+    bool isFailure = false;   ///< the note is about a log that could not be saved
     bool isDismissed = false; ///< the person has closed the window
     int works = 0;
     QTimer tmrnote{&frmprogress}; ///< closes a note that has stayed behind

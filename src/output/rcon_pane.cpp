@@ -44,9 +44,8 @@ QTextCharFormat unseen()
     return format;
 }
 
-/// Inserts `text`, which is a line or a part of one. The first and the last mark in it frame a command; a server that
-/// sends thousands of them gets no more out of it.
-void insertLine(QTextCursor &place, const QString &text)
+/// Inserts `text`, which is a line or a part of one. The first and the last mark in it frame a command.
+void insertFramed(QTextCursor &place, const QString &text)
 {
     qsizetype done = 0;
     for (const qsizetype mark : {text.indexOf(commandMark), text.lastIndexOf(commandMark)}) {
@@ -69,6 +68,28 @@ QPalette darkGround()
     colours.setColor(QPalette::PlaceholderText, QColor(0xB4, 0xB4, 0x8C));
     colours.setColor(QPalette::WindowText, QColor(0x80, 0x80, 0x80)); // the edge, seen beside light and dark windows
     return colours;
+}
+
+/// Takes the marks, which nobody sees, out of `line`. Returns where they stood.
+QList<qsizetype> takeMarks(QString &line)
+{
+    QList<qsizetype> places;
+    for (qsizetype at = line.indexOf(commandMark); at >= 0; at = line.indexOf(commandMark, at + 1))
+        places.append(at);
+    if (!places.isEmpty())
+        line.remove(commandMark);
+    return places;
+}
+
+/// The place in a line that is at `place` when its marks have been taken out.
+qsizetype behindMarks(qsizetype place, const QList<qsizetype> &marks)
+{
+    for (const qsizetype mark : marks) {
+        if (mark > place)
+            break;
+        ++place;
+    }
+    return place;
 }
 
 QFont tableFont()
@@ -111,6 +132,7 @@ void RconPane::append(const QString &text)
     QTextCursor end(document());
     end.movePosition(QTextCursor::End);
     end.beginEditBlock();
+    bool isFramed = false;
     for (QStringView rest = text; !rest.isEmpty();) {
         const qsizetype room = longestBlock - end.positionInBlock();
         if (room <= 0) {
@@ -120,7 +142,14 @@ void RconPane::append(const QString &text)
         }
         const qsizetype lineEnd = rest.indexOf(u'\n');
         const qsizetype piece = lineEnd >= 0 && lineEnd <= room ? lineEnd + 1 : std::min(room, rest.size());
-        insertLine(end, rest.first(piece).toString());
+        const QString line = rest.first(piece).toString();
+        // The program's own echo is one line. A server that sends thousands of marked ones gets nothing out of it.
+        if (!isFramed && line.contains(commandMark)) {
+            isFramed = true;
+            insertFramed(end, line);
+        } else {
+            end.insertText(line, {});
+        }
         rest = rest.sliced(piece);
     }
     end.endEditBlock();
@@ -177,8 +206,9 @@ QList<int> RconPane::occurrences(const QString &wanted) const
         QString line = block.text();
         for (block = block.next(); block.isValid() && block.userState() == continued; block = block.next())
             line += block.text();
+        const QList<qsizetype> places = takeMarks(line);
         for (qsizetype at = matcher.indexIn(line); at >= 0; at = matcher.indexIn(line, at + wanted.size()))
-            found.append(start + inBlocks(at));
+            found.append(start + inBlocks(behindMarks(at, places)));
     }
     return found;
 }
@@ -187,8 +217,11 @@ void RconPane::selectText(int position, int length)
 {
     QTextCursor cursor(document());
     cursor.setPosition(position);
-    cursor.setPosition(position + inBlocks(cursor.positionInBlock() + length) - inBlocks(cursor.positionInBlock()),
-                       QTextCursor::KeepAnchor);
+    for (int seen = 0; seen < length && !cursor.atEnd();) {
+        const QChar next = document()->characterAt(cursor.position());
+        seen += next == commandMark || next == QChar::ParagraphSeparator ? 0 : 1;
+        cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
+    }
     setTextCursor(cursor);
 }
 

@@ -116,10 +116,13 @@ void PlayerTable::sort(int column, Qt::SortOrder order)
     for (int row : std::as_const(from))
         sorted.append(players.at(row));
     players.swap(sorted);
+    QList<int> to(from.size()); // the new row of each old one
+    for (int row = 0; row < from.size(); ++row)
+        to[from.at(row)] = row;
     QModelIndexList moved;
     const QModelIndexList kept = persistentIndexList();
     for (const QModelIndex &old : kept)
-        moved.append(index(static_cast<int>(from.indexOf(old.row())), old.column()));
+        moved.append(index(to.at(old.row()), old.column()));
     changePersistentIndexList(kept, moved);
     emit layoutChanged({}, VerticalSortHint);
 }

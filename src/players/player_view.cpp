@@ -29,6 +29,8 @@ QString oneCell(QString cell)
 void PlayerView::showTable(PlayerTable &players)
 {
     table = &players;
+    added.setSingleShot(true);
+    connect(&added, &QTimer::timeout, this, [this] { filterRows(0, table->rowCount() - 1); });
     setModel(table);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
     horizontalHeader()->setSectionsMovable(true);
@@ -89,7 +91,8 @@ void PlayerView::fitNames()
     viewportRoom = maximumViewportSize();
     const int others = horizontalHeader()->length() - columnWidth(PlayerColumn::Player);
     const int spare = viewportRoom.width() - others - verticalScrollBar()->sizeHint().width();
-    setColumnWidth(PlayerColumn::Player, std::max(spare, usualWidth(PlayerColumn::Player)));
+    // In a small window a long name ends in dots, rather than that a column is out of sight.
+    setColumnWidth(PlayerColumn::Player, std::max(spare, usualWidth(PlayerColumn::Player) * 2 / 3));
 }
 
 // Room for as many characters as the header text has, blanks included.
@@ -147,8 +150,16 @@ void PlayerView::currentChanged(const QModelIndex &current, const QModelIndex &p
 void PlayerView::rowsInserted(const QModelIndex &parent, int start, int end)
 {
     QTableView::rowsInserted(parent, start, end);
-    if (!filter.isEmpty())
-        filterRows(start, end);
+    if (!filter.isEmpty() && !added.isActive())
+        added.start();
+}
+
+void PlayerView::filterAdded()
+{
+    if (!added.isActive())
+        return;
+    added.stop();
+    filterRows(0, table->rowCount() - 1);
 }
 
 void PlayerView::scrollBackTo(int value)

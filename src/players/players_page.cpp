@@ -79,10 +79,12 @@ void PlayersPage::wireList()
                        place);
     });
     connect(ui->txtplyfilter, &QLineEdit::textChanged, ui->msfplayers, &PlayerView::setFilter);
-    connect(new QShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_F, this), &QShortcut::activated, this, [this] {
-        ui->txtplyfilter->setFocus(Qt::ShortcutFocusReason);
-        ui->txtplyfilter->selectAll();
-    });
+}
+
+void PlayersPage::focusFilter()
+{
+    ui->txtplyfilter->setFocus(Qt::ShortcutFocusReason);
+    ui->txtplyfilter->selectAll();
 }
 
 void PlayersPage::showPreferences()
@@ -127,6 +129,7 @@ bool PlayersPage::populate(BroughtBy by)
         scope.endCollecting();
         services.prompts.showFault(fault, by);
     }
+    ui->msfplayers->filterAdded();
     if (!scope.isLatest())
         return false;
     complayersort_Click();

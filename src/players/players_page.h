@@ -33,6 +33,8 @@ public:
     void showPreferences();
     /// The grid, for its columns.
     [[nodiscard]] PlayerView &view() const;
+    /// Puts the keyboard into the filter of the list.
+    void focusFilter();
 
 public slots:
     /// Starts the refresh on a new connection when the preferences want it.

@@ -40,11 +40,18 @@ bool Conversation::tellWithoutWaiting(const QString &comm) const
 
 bool Conversation::ask(const QString &comm, bool quietmode) const
 {
-    services.link.exchange.nextStep();
+    beginStep();
     tell(comm, quietmode);
     wait(1);
     asked = services.link.exchange.exchanges();
     return services.session.rconarrived && !isSuperseded();
+}
+
+// A timer's tick may come in the middle of a person's reading and is no step of it.
+void Conversation::beginStep() const
+{
+    if (by == BroughtBy::Person && !isSuperseded())
+        services.link.exchange.nextStep();
 }
 
 void Conversation::sendQuery(const QString &comm) const
@@ -53,7 +60,7 @@ void Conversation::sendQuery(const QString &comm) const
         return;
     query = comm;
     services.session.rconarrived = false;
-    services.link.exchange.nextStep();
+    beginStep();
     services.link.exchange.sendquery(query);
 }
 
@@ -61,7 +68,8 @@ bool Conversation::awaitAnswer() const
 {
     constexpr int waits = 5;
     {
-        Exchange::Waiting waiting(services.link.exchange, query, 1);
+        Exchange &exchange = services.link.exchange;
+        Exchange::Waiting waiting(exchange, exchange.newWait(query, 1, waits));
         for (int count = 0; !services.session.rconarrived && count < waits && isOpen(); ++count) {
             wait(1);
             yield();

@@ -47,6 +47,8 @@ public:
     [[nodiscard]] bool ownsReply() const;
 
 private:
+    void beginStep() const;
+
     const Services &services;
     const BroughtBy by;
     const int generation; ///< of the link

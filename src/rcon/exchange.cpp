@@ -55,17 +55,21 @@ void Exchange::sendinfo(const QString &comm, bool quietmode, BroughtBy by)
 
     const int generation = udpclient.generation();
     emit sending(comm);
+    const Wait begun = newWait(comm, copies, copies * slotsPerCopy);
     std::optional<Waiting> wait;
     for (int copy = 1; copy <= copies && !session.rconarrived; ++copy) {
-        if (!send(comm, by))
+        if (const Sent sent = send(comm); sent != Sent::Yes) {
+            wait.reset();
+            tellUnsent(sent, by);
             return;
+        }
         const QString password = lastPassword;
         const bool isAwaited = !std::exchange(session.rconnowait, false); // taken first: another handler may run now
         yield();
         if (!isAwaited)
             return;
         if (!wait)
-            wait.emplace(*this, comm, copies);
+            wait.emplace(*this, begun);
         wait->beginCopy(copy);
         waitForReply(*wait);
         lastPassword = password; // also when another command has been sent meanwhile
@@ -86,26 +90,31 @@ void Exchange::sendinfo(const QString &comm, bool quietmode, BroughtBy by)
         output.addrcon(u">>RCON sent ["_s + clock.shortTime() + u"] "_s + commandMark + comm + commandMark + u"\r\n"_s);
 }
 
-bool Exchange::send(const QString &comm, BroughtBy by)
+Exchange::Sent Exchange::send(const QString &comm)
 {
     if (session.closing)
-        return false;
+        return Sent::Closing;
     session.rconnotconnected = udpclient.State() == UDPClient::Closed;
-    if (session.rconnotconnected) {
-        prompts.refuse(u"Please connect to a server first!"_s, u"Not connected"_s, by);
-        return false;
-    }
+    if (session.rconnotconnected)
+        return Sent::NotConnected;
     try {
         lastPassword = fields.password();
         sendText(u"rcon "_s + lastPassword + u' ' + comm);
     } catch (const Fault &fault) {
-        if (fault.number() == Fault::NoRoute) {
-            session.rconnoroute = -1;
-            prompts.refuse(u"No route to server, are you sure your connected to the Internet!"_s, u"No Route"_s, by);
-        }
-        return false;
+        if (fault.number() != Fault::NoRoute)
+            return Sent::Failed;
+        session.rconnoroute = -1;
+        return Sent::NoRoute;
     }
-    return true;
+    return Sent::Yes;
+}
+
+void Exchange::tellUnsent(Sent sent, BroughtBy by)
+{
+    if (sent == Sent::NotConnected)
+        prompts.refuse(u"Please connect to a server first!"_s, u"Not connected"_s, by);
+    else if (sent == Sent::NoRoute)
+        prompts.refuse(u"No route to server, are you sure your connected to the Internet!"_s, u"No Route"_s, by);
 }
 
 void Exchange::sendText(const QString &text)
@@ -121,13 +130,19 @@ void Exchange::waitForReply(Waiting &wait)
     }
 }
 
-Exchange::Waiting::Waiting(Exchange &exchange_, const QString &command, int copies)
-    : exchange(exchange_), depth(exchange.waits.size())
+Wait Exchange::newWait(const QString &command, int copies, int longest)
 {
-    exchange.waits.append({.command = command,
-                           .copies = copies,
-                           .step = std::clamp(exchange.steps.done, 1, exchange.steps.of),
-                           .steps = exchange.steps.of});
+    Wait wait{.command = command, .copies = copies, .longest = longest};
+    if (std::exchange(isStep, false)) {
+        wait.step = std::clamp(steps.done, 1, steps.of);
+        wait.steps = steps.of;
+    }
+    return wait;
+}
+
+Exchange::Waiting::Waiting(Exchange &exchange_, const Wait &begun) : exchange(exchange_), depth(exchange.waits.size())
+{
+    exchange.waits.append(begun);
     exchange.announceWait();
 }
 

@@ -22,6 +22,7 @@ struct Wait {
     int seconds = 0; ///< that the wait has lasted
     int copy = 1;    ///< which of the copies was sent last
     int copies = 1;  ///< that are sent without an answer
+    int longest = 0; ///< seconds that the wait can last
     int step = 1;    ///< which of the commands of the same reading it is
     int steps = 1;   ///< that the reading consists of
 };
@@ -59,13 +60,19 @@ public:
     void yield();
     /// A reading of that many steps begins, or the one around it goes on; returns how far the other one has come.
     Steps beginSteps(Steps begun) { return std::exchange(steps, begun); }
-    /// The next step begins.
-    void nextStep() { ++steps.done; }
+    /// The next command is the next step.
+    void nextStep()
+    {
+        ++steps.done;
+        isStep = true;
+    }
+    /// A wait for the answer to this command, as a step if it is the next one.
+    [[nodiscard]] Wait newWait(const QString &command, int copies, int longest);
 
     /// While it lives, an answer is being waited for.
     class Waiting final {
     public:
-        Waiting(Exchange &exchange_, const QString &command, int copies);
+        Waiting(Exchange &exchange_, const Wait &begun);
         ~Waiting();
         Q_DISABLE_COPY_MOVE(Waiting)
 
@@ -91,7 +98,9 @@ signals:
 
 private:
     void UDPClient_DataArrival();
-    [[nodiscard]] bool send(const QString &comm, BroughtBy by);
+    enum class Sent { Yes, Closing, NotConnected, NoRoute, Failed };
+    [[nodiscard]] Sent send(const QString &comm);
+    void tellUnsent(Sent sent, BroughtBy by);
     void waitForReply(Waiting &wait);
     void announceWait();
     void sendText(const QString &text);
@@ -107,6 +116,7 @@ private:
     QString lastPassword;
     QList<Wait> waits; ///< the outermost first
     Steps steps;
+    bool isStep = false;
     const CodePage codePage;
     int asked = 0;
     BroughtBy lastBy = BroughtBy::Person;

@@ -12,7 +12,8 @@ void ReadLabel::watch(const QWidget &page)
 {
     const auto watchEach = [this](const auto &controls) {
         for (const auto *control : controls) {
-            if (control->tag.isEmpty())
+            // What has a button of its own is not sent with the page, and a populate leaves it alone.
+            if (control->tag.isEmpty() || control->property("hasOwnButton").toBool())
                 continue;
             fields.append(control);
             connect(control, &std::remove_pointer_t<decltype(control)>::datachangedset, this, &ReadLabel::say);

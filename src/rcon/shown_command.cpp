@@ -46,7 +46,7 @@ QStringView takeWord(QStringView &rest)
 
 bool isSetter(QStringView word)
 {
-    constexpr std::array<QLatin1StringView, 3> setters{"set"_L1, "seta"_L1, "sets"_L1};
+    constexpr std::array<QLatin1StringView, 4> setters{"set"_L1, "seta"_L1, "sets"_L1, "setu"_L1};
     return std::ranges::any_of(setters, [word](auto each) { return word.compare(each, Qt::CaseInsensitive) == 0; });
 }
 
@@ -64,14 +64,15 @@ qsizetype passwordValue(QStringView command)
 
 QString shownCommand(const QString &comm, const QString &password, const QString &instead)
 {
+    QString hidden = comm; // first of all, because the password may hold what parts commands
+    if (!password.isEmpty())
+        hidden.replace(password, u"***"_s);
     QString shown;
-    for (QStringView rest = comm; !rest.isEmpty();) {
+    for (QStringView rest = hidden; !rest.isEmpty();) {
         const qsizetype end = commandEnd(rest);
         const QStringView command = rest.first(end).trimmed();
         const qsizetype value = passwordValue(command);
         QString text = command.first(command.size() - value).trimmed().toString();
-        if (!password.isEmpty())
-            text.replace(password, u"***"_s);
         if (value > 0 && !instead.isEmpty())
             text += u' ' + instead;
         shown += text + rest.sliced(end, std::min<qsizetype>(1, rest.size() - end)).toString();

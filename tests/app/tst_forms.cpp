@@ -283,7 +283,7 @@ private slots:
     void emptyListsSayWhatComesThere_data()
     {
         QTest::addColumn<QString>("list");
-        for (const QString &list : {u"lstmessages"_s, u"lstservers"_s, u"lstmaps"_s, u"msfplayers"_s})
+        for (const QString &list : {u"lstmessages"_s, u"lstservers"_s, u"lstmaps"_s, u"lstmess"_s, u"msfplayers"_s})
             QTest::newRow(qPrintable(list)) << list;
     }
 

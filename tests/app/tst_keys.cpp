@@ -74,10 +74,15 @@ private slots:
         QFETCH(QString, text);
         Program program;
         program.start();
-        auto *line = program.find<QComboBox>(u"comdirect"_s)->lineEdit();
-        line->setFocus();
-        QTest::sendKeyEvent(QTest::Click, line, Qt::Key_Z, text, modifiers);
-        QTEST(line->text(), "typed");
+        for (const QString &name : {u"comdirect"_s, u"comserver"_s, u"commessset"_s, u"txtPWD"_s, u"txtprefix"_s}) {
+            program.setText(name, {});
+            auto *field = program.find<QWidget>(name);
+            program.find<QTabWidget>(u"SSTab"_s)->setCurrentIndex(6);
+            field->setFocus();
+            QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_Z, text, modifiers);
+            QTEST(program.text(name), "typed");
+        }
+        program.prompts.takeBoxes(); // a new message set has been named
     }
 
     void f5PopulatesThePageThatIsShown_data()
@@ -261,6 +266,52 @@ private slots:
         QCOMPARE(found->text(), u"0 matches"_s);
         program.click(u"cmdfindnext"_s);
         program.click(u"cmdfindprev"_s);
+    }
+
+    void whatIsSeenAcrossAnUnseenMarkIsFound()
+    {
+        Program program;
+        program.start();
+        program.output.addrcon(u"first\r\n>>RCON sent [12:00] \x18status\x18\r\nmore status\r\n"_s);
+        QCOMPARE(program.output.pane().occurrences(u"] status"_s).size(), 1);
+        const QList<int> found = program.output.pane().occurrences(u"status"_s);
+        QCOMPARE(found.size(), 2);
+        for (const int place : found) {
+            program.output.pane().selectText(place, 6);
+            QCOMPARE(program.output.pane().textCursor().selectedText().remove(QChar(0x18)), u"status"_s);
+        }
+    }
+
+    void aHeldKeyCountsOnce()
+    {
+        ConnectedProgram it;
+        const auto hold = [](QWidget *receiver, Qt::Key key) {
+            for (int repeat = 0; repeat < 4; ++repeat) {
+                QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, {}, true);
+                if (!qt_sendShortcutOverrideEvent(receiver, 0, key, Qt::NoModifier, {}, true))
+                    QApplication::sendEvent(receiver, &event);
+            }
+        };
+        press(it.program.window, Qt::Key_F5);
+        hold(&it.program.window, Qt::Key_F5);
+        QCOMPARE(it.server.commands().count("dvarlist sv_*"), 1);
+
+        it.program.trigger(u"mpref"_s);
+        auto *exit = otherWindow(u"frmpref"_s)->findChild<QPushButton *>(u"cmdexit"_s);
+        it.program.prompts.answers = {Answer::Cancel};
+        exit->setFocus();
+        QTest::keyClick(exit, Qt::Key_Return);
+        hold(exit, Qt::Key_Return);
+        QCOMPARE(it.program.prompts.takeBoxes().size(), 1);
+    }
+
+    void theFilterOfThePlayersIsReachedFromEveryTab()
+    {
+        Program program;
+        program.start();
+        press(program.window, Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(program.find<QTabWidget>(u"SSTab"_s)->currentIndex(), 4);
+        QVERIFY(program.find<QLineEdit>(u"txtplyfilter"_s)->hasFocus());
     }
 
     void aTextAcrossTheBlocksOfALongLineIsFound()

@@ -198,6 +198,58 @@ private slots:
         QCOMPARE(shown(it.program, u"lblwait"_s), QString());
     }
 
+    void aCommandInTheMiddleOfAPopulateIsNoStep()
+    {
+        ConnectedProgram it;
+        QStringList texts;
+        record(it.program, u"lblwait"_s, texts);
+        atRequest(it.server, "dvarlist sv_*", [&] { it.program.click(u"cmsserverinfo"_s); });
+        it.program.click(u"cmdservpop"_s);
+        const QStringList inner = texts.filter(u"serverinfo"_s);
+        QVERIFY(!inner.isEmpty());
+        QVERIFY2(inner.filter(u"step"_s).isEmpty(), qPrintable(inner.join(u'\n')));
+    }
+
+    void nothingIsWaitedForUnderTheBoxThatEndsTheWait()
+    {
+        ConnectedProgram it;
+        it.server.setSilent(true);
+        asSoonAs(
+            &it.program.window, [&] { return shown(it.program, u"lblwait"_s).contains(u"copy 2"); },
+            [&] { it.program.udpclient.Close(); });
+        QString underBox = u"no box"_s;
+        it.program.prompts.whileOpen = [&] { underBox = shown(it.program, u"lblwait"_s); };
+        it.program.click(u"cmdstatus"_s);
+        it.program.prompts.whileOpen = nullptr;
+        it.program.prompts.takeBoxes();
+        QCOMPARE(underBox, QString());
+    }
+
+    void namesOfAServerAreMadeReadable_data()
+    {
+        QTest::addColumn<QByteArray>("information");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("markup") << QByteArray("\\g_gametype\\<b>sd\\mapname\\a & b\\x\\1") << u", <b>sd on a & b"_s;
+        QTest::newRow("control characters") << QByteArray("\\g_gametype\\s\x1b"
+                                                          "d\\mapname\\mp\t\x18x\\x\\1")
+                                            << u", sd on mp x"_s;
+        QTest::newRow("an empty map") << QByteArray("\\g_gametype\\sd\\mapname\\\\sv_maxclients\\20") << QString();
+        QTest::newRow("long") << QByteArray("\\g_gametype\\sd\\mapname\\" + QByteArray(5000, 'm') + "\\x\\1")
+                              << u", sd on "_s + QString(64, u'm');
+    }
+
+    void namesOfAServerAreMadeReadable()
+    {
+        QFETCH(QByteArray, information);
+        ConnectedProgram it({.prepare = [&](PracticeServer &server) {
+            answerBriefly(server);
+            server.answerRaw("getstatus", {statusResponse(information)});
+        }});
+        QTEST(shown(it.program, u"lblstate"_s)
+                  .mid(u"Connected to 127.0.0.1:"_s.size() + QString::number(it.server.port()).size()),
+              "told");
+    }
+
     void aRunningRefreshIsTold()
     {
         ConnectedProgram it;

@@ -32,6 +32,17 @@ QByteArray valueOf(const QByteArray &settings, const QByteArray &key)
     return line == lines.end() ? "missing" : line->mid(key.size() + 1).trimmed();
 }
 
+QString looks(const Program &program)
+{
+    QString text;
+    QDebug(&text) << program.window.geometry() << program.window.isMaximized()
+                  << program.find<QTabWidget>(u"SSTab"_s)->currentIndex()
+                  << program.find<QSplitter>(u"splitter"_s)->sizes()
+                  << program.find<QSplitter>(u"lowerSplitter"_s)->sizes()
+                  << program.find<QSplitter>(u"rightSplitter"_s)->sizes();
+    return text;
+}
+
 QRect screenRoom()
 {
     return QGuiApplication::primaryScreen()->availableGeometry();
@@ -120,26 +131,33 @@ private slots:
     void whatIsBrokenIsTheDefault_data()
     {
         QTest::addColumn<QByteArray>("line");
-        for (const char *line :
-             {"place=abc", "place=1,2,3", "place=1,2,3,4,5", "place=10,10,0,-5", "place=99999999999,1,2,3",
-              "place=5000,5000,600,400", "place=10,-300,600,400", "place=2147483647,2147483647,2147483647,2147483647",
-              "tab=9", "tab=-1", "tab=x", "maximized=2", "splitter=1", "splitter=a,b", "splitter=-5,0",
-              "lowerSplitter=,", "rightSplitter=99999999999999,1", "columns=;;;", "columns=77:5"})
+        for (const char *line : {"place=abc",
+                                 "place=1,2,3",
+                                 "place=1,2,3,4,5",
+                                 "place=10,10,0,-5",
+                                 "place=99999999999,1,2,3",
+                                 "place=5000,5000,600,400",
+                                 "place=10,-300,600,400",
+                                 "place=2147483647,2147483647,2147483647,2147483647",
+                                 "tab=9",
+                                 "tab=-1",
+                                 "tab=x",
+                                 "maximized=2",
+                                 "splitter=1",
+                                 "splitter=a,b",
+                                 "splitter=-5,0",
+                                 "splitter=2147483647,2147483647",
+                                 "splitter=1,2147483647",
+                                 "lowerSplitter=,",
+                                 "rightSplitter=99999999999999,1",
+                                 "columns=;;;",
+                                 "columns=77:5"})
             QTest::newRow(line) << QByteArray(line);
     }
 
     void whatIsBrokenIsTheDefault()
     {
         QFETCH(QByteArray, line);
-        const auto looks = [](const Program &program) {
-            QString text;
-            QDebug(&text) << program.window.geometry() << program.window.isMaximized()
-                          << program.find<QTabWidget>(u"SSTab"_s)->currentIndex()
-                          << program.find<QSplitter>(u"splitter"_s)->sizes()
-                          << program.find<QSplitter>(u"lowerSplitter"_s)->sizes()
-                          << program.find<QSplitter>(u"rightSplitter"_s)->sizes();
-            return text;
-        };
         QString usual;
         run({}, [&](Program &program) { usual = looks(program); });
         const QByteArray settings = "[window]\r\n" + line + "\r\n";
@@ -151,17 +169,28 @@ private slots:
     void resetPutsTheDefaultBackAtOnce()
     {
         QRect usual;
-        run({}, [&](Program &program) { usual = program.window.geometry(); });
+        QString look;
+        run({}, [&](Program &program) {
+            usual = program.window.geometry();
+            look = looks(program);
+        });
         const QByteArray kept = run(otherSections, [](Program &program) {
             program.window.setGeometry(30, 40, 620, 610);
             program.find<QTabWidget>(u"SSTab"_s)->setCurrentIndex(4);
+            for (const QString &name : {u"splitter"_s, u"lowerSplitter"_s, u"rightSplitter"_s})
+                program.find<QSplitter>(name)->setSizes({150, 300});
+            program.find<QTableView>(u"msfplayers"_s)->horizontalHeader()->moveSection(4, 1);
         });
         Program program(kept + "[Remoteuser]\r\nuser=Ann\r\n[WINDOW]\r\ntab=1\r\n");
         program.start();
         QVERIFY(program.window.geometry() != usual);
-        program.trigger(u"resetwindow"_s);
-        QCOMPARE(program.window.geometry(), usual);
-        QCOMPARE(program.find<QTabWidget>(u"SSTab"_s)->currentIndex(), 0);
+        for (const Qt::WindowState state : {Qt::WindowNoState, Qt::WindowMaximized}) {
+            program.window.setWindowState(state);
+            program.trigger(u"resetwindow"_s);
+            QApplication::processEvents();
+            QCOMPARE(looks(program), look);
+            QCOMPARE(program.find<QTableView>(u"msfplayers"_s)->horizontalHeader()->logicalIndex(1), 1);
+        }
         const QByteArray cleared = otherSections + "[Remoteuser]\r\nuser=Ann\r\n";
         QCOMPARE(program.file(u"molvark.ini"_s), cleared);
         QApplication::processEvents();
@@ -186,6 +215,40 @@ private slots:
         Program program(kept);
         program.start();
         QVERIFY(program.window.isMaximized());
+    }
+
+    void theLowerColumnsEdgesAreLevel()
+    {
+        Program program;
+        program.start();
+        const auto edges = [&program](const QString &upper, const QString &lower) {
+            const auto *first = program.find<QWidget>(upper);
+            const auto *last = program.find<QWidget>(lower);
+            return std::pair(first->mapTo(&program.window, QPoint()).y(),
+                             last->mapTo(&program.window, QPoint(0, last->height())).y());
+        };
+        const auto left = edges(u"txtoutput"_s, u"cmdsend"_s);
+        const auto right = edges(u"lstservers"_s, u"cmdmessage"_s);
+        QVERIFY2(std::abs(left.first - right.first) <= 4 && std::abs(left.second - right.second) <= 4,
+                 qPrintable(u"%1 %2 %3 %4"_s.arg(left.first).arg(right.first).arg(left.second).arg(right.second)));
+        const auto *splitter = program.find<QSplitter>(u"rightSplitter"_s);
+        QVERIFY(splitter->widget(0)->isAncestorOf(program.find<QWidget>(u"lstservers"_s)));
+        QVERIFY(splitter->widget(1)->isAncestorOf(program.find<QWidget>(u"lstmessages"_s)));
+    }
+
+    void allColumnsOfThePlayersAreSeen()
+    {
+        Program program;
+        program.start();
+        program.find<QTabWidget>(u"SSTab"_s)->setCurrentIndex(4);
+        const auto *players = program.find<QTableView>(u"msfplayers"_s);
+        for (const int width : {program.window.width(), 1016}) {
+            program.window.resize(width, program.window.height());
+            QApplication::processEvents();
+            QVERIFY2(
+                players->horizontalHeader()->length() <= players->viewport()->width(),
+                qPrintable(u"%1 in %2"_s.arg(players->horizontalHeader()->length()).arg(players->viewport()->width())));
+        }
     }
 
     void whatDoesNotFitScrolls()

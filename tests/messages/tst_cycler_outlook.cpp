@@ -59,6 +59,8 @@ private slots:
         QTest::newRow("half a minute more") << u"2.5"_s << u"Messages: Ann every 2.5 min, no next message"_s;
         QTest::newRow("none") << u"0"_s << u"Messages: Ann every 0 min, no next message"_s;
         QTest::newRow("with its unit") << u"5 min"_s << u"Messages: Ann every 5 min, next in 5 min"_s;
+        QTest::newRow("beyond the count") << u"40000"_s << u"Messages: Ann every 40000 min, no next message"_s;
+        QTest::newRow("beyond 32 bits") << u"3000000000"_s << u"Messages: Ann every 3e+09 min, no next message"_s;
         QTest::newRow("one") << u"1"_s << u"Messages: Ann every 1 min, next in 1 min"_s;
     }
 

@@ -199,13 +199,14 @@ private slots:
         QCOMPARE(pages.said(u"cmdCodOther_1"_s), u"1 change not sent"_s);
     }
 
-    void aJoinPasswordThatWasSetIsSent()
+    void theJoinPasswordHasAButtonOfItsOwn()
     {
         Pages pages;
         pages.program.setText(u"txtservpass"_s, u"friends"_s);
-        QCOMPARE(pages.said(), u"1 change not sent"_s);
-        pages.program.click(u"cmdservsetpass"_s);
         QCOMPARE(pages.said(), unread);
+        QVERIFY(pages.find<TextBox>(u"txtservpass"_s)->isUnsent());
+        pages.program.click(u"cmdservsetpass"_s);
+        QVERIFY(!pages.find<TextBox>(u"txtservpass"_s)->isUnsent());
     }
 
     void theButtonsStandStillWhateverItSays()

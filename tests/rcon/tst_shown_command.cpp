@@ -30,6 +30,7 @@ private slots:
         row("say hello; g_password x;status", "say hello;g_password;status", "say hello;g_password ***;status");
         row("say \"a;g_password x\"", "say \"a;g_password x\"", "say \"a;g_password x\"");
         row("say I know s3cret", "say I know ***", "say I know ***");
+        row("setu g_password letmein", "setu g_password", "setu g_password ***");
         row("", "", "");
     }
 
@@ -38,6 +39,7 @@ private slots:
         QFETCH(QString, command);
         QTEST(shownCommand(command, u"s3cret"_s, {}), "hidden");
         QTEST(shownCommand(command, u"s3cret"_s, u"***"_s), "starred");
+        QCOMPARE(shownCommand(u"say ab;cd"_s, u"ab;cd"_s, {}), u"say ***"_s);
         QVERIFY(!shownCommand(command, {}, {}).contains(u"letmein"));
     }
 };
