@@ -32,8 +32,11 @@ private:
     void paint() const
     {
         constexpr int margin = 4;
+        constexpr int faint = 150; // of 255
         QPainter painter(view->viewport());
-        painter.setPen(view->palette().placeholderText().color());
+        QColor colour = view->palette().text().color(); // not every dark theme gives a colour for placeholders
+        colour.setAlpha(faint);
+        painter.setPen(colour);
         painter.drawText(view->viewport()->rect().marginsRemoved({margin, margin, margin, margin}),
                          Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, view->property("placeholderText").toString());
     }
