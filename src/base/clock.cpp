@@ -7,6 +7,11 @@
 #include <algorithm>
 #include <cmath>
 
+std::chrono::microseconds Clock::elapsed() const
+{
+    return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now().time_since_epoch());
+}
+
 void Clock::rest(double seconds) const
 {
     QTimer alarm; // that it goes off is what ends the sleep

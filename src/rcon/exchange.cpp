@@ -46,37 +46,18 @@ Exchange::Exchange(Session &session_, UDPClient &udpclient_, const ServerFields 
 
 void Exchange::sendinfo(const QString &comm, bool quietmode, BroughtBy by)
 {
-    ++asked;
+    const int number = ++asked;
     lastBy = by;
     session.rconarrived = false;
     session.rconreply.clear();
     session.rconnoroute = 0;
     truncationTold = false;
 
-    const int generation = udpclient.generation();
     emit sending(comm);
-    const Wait begun = newWait(comm, copies, copies * slotsPerCopy);
-    std::optional<Waiting> wait;
-    for (int copy = 1; copy <= copies && !session.rconarrived; ++copy) {
-        if (const Sent sent = send(comm); sent != Sent::Yes) {
-            wait.reset();
-            tellUnsent(sent, by);
-            return;
-        }
-        const QString password = lastPassword;
-        const bool isAwaited = !std::exchange(session.rconnowait, false); // taken first: another handler may run now
-        yield();
-        if (!isAwaited)
-            return;
-        if (!wait)
-            wait.emplace(*this, begun);
-        wait->beginCopy(copy);
-        waitForReply(*wait);
-        lastPassword = password; // also when another command has been sent meanwhile
-        if (session.closing || udpclient.generation() != generation)
-            return; // what was meant for one server is not sent to the next
-    }
-    wait.reset();
+    const Outcome outcome = sendCopies(comm, by, number);
+    emit over(number, outcome != Outcome::NotAwaited);
+    if (outcome != Outcome::HadItsTime)
+        return;
     emit ended(session.rconreply);
 
     if (!session.rconarrived) {
@@ -90,7 +71,34 @@ void Exchange::sendinfo(const QString &comm, bool quietmode, BroughtBy by)
         output.addrcon(u">>RCON sent ["_s + clock.shortTime() + u"] "_s + commandMark + comm + commandMark + u"\r\n"_s);
 }
 
-Exchange::Sent Exchange::send(const QString &comm)
+Exchange::Outcome Exchange::sendCopies(const QString &comm, BroughtBy by, int number)
+{
+    const int generation = udpclient.generation();
+    const Wait begun = newWait(comm, copies, copies * slotsPerCopy);
+    std::optional<Waiting> wait;
+    for (int copy = 1; copy <= copies && !session.rconarrived; ++copy) {
+        if (const Sent sent = send(comm, number); sent != Sent::Yes) {
+            wait.reset();
+            tellUnsent(sent, by);
+            return Outcome::GivenUp;
+        }
+        const QString password = lastPassword;
+        const bool isAwaited = !std::exchange(session.rconnowait, false); // taken first: another handler may run now
+        yield();
+        if (!isAwaited)
+            return Outcome::NotAwaited;
+        if (!wait)
+            wait.emplace(*this, begun);
+        wait->beginCopy(copy);
+        waitForReply(*wait);
+        lastPassword = password; // also when another command has been sent meanwhile
+        if (session.closing || udpclient.generation() != generation)
+            return Outcome::GivenUp; // what was meant for one server is not sent to the next
+    }
+    return Outcome::HadItsTime;
+}
+
+Exchange::Sent Exchange::send(const QString &comm, int number)
 {
     if (session.closing)
         return Sent::Closing;
@@ -99,7 +107,8 @@ Exchange::Sent Exchange::send(const QString &comm)
         return Sent::NotConnected;
     try {
         lastPassword = fields.password();
-        sendText(u"rcon "_s + lastPassword + u' ' + comm);
+        const QByteArray datagram = sendText(u"rcon "_s + lastPassword + u' ' + comm);
+        emit copysent({number, comm, lastPassword, datagram});
     } catch (const Fault &fault) {
         if (fault.number() != Fault::NoRoute)
             return Sent::Failed;
@@ -117,9 +126,11 @@ void Exchange::tellUnsent(Sent sent, BroughtBy by)
         prompts.refuse(u"No route to server, are you sure your connected to the Internet!"_s, u"No Route"_s, by);
 }
 
-void Exchange::sendText(const QString &text)
+QByteArray Exchange::sendText(const QString &text)
 {
-    udpclient.SendData(session.rconheader + codePage.toBytes(text));
+    const QByteArray datagram = session.rconheader + codePage.toBytes(text);
+    udpclient.SendData(datagram);
+    return datagram;
 }
 
 void Exchange::waitForReply(Waiting &wait)
@@ -175,7 +186,7 @@ void Exchange::announceWait()
 void Exchange::sendquery(const QString &query)
 {
     ++asked;
-    sendText(query);
+    (void)sendText(query);
     yield();
 }
 
@@ -215,14 +226,20 @@ void Exchange::UDPClient_DataArrival()
 
 QString Exchange::receive()
 {
+    const qint64 size = udpclient.arrivedSize(); // another comes while a box is open
     QByteArray bytes;
+    bool isTruncated = false;
     try {
         udpclient.GetData(bytes);
     } catch (const Fault &fault) {
-        if (fault.number() == Fault::DatagramTooLarge)
-            tellTruncated();
+        isTruncated = fault.number() == Fault::DatagramTooLarge;
     }
-    return codePage.toText(bytes.replace(session.rconheader + "print\n", ""));
+    const QByteArray head = bytes.first(std::min<qsizetype>(bytes.size(), 32));
+    const QString text = codePage.toText(bytes.replace(session.rconheader + "print\n", ""));
+    emit datagramcame({head, text, size});
+    if (isTruncated)
+        tellTruncated();
+    return text;
 }
 
 void Exchange::tellTruncated()

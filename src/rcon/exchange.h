@@ -3,6 +3,7 @@
 
 #include "base/prompts.h"
 #include "base/wire_text.h"
+#include "traffic.h"
 
 #include <QList>
 #include <QObject>
@@ -95,15 +96,23 @@ signals:
     void sending(const QString &comm);
     /// A command or query has had its time; `reply` is what has come.
     void ended(const QString &reply);
+    /// A copy of a command has gone out.
+    void copysent(const SentCopy &copy);
+    /// A datagram has come, whatever it answers.
+    void datagramcame(const CameDatagram &datagram);
+    /// The command of that number is not waited for any more; when it is not `isAwaited` it never was.
+    void over(int number, bool isAwaited);
 
 private:
     void UDPClient_DataArrival();
+    enum class Outcome { NotAwaited, GivenUp, HadItsTime };
+    [[nodiscard]] Outcome sendCopies(const QString &comm, BroughtBy by, int number);
     enum class Sent { Yes, Closing, NotConnected, NoRoute, Failed };
-    [[nodiscard]] Sent send(const QString &comm);
+    [[nodiscard]] Sent send(const QString &comm, int number);
     void tellUnsent(Sent sent, BroughtBy by);
     void waitForReply(Waiting &wait);
     void announceWait();
-    void sendText(const QString &text);
+    [[nodiscard]] QByteArray sendText(const QString &text);
     [[nodiscard]] QString receive();
     void tellTruncated();
 

@@ -26,10 +26,16 @@ qsizetype commandEnd(QStringView line)
 
 bool isBlank(QChar each)
 {
-    return each.isSpace();
+    return each.isSpace() || each < u' ';
 }
 
-/// Takes the first word off `rest`, with the blanks before it. Quotes around a word are no part of it.
+bool endsWord(QChar each)
+{
+    return isBlank(each) || each == u'"';
+}
+
+/// Takes the first word off `rest`, with the blanks before it. Quotes around a word are no part of it, and one behind
+/// it begins the next.
 QStringView takeWord(QStringView &rest)
 {
     rest = rest.sliced(std::ranges::find_if_not(rest, isBlank) - rest.begin());
@@ -39,7 +45,7 @@ QStringView takeWord(QStringView &rest)
         rest = rest.sliced(close < 0 ? rest.size() : close + 1);
         return word;
     }
-    const QStringView word = rest.first(std::ranges::find_if(rest, isBlank) - rest.begin());
+    const QStringView word = rest.first(std::ranges::find_if(rest, endsWord) - rest.begin());
     rest = rest.sliced(word.size());
     return word;
 }
@@ -58,6 +64,33 @@ qsizetype passwordValue(QStringView command)
     if (isSetter(variable))
         variable = takeWord(rest);
     return variable.endsWith("password"_L1, Qt::CaseInsensitive) ? rest.trimmed().size() : 0;
+}
+
+bool endsLine(QChar each)
+{
+    return each == u'\n' || each == u'\r';
+}
+
+void star(QString &text, qsizetype from, qsizetype to)
+{
+    std::replace_if(
+        text.begin() + from, text.begin() + to, [](QChar each) { return each != u'"'; }, u'*');
+}
+
+/// Puts asterisks over the values of passwords in `line`, which is the part of `text` that begins at `begin`.
+void starLine(QString &text, qsizetype begin, QStringView line)
+{
+    const qsizetype lineEnd = line.trimmed().end() - line.begin();
+    for (qsizetype at = 0; at < line.size();) {
+        const QStringView rest = line.sliced(at);
+        const qsizetype end = commandEnd(rest);
+        const QStringView command = rest.first(end).trimmed();
+        if (const qsizetype value = passwordValue(command); value > 0) {
+            const qsizetype valueEnd = command.data() - line.data() + command.size();
+            star(text, begin + valueEnd - value, begin + (at == 0 ? lineEnd : valueEnd));
+        }
+        at += end + 1;
+    }
 }
 
 } // namespace
@@ -79,4 +112,18 @@ QString shownCommand(const QString &comm, const QString &password, const QString
         rest = rest.sliced(std::min(end + 1, rest.size()));
     }
     return shown;
+}
+
+QString starredCommand(const QString &comm, const QString &password)
+{
+    QString starred = comm;
+    for (qsizetype at = 0; at < comm.size();) {
+        const QStringView rest = QStringView(comm).sliced(at);
+        const qsizetype end = std::ranges::find_if(rest, endsLine) - rest.begin();
+        starLine(starred, at, rest.first(end));
+        at += end + 1;
+    }
+    if (!password.isEmpty())
+        starred.replace(password, QString(password.size(), u'*'));
+    return starred;
 }

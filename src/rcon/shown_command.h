@@ -7,3 +7,7 @@
 /// without `set`, `seta` or `sets` before it, the value is replaced by `instead`; so is `password` wherever else it
 /// occurs. Several commands on one line have semicolons between them.
 [[nodiscard]] QString shownCommand(const QString &comm, const QString &password, const QString &instead);
+
+/// The same with an asterisk for each character of a password, so that all else keeps its place. A server may take the
+/// whole line for one command: the value of the first reaches to the end of its line. Quotes stay.
+[[nodiscard]] QString starredCommand(const QString &comm, const QString &password);

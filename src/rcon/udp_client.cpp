@@ -98,6 +98,7 @@ void UDPClient::SendData(const QByteArray &bytes)
     clearSystemError();
     if (socket->writeDatagram(bytes, remoteAddress, static_cast<quint16>(remotePort)) != bytes.size())
         throw Fault(lastSocketError(), socket->errorString());
+    emit datagramsent(bytes);
 }
 
 void UDPClient::GetData(QByteArray &bytes)
@@ -122,6 +123,7 @@ void UDPClient::Abandon()
 {
     Close();
     ++links;
+    emit linkbegun();
 }
 
 // Reads at once and until a read comes back empty: while a notification waits to be acted on, Qt's socket can fall
@@ -140,8 +142,11 @@ void UDPClient::collect()
         const QNetworkDatagram datagram = socket->receiveDatagram(largestDatagram);
         if (!datagram.isValid())
             break;
-        if (datagram.senderPort() == remotePort && datagram.senderAddress().isEqual(remoteAddress))
-            waiting.append(datagram.data().left(bufferSize + 1)); // one byte more than GetData takes: there was more
+        if (datagram.senderPort() != remotePort || !datagram.senderAddress().isEqual(remoteAddress))
+            continue;
+        const QByteArray bytes = datagram.data();
+        waiting.append({bytes.left(bufferSize + 1), bytes.size()}); // one byte more than GetData takes: there was more
+        emit datagramread(bytes);
     }
 }
 
@@ -155,7 +160,9 @@ void UDPClient::announce()
             goOn.start();
             return;
         }
-        arrived = waiting.takeFirst();
+        const Datagram next = waiting.takeFirst();
+        arrived = next.bytes;
+        arrivedBytes = next.size;
         emit DataArrival();
     }
     collect(); // the system holds what there was no room for

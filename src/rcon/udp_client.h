@@ -40,6 +40,8 @@ public:
     virtual void SendData(const QByteArray &bytes);
     /// Takes the datagram that DataArrival announced. Throws DatagramTooLarge after `bytes` has got its first part.
     void GetData(QByteArray &bytes);
+    /// The bytes on the wire of the datagram that was announced last.
+    [[nodiscard]] qint64 arrivedSize() const { return arrivedBytes; }
     /// Closes the socket; a look-up that is going on ends without an address.
     void Close();
     /// Closes the socket and begins a new link, so that whoever still speaks over the old one has nothing more to say.
@@ -50,18 +52,30 @@ public:
 signals:
     /// One datagram has come; delivered from the event loop, never from inside SendData.
     void DataArrival();
+    /// A datagram has gone out.
+    void datagramsent(const QByteArray &datagram);
+    /// A datagram has been read, whole; it is announced later. A slot must not yield.
+    void datagramread(const QByteArray &datagram);
+    /// A new link has begun: nothing that comes from now on answers what was sent before.
+    void linkbegun();
 
 private:
     [[nodiscard]] QHostAddress lookUp();
     void collect();
     void announce();
 
+    struct Datagram {
+        QByteArray bytes; ///< one more than can be taken, at most
+        qint64 size = 0;  ///< on the wire
+    };
+
     QString remoteHost;
     qint32 remotePort = 0;
     QHostAddress remoteAddress;
     std::unique_ptr<QUdpSocket> socket;
-    QList<QByteArray> waiting; ///< datagrams that have come and are not announced yet
+    QList<Datagram> waiting; ///< those that have come and are not announced yet
     QByteArray arrived;
+    qint64 arrivedBytes = 0;
     QPointer<QEventLoop> lookUpWait;
     int lookUps = 0;
     int links = 0;

@@ -42,6 +42,41 @@ private slots:
         QCOMPARE(shownCommand(u"say ab;cd"_s, u"ab;cd"_s, {}), u"say ***"_s);
         QVERIFY(!shownCommand(command, {}, {}).contains(u"letmein"));
     }
+
+    void anAsteriskStandsForEachCharacter_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("starred");
+        const auto row = [](const char *command, const char *starred) {
+            QTest::newRow(command) << QString::fromLatin1(command) << QString::fromLatin1(starred);
+        };
+        row("status", "status");
+        row("g_password letmein", "g_password *******");
+        row("g_password \"let me in\"  ", "g_password \"*********\"  ");
+        row("g_password\"letmein\"", "g_password\"*******\"");
+        row("set\"g_password\"letmein", "set\"g_password\"*******");
+        row("  SETA  Rcon_PassWord\tx y", "  SETA  Rcon_PassWord\t***");
+        row("sets sv_privatePassword a;b", "sets sv_privatePassword ***");
+        row("say hello; g_password x;status", "say hello; g_password *;status");
+        row("set g_password one\nset g_password two", "set g_password ***\nset g_password ***");
+        row("g_password", "g_password");
+        row("setx g_password x", "setx g_password x");
+        row("set sv_hostname s3cret", "set sv_hostname ******");
+        row("say my s3cret, s3cret!", "say my ******, ******!");
+        row("", "");
+    }
+
+    void anAsteriskStandsForEachCharacter()
+    {
+        QFETCH(QString, command);
+        QTEST(starredCommand(command, u"s3cret"_s), "starred");
+    }
+
+    void thePasswordCanBePartOfTheWord()
+    {
+        QCOMPARE(starredCommand(u"g_password abc"_s, u"password"_s), u"g_******** ***"_s);
+        QCOMPARE(starredCommand(u"status"_s, {}), u"status"_s);
+    }
 };
 
 GUILESS_TEST(ShownCommandTest)

@@ -23,6 +23,12 @@ public:
         return start.addMSecs(microseconds / 1000);
     }
 
+    /// As of the last reading: what is only measured does not make the clock go on.
+    [[nodiscard]] std::chrono::microseconds elapsed() const override
+    {
+        return std::chrono::milliseconds(start.toMSecsSinceEpoch()) + std::chrono::microseconds(microseconds);
+    }
+
     /// Without sleeping: the time that is to pass is hardly any.
     void rest(double) const override { QCoreApplication::processEvents(); }
 
