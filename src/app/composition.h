@@ -22,7 +22,7 @@ struct Composition {
           link(session.rconcollect, session.rconbusy, udpclient, exchange),
           services{session, fields, link, output, prompts, ini, clock},
           connecting(services),
-          window(services, connecting, exchange)
+          window(services, connecting, exchange, udpclient)
     {
     }
 

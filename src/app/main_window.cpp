@@ -3,6 +3,8 @@
 #include "ui_main_window.h"
 
 #include "base/prompts.h"
+#include "ledger/ledger_watch.h"
+#include "ledger/recorder.h"
 #include "manual.h"
 #include "messages/message_panel.h"
 #include "messages/messages_page.h"
@@ -57,7 +59,8 @@ constexpr int playersTab = 4;
 
 } // namespace
 
-MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Exchange &exchange, QWidget *parent)
+MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Exchange &exchange,
+                       const UDPClient &udpclient, QWidget *parent)
     : QMainWindow(parent),
       services(services_),
       connecting(connecting_),
@@ -68,13 +71,16 @@ MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Excha
       savedServers(new SavedServersPanel(services.prompts)),
       serverPage(new ServerPage(services)),
       others(std::make_unique<OtherWindows>(services, connecting, *this)),
-      state(new WindowState(*this, services.ini, [this] { divide(); }))
+      state(new WindowState(*this, services.ini, [this] { divide(); })),
+      ledgerWatch(new LedgerWatch(exchange, udpclient, services.clock, this)),
+      recorder(new Recorder(exchange, udpclient, services.output, services.prompts, services.clock, this))
 {
     ui->setupUi(this);
     placePanels();
     addTabs();
     wirePanels();
     wireMenus();
+    wireTools();
     wireStatusBar(exchange);
     wireKeys();
 }
@@ -256,6 +262,23 @@ void MainWindow::wireMenus()
     connect(ui->helpabout, &QAction::triggered, others.get(), &OtherWindows::helpabout_Click);
     connect(ui->mhelpsite, &QAction::triggered, this, [] { openurl(WebAddress::site); });
     connect(ui->mhelpforum, &QAction::triggered, this, [] { openurl(WebAddress::forum); });
+}
+
+void MainWindow::wireTools()
+{
+    Ledger &ledger = ledgerWatch->ledger();
+    connect(&ledger, &Ledger::judged, ui->statusbar, [bar = ui->statusbar](const LedgerEntry &entry) {
+        bar->showVerdict(entry.number, isGood(entry.verdict) ? QString() : verdictWord(entry.verdict), entry.command);
+    });
+    connect(ui->statusbar, &StatusBar::verdictclicked, this,
+            [this, &ledger](int number) { others->showledger(ledger, number); });
+    connect(ui->mledger, &QAction::triggered, this, [this, &ledger] { others->showledger(ledger); });
+
+    connect(ui->mrecord, &QAction::triggered, recorder, &Recorder::mrecord_Click);
+    connect(recorder, &Recorder::recordingchanged, ui->statusbar, &StatusBar::showRecording);
+    connect(recorder, &Recorder::recordingchanged, ui->mrecord, [item = ui->mrecord](bool isRecording) {
+        item->setText(isRecording ? u"Stop &recording"_s : u"&Record traffic..."_s);
+    });
 }
 
 void MainWindow::wireCommonTasks()

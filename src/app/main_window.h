@@ -13,12 +13,15 @@ class MessagesPage;
 class MiscPage;
 class Exchange;
 class FindBar;
+class LedgerWatch;
 class OtherPage;
 class OtherWindows;
 class PageArea;
 class PlayersPage;
+class Recorder;
 class SavedServersPanel;
 class ServerPage;
+class UDPClient;
 class WindowState;
 struct Services;
 
@@ -32,8 +35,9 @@ class MainWindow final : public QMainWindow {
     Q_OBJECT
 
 public:
-    /// `exchange` is looked on at, for the status bar.
-    MainWindow(Services &services_, Connecting &connecting_, const Exchange &exchange, QWidget *parent = nullptr);
+    /// `exchange` and `udpclient` are looked on at, for the status bar, the ledger and the recorder.
+    MainWindow(Services &services_, Connecting &connecting_, const Exchange &exchange, const UDPClient &udpclient,
+               QWidget *parent = nullptr);
     ~MainWindow() override;
 
     void setVisible(bool on) override;
@@ -65,6 +69,7 @@ private:
     void wireStatusBar(const Exchange &exchange);
     void wireKeys();
     void wireMenus();
+    void wireTools();
     void wireCommonTasks();
     [[nodiscard]] PageArea &pageArea(int tab) const;
     void populateShownPage();
@@ -95,6 +100,8 @@ private:
     OtherPage *otherPage = nullptr;
     std::unique_ptr<OtherWindows> others;
     WindowState *state;
+    LedgerWatch *ledgerWatch;
+    Recorder *recorder;
     FindBar *findBar = nullptr; ///< built when it is asked for
     bool wasShown = false;
 };

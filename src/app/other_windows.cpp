@@ -3,6 +3,7 @@
 
 #include "about_window.h"
 #include "base/window_place.h"
+#include "ledger/ledger_window.h"
 #include "mods/hob_window.h"
 #include "preferences_window.h"
 #include "rcon/read_label.h"
@@ -48,13 +49,24 @@ void OtherWindows::helpabout_Click()
     bringUp(*aboutWindow, owner);
 }
 
+void OtherWindows::showledger(Ledger &ledger, int number)
+{
+    if (!ledgerWindow)
+        ledgerWindow = std::make_unique<LedgerWindow>(ledger, services.prompts, services.clock);
+    bringUp(*ledgerWindow, owner);
+    ledgerWindow->showEntry(number);
+}
+
 void OtherWindows::hide()
 {
     for (QWidget *window : windows())
         window->hide();
+    if (ledgerWindow)
+        ledgerWindow->hide();
 }
 
-// Boxes and the progress window are not left for the main window: they go away by themselves.
+// Boxes and the progress window are not left for the main window: they go away by themselves. Nor is the ledger, which
+// lies beside the work: the cursor is to stay where the person works.
 QWidgetList OtherWindows::windows() const
 {
     QWidgetList all{hobWindow.get(), preferencesWindow.get(), aboutWindow.get()};

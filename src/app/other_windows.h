@@ -9,6 +9,8 @@
 class AboutWindow;
 class Connecting;
 class HobWindow;
+class Ledger;
+class LedgerWindow;
 class PreferencesWindow;
 class QWindow;
 struct Services;
@@ -25,6 +27,8 @@ public:
     void showhob();
     void mpref_Click();
     void helpabout_Click();
+    /// At the entry of that number, if it is kept.
+    void showledger(Ledger &ledger, int number = -1);
     void hide();
 
 signals:
@@ -42,5 +46,6 @@ private:
     std::unique_ptr<HobWindow> hobWindow;
     std::unique_ptr<PreferencesWindow> preferencesWindow;
     std::unique_ptr<AboutWindow> aboutWindow;
+    std::unique_ptr<LedgerWindow> ledgerWindow;
     bool wasActive = true; ///< one of them, or none has been yet
 };

@@ -4,6 +4,7 @@
 #include "rcon/exchange.h"
 #include "rcon/server_info.h"
 
+#include <QMouseEvent>
 #include <QPainter>
 #include <QProgressBar>
 #include <QStyle>
@@ -75,6 +76,13 @@ QSize ElidedLabel::minimumSizeHint() const
     return {fontMetrics().horizontalAdvance(u"\u2026"_s), QLabel::minimumSizeHint().height()};
 }
 
+void ElidedLabel::mouseReleaseEvent(QMouseEvent *event)
+{
+    QLabel::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
+        emit clicked();
+}
+
 void ElidedLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
@@ -133,6 +141,27 @@ void StateDot::paintEvent(QPaintEvent *)
     }
 }
 
+RecordMark::RecordMark(QWidget *parent) : QLabel(u"Recording"_s, parent)
+{
+    setObjectName(u"lblrecord"_s);
+    setAccessibleName(u"Traffic is being recorded"_s);
+    setContentsMargins(fontMetrics().height(), 0, 0, 0);
+}
+
+void RecordMark::paintEvent(QPaintEvent *event)
+{
+    QLabel::paintEvent(event);
+    const double size = 0.6 * fontMetrics().height();
+    QRectF circle(0, 0, size, size);
+    circle.moveCenter(QPointF(fontMetrics().height() / 2.0, height() / 2.0));
+    const bool isDark = palette().color(QPalette::Window).lightness() < 128;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(isDark ? QColor(0xFF, 0x5A, 0x50) : QColor(0xC8, 0x10, 0x10));
+    painter.drawEllipse(circle);
+}
+
 StatusBar::StatusBar(QWidget *parent)
     : QStatusBar(parent), lbldot(new StateDot(this)), lblstate(new ElidedLabel(u"lblstate"_s, this))
 {
@@ -156,10 +185,19 @@ void StatusBar::build()
     lblcycle = new ElidedLabel(u"lblcycle"_s, this);
     lblrefresh = new ElidedLabel(u"lblrefresh"_s, this);
     addWidget(lblwait, 1);
-    insertPermanentWidget(4, lblcycle); // behind the four at the left, before the button
-    insertPermanentWidget(5, lblrefresh);
-    for (ElidedLabel *label : {lblwait, lblcycle, lblrefresh})
+    lblverdict = new ElidedLabel(u"lblverdict"_s, this);
+    lblverdict->setCursor(Qt::PointingHandCursor);
+    connect(lblverdict, &ElidedLabel::clicked, this, [this] {
+        lblverdict->display({});
+        emit verdictclicked(verdictNumber);
+    });
+    lblrecord = new RecordMark(this);
+    int place = 4; // behind the four at the left, before the button
+    for (QLabel *label : std::initializer_list<QLabel *>{lblverdict, lblcycle, lblrefresh, lblrecord}) {
+        insertPermanentWidget(place++, label);
         label->hide();
+    }
+    lblwait->hide();
 }
 
 void StatusBar::showState(Connecting::State state_, const QString &address_)
@@ -243,4 +281,18 @@ void StatusBar::showCycle(const QString &outlook)
 void StatusBar::showRefresh(int seconds)
 {
     lblrefresh->display(seconds > 0 ? u"Players every %1 s"_s.arg(seconds) : QString());
+}
+
+void StatusBar::showVerdict(int number, const QString &verdict, const QString &command)
+{
+    if (!lblverdict)
+        return;
+    verdictNumber = number;
+    lblverdict->display(verdict.isEmpty() ? QString() : verdict + u": "_s + command.simplified());
+}
+
+void StatusBar::showRecording(bool on)
+{
+    if (lblrecord)
+        lblrecord->setVisible(on);
 }

@@ -20,7 +20,11 @@ public:
     void display(const QString &text);
     [[nodiscard]] QSize minimumSizeHint() const override;
 
+signals:
+    void clicked();
+
 protected:
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
@@ -43,6 +47,17 @@ protected:
 
 private:
     Connecting::State state = Connecting::State::NotConnected;
+};
+
+/// The red mark that says that traffic is being recorded.
+class RecordMark final : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit RecordMark(QWidget *parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
 };
 
 /// What the program does, in the window's last line. It only looks on: it is told when something has changed, and asks
@@ -68,6 +83,13 @@ public slots:
     /// What the message cycler does, and how often the list of players is read; hidden when empty.
     void showCycle(const QString &outlook);
     void showRefresh(int seconds);
+    /// What became of the command of that number; `verdict` is empty when it is good, which hides an earlier one.
+    void showVerdict(int number, const QString &verdict, const QString &command);
+    void showRecording(bool on);
+
+signals:
+    /// The person wants to know more of the command of that number.
+    void verdictclicked(int number);
 
 private:
     void showState();
@@ -78,6 +100,9 @@ private:
     ElidedLabel *lblwait = nullptr;
     ElidedLabel *lblcycle = nullptr;
     ElidedLabel *lblrefresh = nullptr;
+    ElidedLabel *lblverdict = nullptr;
+    RecordMark *lblrecord = nullptr;
+    int verdictNumber = 0;
     Connecting::State state = Connecting::State::NotConnected;
     QString address;
     QString game; ///< game type

@@ -61,14 +61,15 @@ private slots:
 
     void cleanup() { QDesktopServices::unsetUrlHandler(u"https"_s); }
 
-    void threeMenusStandInTheBar()
+    void fourMenusStandInTheBar()
     {
         Program program;
         QStringList captions;
         for (const QAction *item : program.find<QMenuBar>(u"menubar"_s)->actions())
             captions.append(drawn(item->text()));
-        QCOMPARE(captions, QStringList({u"File"_s, u"Common Tasks"_s, u"Help"_s}));
+        QCOMPARE(captions, QStringList({u"File"_s, u"Common Tasks"_s, u"Tools"_s, u"Help"_s}));
         QCOMPARE(menu(program, u"Common Tasks"_s)->objectName(), u"comm"_s);
+        QCOMPARE(menu(program, u"Tools"_s)->objectName(), u"tools"_s);
         QCOMPARE(menu(program, u"Help"_s)->objectName(), u"help"_s);
     }
 
@@ -94,6 +95,13 @@ private slots:
         QCOMPARE(items(menu(program, u"Game mode switch"_s)),
                  QStringList({u"gmsd: Search && Destroy"_s, u"gmctf: Capture the Flag"_s, u"gmdm: Death Match"_s,
                               u"gmtdm: Team Death Match"_s, u"gmhq: Headquarters"_s}));
+    }
+
+    void theToolsMenuHasItsItems()
+    {
+        Program program;
+        QCOMPARE(items(menu(program, u"Tools"_s)),
+                 QStringList({u"mledger: Ledger..."_s, u"mrecord: Record traffic..."_s}));
     }
 
     void theHelpMenuHasItsItems()

@@ -47,6 +47,7 @@ private slots:
         QTest::newRow("frmpref") << u"mpref"_s;
         QTest::newRow("frmAbout") << u"helpabout"_s;
         QTest::newRow("frmhob") << u"cmdhob"_s;
+        QTest::newRow("frmledger") << u"mledger"_s;
     }
 
     void theyBelongToTheMainWindowAndStandInItsMiddle()
@@ -69,7 +70,7 @@ private slots:
         window->move(20, 30);
         const QPoint moved = window->pos();
         window->hide();
-        if (opener == u"helpabout") { // the only one that is not made anew
+        if (opener == u"helpabout" || opener == u"mledger") { // the ones that are not made anew
             program.trigger(opener);
             QCOMPARE(window->pos(), moved);
         }

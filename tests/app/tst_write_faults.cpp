@@ -7,8 +7,11 @@
 
 #include "exchange_boxes.h"
 
+#include "practice/practice_server.h"
+
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTabWidget>
 
@@ -202,6 +205,34 @@ private slots:
         QCOMPARE(troubled.boxes().size(), 2);
         QCOMPARE(troubled.program.file(rconLog), old);
         QCOMPARE(troubled.program.file(messageLog), old);
+    }
+
+    void aRecordingEndsWithAMessageAndNothingElse()
+    {
+        PracticeServer server;
+        QVERIFY(server.listen());
+        Troubled troubled;
+        Program &program = troubled.program;
+        program.connectTo(server);
+        const QString file = u"traffic.jsonl"_s;
+        program.prompts.lines = {QDir::currentPath() + u'/' + file};
+        program.trigger(u"mrecord"_s);
+        program.click(u"cmsserverinfo"_s);
+        if (!troubled.begin(Trouble::FullDisk))
+            QSKIP("this system does not let a test mount a disk");
+        const qsizetype told = program.messages().size();
+        int clicks = 0;
+        for (; program.find<QLabel>(u"lblrecord"_s)->isVisible() && clicks < 20; ++clicks)
+            program.click(u"cmsserverinfo"_s);
+        QVERIFY(!program.find<QLabel>(u"lblrecord"_s)->isVisible());
+        QCOMPARE(program.find<QAction>(u"mrecord"_s)->text(), u"&Record traffic..."_s);
+        QStringList lines = program.messages().mid(told);
+        QCOMPARE(lines.removeAll(u"The recording has ended, err %1: %2"_s.arg(ENOSPC).arg(
+                     QString::fromLocal8Bit(strerror(ENOSPC)))),
+                 1);
+        QCOMPARE(lines.size(), clicks); // as ever
+        QVERIFY(program.isConnected());
+        QVERIFY2(program.file(file).endsWith("}\n"), "no line breaks off");
     }
 
     void theListOfPlayers_data() { theLogs_data(); }

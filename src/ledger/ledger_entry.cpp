@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#include "ledger_entry.h"
+
+#include "base/wire_text.h"
+#include "rcon/shown_command.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 largestTaken = 8192;
+constexpr qsizetype headerSize = 4;
+
+// Each character without a byte becomes one more question mark.
+bool hasLostCharacters(const SentCopy &copy)
+{
+    return copy.datagram.count('?') > copy.comm.count(u'?') + copy.password.count(u'?');
+}
+
+/// As many characters of `command` as the server reads of the datagram.
+std::optional<QString> readPartOf(const SentCopy &copy, const QString &command)
+{
+    if (copy.datagram.size() <= headerSize + longestRequest)
+        return std::nullopt;
+    const qsizetype before = QByteArrayView("rcon ").size() + toAnsi(copy.password).size() + 1;
+    const qsizetype read = std::max<qsizetype>(longestRequest - before, 0);
+    return command.left(fromAnsi(copy.datagram.mid(headerSize + before, read)).size());
+}
+
+} // namespace
+
+LedgerEntry::LedgerEntry(const SentCopy &copy, const QDateTime &time_, Time sent_)
+    : number(copy.number),
+      time(time_),
+      command(starredCommand(copy.comm, copy.password)),
+      sent(sent_),
+      isUnreadable(hasLostCharacters(copy)),
+      readPart(readPartOf(copy, command))
+{
+}
+
+void LedgerEntry::take(const CameDatagram &datagram, const QString &password, Time at)
+{
+    if (datagrams == 0) {
+        firstAnswer = std::max(at - sent, Time::zero());
+        isLate = isOver && (isAwaited || *firstAnswer > inTime);
+    }
+    ++datagrams;
+    bytes += datagram.size;
+    isCut = isCut || datagram.size > largestTaken;
+    addText(datagram.text, password);
+}
+
+// A password can be parted by the border between two datagrams.
+void LedgerEntry::addText(const QString &text, const QString &password)
+{
+    if (isReplyForgotten)
+        return;
+    const qsizetype border = std::max<qsizetype>(reply.size() - password.size(), 0);
+    QString added = reply.sliced(border) + text.left(longestKeptReply - std::min(reply.size(), longestKeptReply));
+    if (!password.isEmpty())
+        added.replace(password, QString(password.size(), u'*'));
+    reply.truncate(border);
+    reply += added;
+}
+
+Verdict LedgerEntry::judged() const
+{
+    if (isCut)
+        return Verdict::Cut;
+    if (readPart)
+        return Verdict::TooLong;
+    if (isUnreadable)
+        return Verdict::Unreadable;
+    if (isLate)
+        return Verdict::Late;
+    if (datagrams > 0)
+        return isReplyForgotten ? verdict : verdictOfReply(command, reply);
+    return isUnanswered ? Verdict::Silent : Verdict::None;
+}

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "rcon/traffic.h"
+#include "verdict.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <chrono>
+#include <optional>
+
+/// What is known of one command.
+struct LedgerEntry {
+    using Time = std::chrono::microseconds;
+
+    /// Of a command whose first copy has just gone out.
+    LedgerEntry(const SentCopy &copy, const QDateTime &time_, Time sent_);
+
+    int number = 0;
+    QDateTime time;
+    QString command; ///< with asterisks for passwords
+    int copies = 0;
+    std::optional<Time> firstAnswer; ///< after the first copy
+    int datagrams = 0;
+    qint64 bytes = 0; ///< on the wire
+    QString reply;    ///< with asterisks for the RCON password
+    Verdict verdict = Verdict::None;
+
+    Time sent{};
+    bool isOver = false; ///< the exchange has ended
+    bool isAwaited = true;
+    bool isUnanswered = false; ///< nothing has come in its time
+    bool isLate = false;
+    bool isCut = false;
+    bool isUnreadable = false;
+    std::optional<QString> readPart; ///< of a command that is too long what the server reads
+    bool isReplyForgotten = false;   ///< to make room for later ones
+
+    /// Takes the datagram that came at `at`.
+    void take(const CameDatagram &datagram, const QString &password, Time at);
+    /// What is to be said of it by now.
+    [[nodiscard]] Verdict judged() const;
+
+private:
+    void addText(const QString &text, const QString &password);
+};
+
+/// How long a command that nobody waits for may take for its answer, and when none is expected any more.
+inline constexpr std::chrono::seconds inTime(3);
+inline constexpr std::chrono::seconds silentAfter(15);
+/// In bytes: what a server reads of a request behind its header.
+inline constexpr qsizetype longestRequest = 1023;
+/// Of a reply in one entry, in characters.
+inline constexpr qsizetype longestKeptReply = 1'000'000;

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#include "ledger_window.h"
+#include "ui_ledger_window.h"
+
+#include "base/clock.h"
+#include "base/context_menu.h"
+#include "base/keys.h"
+#include "base/placeholder.h"
+#include "base/prompts.h"
+#include "base/system_error.h"
+#include "ledger.h"
+#include "ledger_filter.h"
+#include "ledger_text.h"
+#include "output/log_file.h"
+
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QHeaderView>
+#include <QSaveFile>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// For how many letters a column has room at first; the command takes the rest.
+constexpr std::array<int, LedgerColumn::Count> letters{9, 0, 7, 12, 10, 9, 17};
+
+const QByteArray byteOrderMark = "\xEF\xBB\xBF"; // or some tables take the letters for others
+
+/// `cell` without what would begin another cell or row where it is pasted.
+QString oneCell(QString cell)
+{
+    for (const QChar separator : {u'\t', u'\r', u'\n'})
+        cell.replace(separator, u' ');
+    return cell;
+}
+
+std::optional<Fault> replaceFile(const QString &name, const QByteArray &bytes)
+{
+    const QFileInfo info(name);
+    if (info.exists() && !info.isFile() && !info.isDir())
+        return systemFault(std::errc::not_supported);
+    QSaveFile file(name);
+    clearSystemError();
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        return lastSystemError(file.errorString());
+    return {};
+}
+
+} // namespace
+
+LedgerWindow::LedgerWindow(Ledger &ledger_, Prompts &prompts_, const Clock &clock_, QWidget *parent)
+    : QWidget(parent),
+      ledger(ledger_),
+      prompts(prompts_),
+      clock(clock_),
+      ui(std::make_unique<Ui::LedgerWindow>()),
+      filter(new LedgerFilter(ledger, this))
+{
+    ui->setupUi(this);
+    setUpTable();
+    ui->txtledgerreply->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont)); // servers print tables
+    addCloseKey(*this);
+    connect(ui->txtledgerfilter, &QLineEdit::textChanged, filter, &LedgerFilter::setText);
+    connect(ui->chkledgerbad, &QCheckBox::toggled, filter, &LedgerFilter::setOnlyBad);
+    connect(ui->cmdledgercopy, &QPushButton::clicked, this, &LedgerWindow::cmdledgercopy_Click);
+    connect(ui->cmdledgersave, &QPushButton::clicked, this, &LedgerWindow::cmdledgersave_Click);
+    showDetails();
+}
+
+LedgerWindow::~LedgerWindow() = default;
+
+void LedgerWindow::setUpTable()
+{
+    QTableView &table = *ui->tblledger;
+    table.setModel(filter);
+    showPlaceholder(&table);
+    table.verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
+    QHeaderView &header = *table.horizontalHeader();
+    header.setSectionResizeMode(LedgerColumn::Command, QHeaderView::Stretch);
+    for (int column = 0; column < LedgerColumn::Count; ++column) {
+        const int room = letters.at(static_cast<std::size_t>(column)) * fontMetrics().horizontalAdvance(u'n');
+        header.resizeSection(column, std::max(room, header.sectionSizeHint(column)));
+    }
+    connect(table.selectionModel(), &QItemSelectionModel::selectionChanged, this, &LedgerWindow::showDetails);
+    connect(table.selectionModel(), &QItemSelectionModel::currentChanged, this, &LedgerWindow::showDetails);
+    connect(filter, &LedgerFilter::dataChanged, this, [this](const QModelIndex &from, const QModelIndex &to) {
+        const int row = ui->tblledger->currentIndex().row();
+        if (from.row() <= row && row <= to.row())
+            showDetails();
+    });
+    connect(filter, &LedgerFilter::rowsAboutToBeInserted, this, [this] {
+        const QScrollBar *bar = ui->tblledger->verticalScrollBar();
+        followsNewest = bar->value() == bar->maximum();
+    });
+    connect(filter, &LedgerFilter::rowsInserted, this, &LedgerWindow::followNewest, Qt::QueuedConnection);
+    ui->tblledger->scrollToBottom();
+}
+
+void LedgerWindow::followNewest()
+{
+    if (followsNewest)
+        ui->tblledger->scrollToBottom();
+}
+
+void LedgerWindow::showEntry(int number)
+{
+    const int row = ledger.rowOf(number);
+    if (row < 0)
+        return;
+    QModelIndex place = filter->mapFromSource(ledger.index(row, 0));
+    if (!place.isValid()) {
+        ui->txtledgerfilter->clear();
+        ui->chkledgerbad->setChecked(false);
+        place = filter->mapFromSource(ledger.index(row, 0));
+    }
+    ui->tblledger->setCurrentIndex(place);
+    ui->tblledger->selectRow(place.row());
+    ui->tblledger->scrollTo(place);
+}
+
+void LedgerWindow::showDetails()
+{
+    const QModelIndex current = filter->mapToSource(ui->tblledger->currentIndex());
+    if (!current.isValid()) {
+        ui->txtledgerreply->clear();
+        ui->lblledgernote->setText(u"Choose a command to see what the server said to it."_s);
+        return;
+    }
+    const LedgerEntry &entry = ledger.entry(current.row());
+    const QString reply = entry.isReplyForgotten ? u"(no longer kept)"_s : entry.reply;
+    if (reply != ui->txtledgerreply->toPlainText())
+        ui->txtledgerreply->setPlainText(reply);
+    ui->lblledgernote->setText(ledgerNote(entry));
+}
+
+QList<int> LedgerWindow::shownRows() const
+{
+    QList<int> rows;
+    for (int row = 0; row < filter->rowCount(); ++row)
+        rows.append(filter->mapToSource(filter->index(row, 0)).row());
+    return rows;
+}
+
+QList<int> LedgerWindow::copiedRows() const
+{
+    QList<int> rows;
+    for (const QModelIndex &index : ui->tblledger->selectionModel()->selectedRows())
+        rows.append(filter->mapToSource(index).row());
+    std::ranges::sort(rows);
+    return rows.isEmpty() ? shownRows() : rows;
+}
+
+void LedgerWindow::cmdledgercopy_Click()
+{
+    QStringList lines{ledgerHeaders().join(u'\t')};
+    for (const int row : copiedRows()) {
+        QStringList cells = ledgerRecord(ledger.entry(row));
+        std::ranges::transform(cells, cells.begin(), oneCell);
+        lines.append(cells.join(u'\t'));
+    }
+    copyText(lines.join(u'\n') + u'\n');
+}
+
+void LedgerWindow::cmdledgersave_Click()
+{
+    const QString name = fileWanted();
+    if (name.isEmpty())
+        return;
+    QString text = csvRecord(ledgerHeaders());
+    for (const int row : shownRows())
+        text += csvRecord(ledgerRecord(ledger.entry(row)));
+    if (const std::optional<Fault> fault = replaceFile(name, byteOrderMark + text.toUtf8()))
+        prompts.refuse(u"Error writing file, err %1\rLedger not written"_s.arg(fault->number()), u"Failed to Save"_s);
+}
+
+QString LedgerWindow::fileWanted()
+{
+    const QString preset = u"molvark_ledger_"_s + logDate(clock.now().date());
+    const QString name = prompts.askFileName(u"Save file as..."_s, preset, u"csv"_s);
+    const QFileInfo info(name);
+    if (name.isEmpty() || !info.isFile() || info.size() == 0)
+        return name;
+    const Answer answer = prompts.ask({u"Save as CSV"_s, u"This file is there already. Replace it?\r"_s + name,
+                                       BoxIcon::Question, BoxButtons::YesNo});
+    return answer == Answer::Yes ? name : QString();
+}

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#include "recorder.h"
+
+#include "base/clock.h"
+#include "base/prompts.h"
+#include "base/system_error.h"
+#include "base/wire_text.h"
+#include "output/log_file.h"
+#include "output/output.h"
+#include "rcon/exchange.h"
+#include "rcon/udp_client.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+Recorder::Recorder(const Exchange &exchange_, const UDPClient &udpclient_, Output &output_, Prompts &prompts_,
+                   const Clock &clock_, QObject *parent)
+    : QObject(parent), exchange(exchange_), udpclient(udpclient_), output(output_), prompts(prompts_), clock(clock_)
+{
+}
+
+Recorder::~Recorder()
+{
+    if (isRecording())
+        (void)write(mask.rest());
+}
+
+void Recorder::mrecord_Click()
+{
+    if (isRecording()) {
+        writeOrEnd(mask.rest());
+        end();
+    } else if (const QString name = fileWanted(); !name.isEmpty()) {
+        begin(name);
+    }
+}
+
+QString Recorder::fileWanted()
+{
+    const QString preset = u"molvark_traffic_"_s + logDate(clock.now().date());
+    const QString name = prompts.askFileName(u"Record traffic to..."_s, preset, u"jsonl"_s);
+    const QFileInfo info(name);
+    if (name.isEmpty() || !info.isFile() || info.size() == 0)
+        return name;
+    const Answer answer = prompts.ask({u"Record traffic"_s, u"This file is there already. Replace it?\r"_s + name,
+                                       BoxIcon::Question, BoxButtons::YesNo});
+    return answer == Answer::Yes ? name : QString();
+}
+
+void Recorder::begin(const QString &name)
+{
+    if (isRecording())
+        return; // the item has been chosen again while a box was open
+    if (const std::optional<Fault> fault = open(name)) {
+        prompts.refuse(u"Error writing file, err %1\rNothing is recorded"_s.arg(fault->number()), u"Failed to Save"_s);
+        return;
+    }
+    start = clock.elapsed();
+    mask = {};
+    mask.hide(sentPassword());
+    connect(&udpclient, &UDPClient::datagramsent, this, &Recorder::takeSent);
+    connect(&udpclient, &UDPClient::datagramread, this, &Recorder::takeRead);
+    emit recordingchanged(true);
+}
+
+std::optional<Fault> Recorder::open(const QString &name)
+{
+    const QFileInfo info(name);
+    if (info.exists() && !info.isFile() && !info.isDir())
+        return systemFault(std::errc::not_supported); // a device or a pipe: opening it could wait for ever
+    file.setFileName(name);
+    clearSystemError();
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
+        return lastSystemError(file.errorString());
+    return {};
+}
+
+void Recorder::end()
+{
+    if (!isRecording())
+        return;
+    udpclient.disconnect(this);
+    file.close();
+    emit recordingchanged(false);
+}
+
+void Recorder::takeSent(const QByteArray &datagram)
+{
+    if (isRecording())
+        writeOrEnd(mask.sent(sinceStart(), datagram, sentPassword()));
+}
+
+void Recorder::takeRead(const QByteArray &datagram)
+{
+    if (isRecording())
+        writeOrEnd(mask.received(sinceStart(), datagram));
+}
+
+std::optional<Fault> Recorder::write(const QByteArray &lines)
+{
+    const qint64 before = file.size();
+    clearSystemError();
+    if (file.write(lines) == lines.size())
+        return {};
+    Fault fault = lastSystemError(file.errorString());
+    file.resize(before); // or the last line would break off
+    return fault;
+}
+
+// A line in the message list, no box: datagrams come whenever they like.
+void Recorder::writeOrEnd(const QByteArray &lines)
+{
+    if (lines.isEmpty())
+        return;
+    if (const std::optional<Fault> fault = write(lines)) {
+        end();
+        output.addmessage(u"The recording has ended, err %1: %2"_s.arg(fault->number()).arg(fault->description()));
+    }
+}
+
+QByteArray Recorder::sentPassword() const
+{
+    return toAnsi(exchange.sentPassword());
+}
+
+TrafficMask::Time Recorder::sinceStart() const
+{
+    return clock.elapsed() - start;
+}

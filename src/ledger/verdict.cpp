@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#include "verdict.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Longer ones first: one begins like another.
+constexpr std::array<QLatin1StringView, 5> refusals{
+    "The server must set 'rcon_password' for clients to use 'rcon'."_L1,
+    "No rconpassword set on the server."_L1,
+    "Bad rconpassword."_L1,
+    "Invalid password."_L1,
+    "Bad rcon"_L1,
+};
+constexpr QLatin1StringView endOfRefusal("shorter than 8 characters.");
+
+bool begins(QStringView text, QLatin1StringView with)
+{
+    return text.startsWith(with, Qt::CaseInsensitive);
+}
+
+QStringView firstLine(QStringView text)
+{
+    const QStringView rest = text.trimmed();
+    const qsizetype end = rest.indexOf(u'\n');
+    return end < 0 ? rest : rest.first(end).trimmed();
+}
+
+/// How many characters at the beginning of `text` refuse a password.
+qsizetype refusalLength(QStringView text)
+{
+    const auto found =
+        std::ranges::find_if(refusals, [text](QLatin1StringView refusal) { return begins(text, refusal); });
+    if (found != refusals.end())
+        return found->size();
+    const QStringView line = firstLine(text);
+    return line.endsWith(endOfRefusal, Qt::CaseInsensitive) ? line.size() : 0;
+}
+
+// A refusal is all that a server says. Not all of them end their line, and each copy of a command is refused.
+bool refusesPassword(QStringView reply)
+{
+    QStringView rest = reply.trimmed();
+    while (!rest.isEmpty()) {
+        const qsizetype length = refusalLength(rest);
+        if (length == 0)
+            return false;
+        rest = rest.sliced(length).trimmed();
+    }
+    return true;
+}
+
+bool namesNoPlayer(QStringView line)
+{
+    const bool isInactive = begins(line, "Client "_L1) && line.endsWith("is not active"_L1, Qt::CaseInsensitive);
+    return isInactive || begins(line, "Bad client slot"_L1) || begins(line, "Bad slot number"_L1);
+}
+
+QStringView firstWord(QStringView command)
+{
+    const QStringView rest = command.trimmed();
+    const auto end = std::ranges::find_if(rest, [](QChar each) { return each.isSpace() || each == u'"'; });
+    return rest.first(end - rest.begin());
+}
+
+bool tellsUsage(QStringView command, QStringView line)
+{
+    if (begins(line, "usage"_L1))
+        return true;
+    const QStringView word = firstWord(command);
+    if (word.isEmpty() || !line.startsWith(word, Qt::CaseInsensitive))
+        return false;
+    const QStringView behind = line.sliced(word.size());
+    return behind.contains(u'<') && (behind.front().isSpace() || behind.front() == u'<');
+}
+
+} // namespace
+
+QString verdictWord(Verdict verdict)
+{
+    constexpr std::array<QLatin1StringView, 12> words{
+        ""_L1,
+        "acknowledged"_L1,
+        "answered"_L1,
+        "password refused"_L1,
+        "unknown command"_L1,
+        "no such player"_L1,
+        "usage"_L1,
+        "silent"_L1,
+        "late"_L1,
+        "cut"_L1,
+        "too long"_L1,
+        "unreadable"_L1,
+    };
+    return words.at(static_cast<std::size_t>(verdict));
+}
+
+bool isGood(Verdict verdict)
+{
+    return verdict == Verdict::Acknowledged || verdict == Verdict::Answered;
+}
+
+Verdict verdictOfReply(QStringView command, QStringView reply)
+{
+    const QStringView line = firstLine(reply);
+    if (line.isEmpty())
+        return Verdict::Acknowledged;
+    if (refusesPassword(reply))
+        return Verdict::PasswordRefused;
+    if (begins(line, "Unknown command"_L1))
+        return Verdict::UnknownCommand;
+    if (namesNoPlayer(line))
+        return Verdict::NoSuchPlayer;
+    return tellsUsage(command, line) ? Verdict::Usage : Verdict::Answered;
+}
