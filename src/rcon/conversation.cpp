@@ -38,6 +38,15 @@ bool Conversation::tellWithoutWaiting(const QString &comm) const
     return tell(comm, true);
 }
 
+bool Conversation::tellOnce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole) const
+{
+    const auto isAnyWhole = [](const QString &) { return true; };
+    if (!isOpen())
+        return false;
+    const bool isAnswered = services.link.exchange.sendonce(comm, isWhole ? isWhole : isAnyWhole);
+    return isAnswered && isOpen();
+}
+
 bool Conversation::ask(const QString &comm, bool quietmode) const
 {
     beginStep();
@@ -105,10 +114,15 @@ const QString &Conversation::reply() const
     return services.session.rconreply;
 }
 
+const QList<ReplyPiece> &Conversation::pieces() const
+{
+    return services.link.exchange.pieces();
+}
+
 void Conversation::clearReply() const
 {
     if (!isSuperseded())
-        services.session.rconreply.clear();
+        services.link.exchange.clearReply();
 }
 
 bool Conversation::ownsReply() const

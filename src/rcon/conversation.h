@@ -3,8 +3,12 @@
 
 #include "base/prompts.h"
 
+#include <QList>
 #include <QString>
 
+#include <functional>
+
+struct ReplyPiece;
 struct Services;
 
 /// What one handler has to say to one server, from here on; the only way for a page to speak to a server. The handler
@@ -26,6 +30,9 @@ public:
     bool tell(const QString &comm, bool quietmode = false) const;
     /// Sends a command that a server answers late or never, such as one that loads a map; quiet.
     bool tellWithoutWaiting(const QString &comm) const;
+    /// Sends a command once, quietly and in the time that the strictest server leaves between two: a copy of it might
+    /// meet somebody else. Silence is told by the result alone; see `Exchange::sendonce`.
+    bool tellOnce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole = {}) const;
     /// Sends a command whose reply comes in many datagrams, and gives it a second more. False when nothing came, too.
     bool ask(const QString &comm, bool quietmode = true) const;
     /// Sends a query, without the word rcon and the password, once. Throws what UDPClient::SendData throws.
@@ -42,6 +49,8 @@ public:
 
     /// What has come since the last command, whoever gave it.
     [[nodiscard]] const QString &reply() const;
+    /// Which parts of it came in one datagram each.
+    [[nodiscard]] const QList<ReplyPiece> &pieces() const;
     void clearReply() const;
     /// True until another command empties the reply as it was at the end of the last `ask` or `awaitAnswer`.
     [[nodiscard]] bool ownsReply() const;

@@ -11,6 +11,7 @@
 #include "udp_client.h"
 
 #include <QCoreApplication>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 #include <algorithm>
@@ -29,6 +30,17 @@ constexpr QChar commandMark(0x18); // frames the command in its echo line
 // server that never stops must not fill the memory.
 constexpr qsizetype largestReply = qsizetype{4} * 1024 * 1024;
 
+// In milliseconds. The strictest servers hear one command in half a second, whoever sends it, and the way there takes
+// now a little more, now a little less. The latest answers that are known come after five seconds.
+constexpr qint64 betweenCommands = 750;
+constexpr qint64 latestAnswer = 6000;
+constexpr qint64 restOfReply = 1500;
+
+bool isStatus(const QString &comm)
+{
+    return trimBlanks(comm).compare("status"_L1, Qt::CaseInsensitive) == 0;
+}
+
 } // namespace
 
 Exchange::Exchange(Session &session_, UDPClient &udpclient_, const ServerFields &fields_, Output &output_,
@@ -46,18 +58,17 @@ Exchange::Exchange(Session &session_, UDPClient &udpclient_, const ServerFields 
 
 void Exchange::sendinfo(const QString &comm, bool quietmode, BroughtBy by)
 {
-    const int number = ++asked;
     lastBy = by;
-    session.rconarrived = false;
-    session.rconreply.clear();
-    session.rconnoroute = 0;
-    truncationTold = false;
-
-    emit sending(comm);
-    const Outcome outcome = sendCopies(comm, by, number);
+    const int number = begin(comm);
+    const qint64 staleBefore = staleUntil;
+    int copiesSent = 0;
+    const Outcome outcome = sendCopies(comm, by, number, copiesSent);
     emit over(number, outcome != Outcome::NotAwaited);
     if (outcome != Outcome::HadItsTime)
         return;
+    const bool isPlain = copiesSent == 1 && session.rconarrived && asked == number; // one copy, one answer
+    if (isPlain && isStatus(comm) && staleBefore < lastSent)
+        staleUntil = staleBefore;
     emit ended(session.rconreply);
 
     if (!session.rconarrived) {
@@ -71,7 +82,98 @@ void Exchange::sendinfo(const QString &comm, bool quietmode, BroughtBy by)
         output.addrcon(u">>RCON sent ["_s + clock.shortTime() + u"] "_s + commandMark + comm + commandMark + u"\r\n"_s);
 }
 
-Exchange::Outcome Exchange::sendCopies(const QString &comm, BroughtBy by, int number)
+int Exchange::begin(const QString &comm)
+{
+    const int number = ++asked;
+    session.rconarrived = false;
+    clearReply();
+    session.rconnoroute = 0;
+    truncationTold = false;
+    emit sending(comm);
+    return number;
+}
+
+bool Exchange::sendonce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole)
+{
+    const int generation = udpclient.generation();
+    const auto isLeft = [&] { return session.closing || udpclient.generation() != generation; };
+    awaitTurn(comm);
+    if (isLeft())
+        return false;
+    lastBy = BroughtBy::Person;
+    const qint64 staleBefore = staleUntil;
+    const int mine = begin(comm);
+    const auto atEnd = qScopeGuard([&] { emit over(mine, true); });
+    const Wait begun = newWait(comm, 1, latestAnswer / 1000);
+    if (const Sent sent = send(comm, mine); sent != Sent::Yes) {
+        tellUnsent(sent, lastBy);
+        return false;
+    }
+    timeSending(milliseconds());
+    const QString password = lastPassword;
+    const auto isOthers = [&] { return asked != mine || isLeft(); };
+    {
+        Waiting wait(*this, begun);
+        for (qint64 left = latestAnswer; left > 0 && !session.rconarrived && !isOthers(); left -= 1000) {
+            rest(std::min<qint64>(left, 1000), [&] { return session.rconarrived || isOthers(); });
+            wait.secondPassed();
+        }
+        if (session.rconarrived)
+            rest(restOfReply, [&] { return isOthers() || isWhole(session.rconreply); });
+    }
+    if (isOthers())
+        return false;
+    lastPassword = password;
+    if (isStatus(comm) && session.rconarrived)
+        staleUntil = staleBefore;
+    emit ended(session.rconreply);
+    return session.rconarrived;
+}
+
+// What has been sent was sent just now.
+void Exchange::timeSending(qint64 now)
+{
+    if (std::exchange(isUntimed, false))
+        lastSent = now;
+    if (std::exchange(isStatusUntimed, false))
+        staleUntil = now + latestAnswer;
+}
+
+// Other handlers run meanwhile and may send something themselves.
+void Exchange::awaitTurn(const QString &comm)
+{
+    const int generation = udpclient.generation();
+    const auto isLeft = [&] { return session.closing || udpclient.generation() != generation; };
+    const auto left = [&] {
+        const qint64 now = milliseconds();
+        timeSending(now);
+        return std::max(lastSent + betweenCommands, isStatus(comm) ? staleUntil : 0) - now;
+    };
+    for (qint64 wait = left(); wait > 0 && wait <= latestAnswer && !isLeft(); wait = left())
+        rest(wait, isLeft);
+}
+
+// A clock that is set back ends the wait: it is not to last for hours.
+void Exchange::rest(qint64 milliseconds_, const std::function<bool()> &isOver)
+{
+    const qint64 start = milliseconds();
+    for (qint64 now = start; !session.closing && !isOver() && now >= start && now < start + milliseconds_;
+         now = milliseconds())
+        clock.rest(static_cast<double>(start + milliseconds_ - now) / 1000);
+}
+
+qint64 Exchange::milliseconds() const
+{
+    return clock.now().toMSecsSinceEpoch();
+}
+
+void Exchange::clearReply()
+{
+    session.rconreply.clear();
+    replyPieces.clear();
+}
+
+Exchange::Outcome Exchange::sendCopies(const QString &comm, BroughtBy by, int number, int &copiesSent)
 {
     const int generation = udpclient.generation();
     const Wait begun = newWait(comm, copies, copies * slotsPerCopy);
@@ -82,6 +184,7 @@ Exchange::Outcome Exchange::sendCopies(const QString &comm, BroughtBy by, int nu
             tellUnsent(sent, by);
             return Outcome::GivenUp;
         }
+        copiesSent = copy;
         const QString password = lastPassword;
         const bool isAwaited = !std::exchange(session.rconnowait, false); // taken first: another handler may run now
         yield();
@@ -108,6 +211,8 @@ Exchange::Sent Exchange::send(const QString &comm, int number)
     try {
         lastPassword = fields.password();
         const QByteArray datagram = sendText(u"rcon "_s + lastPassword + u' ' + comm);
+        isUntimed = true;
+        isStatusUntimed = isStatusUntimed || isStatus(comm);
         emit copysent({number, comm, lastPassword, datagram});
     } catch (const Fault &fault) {
         if (fault.number() != Fault::NoRoute)
@@ -193,7 +298,9 @@ void Exchange::sendquery(const QString &query)
 void Exchange::waitseconds(qint16 seconds)
 {
     // The time of day falls back to zero at midnight and the target does not, so a wait across midnight goes on.
-    const auto start = static_cast<qint32>(roundHalfToEven(clock.secondsSinceMidnight()));
+    const QDateTime begun = clock.now();
+    timeSending(begun.toMSecsSinceEpoch());
+    const auto start = static_cast<qint32>(roundHalfToEven(begun.time().msecsSinceStartOfDay() / 1000.0));
     const double end = start + seconds;
     for (double now = clock.secondsSinceMidnight(); !session.closing && now < end; now = clock.secondsSinceMidnight())
         clock.rest(end - now);
@@ -208,6 +315,8 @@ void Exchange::UDPClient_DataArrival()
 {
     QString text = receive();
     const qsizetype room = largestReply - session.rconreply.size();
+    if (!text.isEmpty())
+        replyPieces.append({session.rconreply.size(), arrived == ReplyPiece::losingSize});
     if (session.rconcollect) {
         session.rconreply += squeezeBlanks(text).left(room);
     } else {
@@ -234,6 +343,7 @@ QString Exchange::receive()
     } catch (const Fault &fault) {
         isTruncated = fault.number() == Fault::DatagramTooLarge;
     }
+    arrived = bytes.size();
     const QByteArray head = bytes.first(std::min<qsizetype>(bytes.size(), 32));
     const QString text = codePage.toText(bytes.replace(session.rconheader + "print\n", ""));
     emit datagramcame({head, text, size});

@@ -3,12 +3,14 @@
 
 #include "base/prompts.h"
 #include "base/wire_text.h"
+#include "reply_piece.h"
 #include "traffic.h"
 
 #include <QList>
 #include <QObject>
 #include <QString>
 
+#include <functional>
 #include <utility>
 
 class Clock;
@@ -47,6 +49,11 @@ public:
     /// text is then in the session's `rconreply`. Shows a box when the link is closed, has no route or stays silent.
     /// `quietmode` leaves out the echo of the command in the RCON pane; a tick brings no box that is open already.
     void sendinfo(const QString &comm, bool quietmode = false, BroughtBy by = BroughtBy::Person);
+    /// Sends one console command a single time and says nothing about it: not sooner after the last command than the
+    /// strictest server listens again, and "status" not before answers to earlier copies of it have had their time.
+    /// Waits six seconds for the reply, and then one and a half more until `isWhole` finds it complete. True when a
+    /// reply has come and no other command has emptied it; boxes only for a closed link and for no route.
+    bool sendonce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole);
     /// Sends `query` without the word rcon and the password, once, and yields once. Throws what SendData throws.
     void sendquery(const QString &query);
     /// Waits that many seconds by the time of day, from half a second less to half a second more, or until the main
@@ -55,10 +62,14 @@ public:
     /// Tells one exchange from the next: how often something has been asked. A reply that is still being read has been
     /// emptied by another exchange when this has changed.
     [[nodiscard]] int exchanges() const { return asked; }
+    /// Which parts of the session's `rconreply` came in one datagram each, in order. Those without text are left out.
+    [[nodiscard]] const QList<ReplyPiece> &pieces() const { return replyPieces; }
     /// The password that was sent last by the command that has ended last.
     [[nodiscard]] const QString &sentPassword() const { return lastPassword; }
     /// Lets the event loop run once.
     void yield();
+    /// Empties the reply.
+    void clearReply();
     /// A reading of that many steps begins, or the one around it goes on; returns how far the other one has come.
     Steps beginSteps(Steps begun) { return std::exchange(steps, begun); }
     /// The next command is the next step.
@@ -106,11 +117,16 @@ signals:
 private:
     void UDPClient_DataArrival();
     enum class Outcome { NotAwaited, GivenUp, HadItsTime };
-    [[nodiscard]] Outcome sendCopies(const QString &comm, BroughtBy by, int number);
+    [[nodiscard]] Outcome sendCopies(const QString &comm, BroughtBy by, int number, int &copiesSent);
     enum class Sent { Yes, Closing, NotConnected, NoRoute, Failed };
     [[nodiscard]] Sent send(const QString &comm, int number);
     void tellUnsent(Sent sent, BroughtBy by);
     void waitForReply(Waiting &wait);
+    [[nodiscard]] int begin(const QString &comm);
+    void rest(qint64 milliseconds, const std::function<bool()> &isOver);
+    void awaitTurn(const QString &comm);
+    void timeSending(qint64 now);
+    [[nodiscard]] qint64 milliseconds() const;
     void announceWait();
     [[nodiscard]] QByteArray sendText(const QString &text);
     [[nodiscard]] QString receive();
@@ -123,11 +139,17 @@ private:
     Prompts &prompts;
     const Clock &clock;
     QString lastPassword;
+    QList<ReplyPiece> replyPieces;
     QList<Wait> waits; ///< the outermost first
     Steps steps;
     bool isStep = false;
     const CodePage codePage;
+    qint64 lastSent = 0;   ///< when a console command was, in milliseconds
+    qint64 staleUntil = 0; ///< when the last answer to an earlier "status" may come
+    qsizetype arrived = 0; ///< bytes of the datagram that came last
     int asked = 0;
+    bool isUntimed = false; ///< something has been sent, and the clock not been read since
+    bool isStatusUntimed = false;
     BroughtBy lastBy = BroughtBy::Person;
     bool yieldingInArrival = false;
     bool truncationTold = false;
