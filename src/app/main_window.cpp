@@ -150,6 +150,8 @@ void MainWindow::wirePages()
 
     connect(messagesPage, &MessagesPage::outlookchanged, ui->statusbar, &StatusBar::showCycle);
     connect(playersPage, &PlayersPage::refreshchanged, ui->statusbar, &StatusBar::showRefresh);
+    connect(playersPage, &PlayersPage::checkanswered, ui->statusbar, &StatusBar::showAnswer);
+    connect(&connecting, &Connecting::disconnected, ui->statusbar, [this] { ui->statusbar->showAnswer({}); });
     connect(others.get(), &OtherWindows::preferenceschanged, playersPage, &PlayersPage::takePreferences);
 
     connect(&connecting, &Connecting::disconnected, messagesPage, &MessagesPage::endCycle);

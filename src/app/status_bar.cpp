@@ -192,8 +192,9 @@ void StatusBar::build()
         emit verdictclicked(verdictNumber);
     });
     lblrecord = new RecordMark(this);
+    lblanswer = new ElidedLabel(u"lblanswer"_s, this); // more than the rest it is for the moment, so it stands first
     int place = 4; // behind the four at the left, before the button
-    for (QLabel *label : std::initializer_list<QLabel *>{lblverdict, lblcycle, lblrefresh, lblrecord}) {
+    for (QLabel *label : std::initializer_list<QLabel *>{lblanswer, lblverdict, lblcycle, lblrefresh, lblrecord}) {
         insertPermanentWidget(place++, label);
         label->hide();
     }
@@ -295,4 +296,9 @@ void StatusBar::showRecording(bool on)
 {
     if (lblrecord)
         lblrecord->setVisible(on);
+}
+
+void StatusBar::showAnswer(const QString &answer)
+{
+    lblanswer->display(answer);
 }

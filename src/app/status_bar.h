@@ -83,6 +83,8 @@ public slots:
     /// What the message cycler does, and how often the list of players is read; hidden when empty.
     void showCycle(const QString &outlook);
     void showRefresh(int seconds);
+    /// What a server said to a checked action, and what came of it; hidden when empty.
+    void showAnswer(const QString &answer);
     /// What became of the command of that number; `verdict` is empty when it is good, which hides an earlier one.
     void showVerdict(int number, const QString &verdict, const QString &command);
     void showRecording(bool on);
@@ -100,6 +102,7 @@ private:
     ElidedLabel *lblwait = nullptr;
     ElidedLabel *lblcycle = nullptr;
     ElidedLabel *lblrefresh = nullptr;
+    ElidedLabel *lblanswer = nullptr;
     ElidedLabel *lblverdict = nullptr;
     RecordMark *lblrecord = nullptr;
     int verdictNumber = 0;

@@ -2,6 +2,7 @@
 #include "player_menu.h"
 
 #include "base/context_menu.h"
+#include "checked_deeds.h"
 #include "player_table.h"
 #include "player_view.h"
 
@@ -10,7 +11,26 @@
 
 using namespace Qt::StringLiterals;
 
-void showPlayerMenu(PlayerView &view, const PlayerTable &players, const PlayerButtons &buttons, QPoint place)
+namespace {
+
+// About him who is selected now, whoever stands there when the item is chosen: he is looked for by what he is.
+void addCheckedItems(QMenu *menu, const PlayerTable &players, int row, const CheckAndAct &checkAndAct)
+{
+    const bool isPlayer = row >= 0 && !players.text(row, PlayerColumn::Num).isEmpty();
+    const WantedPlayer wanted = isPlayer ? players.wanted(row) : WantedPlayer();
+    const auto addDeed = [&](const CheckedDeed &deed) {
+        addMenuItem(menu, deed.item, deed.caption, isPlayer,
+                    [checkAndAct, &deed, wanted] { checkAndAct(deed, wanted); });
+    };
+    for (const CheckedDeed &deed : checkedDismissals)
+        addDeed(deed);
+    addDeed(checkedMessage);
+}
+
+} // namespace
+
+void showPlayerMenu(PlayerView &view, const PlayerTable &players, const PlayerButtons &buttons,
+                    const CheckAndAct &checkAndAct, QPoint place)
 {
     const int row = view.selectedRow();
     const bool isRow = row >= 0;
@@ -29,6 +49,8 @@ void showPlayerMenu(PlayerView &view, const PlayerTable &players, const PlayerBu
     addButton(u"acttempban"_s, u"&Temp Ban"_s, buttons.temporaryBan);
     menu->addSeparator();
     addButton(u"actmessage"_s, u"Send &message"_s, buttons.message);
+    menu->addSeparator();
+    addCheckedItems(menu, players, row, checkAndAct);
     menu->addSeparator();
     addCopy(u"actcopyguid"_s, u"Copy &GUID"_s, PlayerColumn::Guid);
     addCopy(u"actcopyaddress"_s, u"Copy &address"_s, PlayerColumn::Address);

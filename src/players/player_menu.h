@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
+
 class PlayerTable;
 class PlayerView;
 class QAbstractButton;
 class QPoint;
+struct CheckedDeed;
+struct WantedPlayer;
 
 /// The buttons that do the same as the first items of the menu.
 struct PlayerButtons {
@@ -14,5 +18,9 @@ struct PlayerButtons {
     QAbstractButton *message;
 };
 
+/// Does something to a player when a new list has shown where he is.
+using CheckAndAct = std::function<void(const CheckedDeed &deed, const WantedPlayer &wanted)>;
+
 /// Opens the menu about the selected player of `view` at `place` of the screen.
-void showPlayerMenu(PlayerView &view, const PlayerTable &players, const PlayerButtons &buttons, QPoint place);
+void showPlayerMenu(PlayerView &view, const PlayerTable &players, const PlayerButtons &buttons,
+                    const CheckAndAct &checkAndAct, QPoint place);

@@ -34,7 +34,7 @@ bool PlayerReader::readStatus(const Reading &scope, BroughtBy by, const std::fun
     // Another command that empties the reply ends it, too: its rest will not come.
     while (!table.ended(talk.reply()) && talk.isOpen() && talk.ownsReply() && scope.isLatest()) {
         try {
-            emit statusrowread(table.next(talk.reply()));
+            emit statusrowread(table.next(talk.reply(), talk.pieces()));
         } catch (const Fault &) {
             if (isTold())
                 services.prompts.refuse(u"The server is not responding quickly enough\rTry populate again"_s,

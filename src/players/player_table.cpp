@@ -12,6 +12,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+QString damageText(RowDamage damage)
+{
+    return damage == RowDamage::LostCharacter ? u"a character may be missing"_s : u"came in two datagrams"_s;
+}
+
 struct Column {
     QStringView header; ///< its length, with the blanks, is the width of the column
     QVariant alignment;
@@ -87,6 +92,13 @@ QVariant PlayerTable::data(const QModelIndex &index, int role) const
         return {};
     if (role == Qt::DisplayRole)
         return text(index.row(), static_cast<PlayerColumn::Column>(index.column())).left(longestShown);
+    const RowDamage damage = players.at(index.row()).damage;
+    if (index.column() == PlayerColumn::Edge && damage != RowDamage::None) {
+        if (role == Qt::DecorationRole)
+            return mark ? mark(damage) : QVariant();
+        if (role == Qt::AccessibleDescriptionRole || role == Qt::ToolTipRole)
+            return damageText(damage);
+    }
     return role == Qt::TextAlignmentRole ? columnAt(index.column()).alignment : QVariant();
 }
 
@@ -103,15 +115,15 @@ void PlayerTable::sort(int column, Qt::SortOrder order)
 {
     QList<SortKey> keys;
     keys.reserve(players.size());
-    for (const PlayerCells &cells : std::as_const(players))
-        keys.append(SortKey(cells.at(static_cast<std::size_t>(column))));
+    for (const Listed &player : std::as_const(players))
+        keys.append(SortKey(player.cells.at(static_cast<std::size_t>(column))));
     QList<int> from(players.size()); // the old row of each new one
     std::iota(from.begin(), from.end(), 0);
     const auto before = order == Qt::AscendingOrder ? isBefore : isBeforeDescending;
     std::ranges::stable_sort(from, [&](int one, int other) { return before(keys.at(one), keys.at(other)); });
 
     emit layoutAboutToBeChanged({}, VerticalSortHint);
-    QList<PlayerCells> sorted;
+    QList<Listed> sorted;
     sorted.reserve(players.size());
     for (int row : std::as_const(from))
         sorted.append(players.at(row));
@@ -129,7 +141,7 @@ void PlayerTable::sort(int column, Qt::SortOrder order)
 
 const QString &PlayerTable::text(int row, PlayerColumn::Column column) const
 {
-    return players.at(row).at(static_cast<std::size_t>(column));
+    return players.at(row).cells.at(static_cast<std::size_t>(column));
 }
 
 int PlayerTable::rowOf(const QString &num) const
@@ -158,10 +170,10 @@ void PlayerTable::clear()
     endResetModel();
 }
 
-void PlayerTable::add(const PlayerCells &cells)
+void PlayerTable::add(const PlayerCells &cells, const QString &name, RowDamage damage)
 {
     beginInsertRows({}, rowCount(), rowCount());
-    players.append(cells);
+    players.append({cells, name, damage});
     endInsertRows();
 }
 
@@ -170,4 +182,12 @@ void PlayerTable::remove(int row)
     beginRemoveRows({}, row, row);
     players.removeAt(row);
     endRemoveRows();
+}
+
+WantedPlayer PlayerTable::wanted(int row) const
+{
+    const Listed &player = players.at(row);
+    return {text(row, PlayerColumn::Num),     text(row, PlayerColumn::Guid),   player.name,
+            text(row, PlayerColumn::Address), text(row, PlayerColumn::Player), player.damage != RowDamage::None,
+            text(row, PlayerColumn::Num)};
 }

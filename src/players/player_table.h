@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "player_check.h"
+
 #include <QAbstractTableModel>
 #include <QList>
 
 #include <array>
+#include <functional>
 
 /// The columns of the player list. The last message is never filled in.
 namespace PlayerColumn {
@@ -35,9 +38,22 @@ public:
     /// The first row with this slot number, guid and name, colour codes in the name aside; -1 when there is none.
     [[nodiscard]] int rowOf(const QString &num, const QString &guid, const QString &name) const;
     void clear();
-    void add(const PlayerCells &cells);
+    /// Somebody under the name that the server gave; the cell may show it without colours.
+    void add(const PlayerCells &cells, const QString &name = {}, RowDamage damage = RowDamage::None);
     void remove(int row);
 
+    /// Makes the picture that marks a row which may be damaged; it is asked for when one is painted.
+    void setMark(const std::function<QVariant(RowDamage)> &mark_) { mark = mark_; }
+    /// Whom the row is about, for looking for him in another list.
+    [[nodiscard]] WantedPlayer wanted(int row) const;
+
 private:
-    QList<PlayerCells> players;
+    struct Listed {
+        PlayerCells cells;
+        QString name;
+        RowDamage damage = RowDamage::None;
+    };
+
+    QList<Listed> players;
+    std::function<QVariant(RowDamage)> mark;
 };

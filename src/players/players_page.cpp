@@ -6,7 +6,9 @@
 #include "base/fault.h"
 #include "base/placeholder.h"
 #include "base/prompts.h"
+#include "checked_deeds.h"
 #include "colour_codes.h"
+#include "damage_mark.h"
 #include "dismissals.h"
 #include "getstatus_reply.h"
 #include "output/log_file.h"
@@ -44,10 +46,12 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
       players(this),
       reader(services_, this),
       refresh(
-          services_, [this] { return populate(BroughtBy::Tick); }, this)
+          services_, [this] { return populate(BroughtBy::Tick); }, this),
+      checkedActions(services_, this)
 {
     ui->setupUi(this);
     ui->msfplayers->showTable(players);
+    players.setMark([view = ui->msfplayers](RowDamage damage) { return damageMark(damage, *view); });
     showPlaceholder(ui->msfplayers);
     ui->complayersort->setCurrentIndex(-1); // the server's own order
 
@@ -75,9 +79,13 @@ void PlayersPage::wireList()
 {
     connect(ui->msfplayers->horizontalHeader(), &QHeaderView::sectionClicked, this, &PlayersPage::sortOn);
     connect(ui->msfplayers, &PlayerView::menuwanted, this, [this](QPoint place) {
-        showPlayerMenu(*ui->msfplayers, players, {ui->cmdplykick, ui->cmdplyban, ui->cmdtempban, ui->cmdplymessage},
-                       place);
+        showPlayerMenu(
+            *ui->msfplayers, players, {ui->cmdplykick, ui->cmdplyban, ui->cmdtempban, ui->cmdplymessage},
+            [this](const CheckedDeed &deed, const WantedPlayer &wanted) { checkAndAct(deed, wanted); }, place);
     });
+    connect(&checkedActions, &CheckedActions::answered, this, &PlayersPage::checkanswered);
+    connect(&checkedActions, &CheckedActions::left, this,
+            [this](const WantedPlayer &wanted) { dropRow(wanted.listedNum, wanted.guid, wanted.shown); });
     connect(ui->txtplyfilter, &QLineEdit::textChanged, ui->msfplayers, &PlayerView::setFilter);
 }
 
@@ -145,7 +153,8 @@ void PlayersPage::add(const StatusRow &row)
     if (populate != populates)
         return; // it brought a box, and the list has been read anew meanwhile
     players.add(
-        {QString(), row.num, row.guid, shownName(row.name), row.ping, row.score, row.address, row.qport, row.rate});
+        {QString(), row.num, row.guid, shownName(row.name), row.ping, row.score, row.address, row.qport, row.rate},
+        row.name, row.damage);
 }
 
 void PlayersPage::add(const GetstatusRow &row)
@@ -255,9 +264,7 @@ void PlayersPage::dismiss(const Dismissal &dismissal)
         section = dismissal.noteSection;
         talk.note(dismissal.noteBefore + name + dismissal.noteBehind);
         section = dismissal.removalSection;
-        // The list may have been read anew meanwhile, and somebody else sit in that slot.
-        if (const int listed = players.rowOf(num, guid, name); listed >= 0)
-            removeRow(listed);
+        dropRow(num, guid, name);
     } catch (const Fault &fault) {
         report(fault, dismissal, section);
     }
@@ -295,17 +302,36 @@ void PlayersPage::cmdplymessage_Click()
     const Conversation talk(services);
     const QString name = shownName(players.text(row, PlayerColumn::Player));
 
+    const std::optional<QString> message = askMessage(name);
+    if (!message)
+        return;
+    talk.note(u"Private message to ["_s + name + u"]: "_s + *message);
+    talk.tell(u"tell "_s + num + u' ' + *message);
+}
+
+// Nothing when the person does not want to say anything.
+std::optional<QString> PlayersPage::askMessage(const QString &name) const
+{
     QString message =
         services.prompts.askText(u"Enter message to send selected player\n( Note: Use %P% to auto full playername)"_s,
                                  u"Enter Message"_s, u"You are on a last warning %P%"_s);
     if (message.isEmpty())
-        return;
+        return {};
     message = oneLine(message); // the server reads no further than a line break
     static const QString placeholder = u"%P%"_s;
     if (const qsizetype at = message.indexOf(placeholder, 0, Qt::CaseInsensitive); at >= 0)
         message.replace(at, placeholder.size(), name);
-    talk.note(u"Private message to ["_s + name + u"]: "_s + message);
-    talk.tell(u"tell "_s + num + u' ' + message);
+    return message;
+}
+
+void PlayersPage::checkAndAct(const CheckedDeed &deed, const WantedPlayer &wanted)
+{
+    if (deed.dismisses) {
+        checkedActions.act(deed, wanted);
+        return;
+    }
+    if (const std::optional<QString> message = askMessage(shownName(wanted.shown)))
+        checkedActions.act(deed, wanted, *message);
 }
 
 void PlayersPage::cmdsavenames_Click()
@@ -327,6 +353,13 @@ void PlayersPage::cmdsavenames_Click()
         services.prompts.showFault(*fault);
     else
         services.prompts.inform(u"Players appended"_s, u"Players saved"_s);
+}
+
+// The list may have been read anew meanwhile, and somebody else sit in that slot.
+void PlayersPage::dropRow(const QString &num, const QString &guid, const QString &name)
+{
+    if (const int listed = players.rowOf(num, guid, name); listed >= 0)
+        removeRow(listed);
 }
 
 void PlayersPage::removeRow(int row)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/reentrancy_guard.h"
+#include "checked_actions.h"
 #include "player_reader.h"
 #include "player_refresh.h"
 #include "player_table.h"
@@ -9,9 +10,11 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 class Fault;
 class PlayerView;
+struct CheckedDeed;
 struct Dismissal;
 struct GetstatusRow;
 struct Services;
@@ -47,6 +50,8 @@ public slots:
 signals:
     /// The list is read anew every so many seconds from now on; 0 when it is not any more.
     void refreshchanged(int seconds);
+    /// What came of a checked action so far; empty when another one begins.
+    void checkanswered(const QString &answer);
 
 private:
     void wireList();
@@ -64,6 +69,9 @@ private:
     void dismiss(const Dismissal &dismissal);
     void report(const Fault &fault, const Dismissal &dismissal, QLatin1StringView section);
     void cmdplymessage_Click();
+    [[nodiscard]] std::optional<QString> askMessage(const QString &name) const;
+    void checkAndAct(const CheckedDeed &deed, const WantedPlayer &wanted);
+    void dropRow(const QString &num, const QString &guid, const QString &name);
     void cmdsavenames_Click();
 
     [[nodiscard]] QString shownName(const QString &name) const;
@@ -75,6 +83,7 @@ private:
     PlayerTable players;
     PlayerReader reader;
     PlayerRefresh refresh;
+    CheckedActions checkedActions;
     ReentrancyGuard::Door populating;
     int populates = 0;
     int scrolled = 0;       ///< how far the list that is being replaced was

@@ -22,6 +22,24 @@ qsizetype found(qsizetype index)
     return index;
 }
 
+/// What may have happened to the line from `start` to its line feed at `end`. Of a datagram that lacks its last
+/// character the row behind is marked also when it begins there: its first character may be that one. (A line feed that
+/// is missing makes two rows one, which stands in both datagrams.)
+RowDamage damageOf(qsizetype start, qsizetype end, const QList<ReplyPiece> &pieces)
+{
+    RowDamage damage = RowDamage::None;
+    for (qsizetype piece = 1; piece < pieces.size(); ++piece) {
+        const qsizetype border = pieces.at(piece).begin;
+        if (border > end)
+            break;
+        if (border >= start && pieces.at(piece - 1).mayLackLast)
+            return RowDamage::LostCharacter;
+        if (border > start)
+            damage = RowDamage::TwoDatagrams;
+    }
+    return damage;
+}
+
 /// Cuts one row into fields, from both ends, because the name in the middle may hold blanks itself.
 class RowCutter final {
 public:
@@ -105,7 +123,7 @@ bool StatusTable::ended(const QString &reply) const
     return anyRow && lineFeed + 1 < reply.size() && reply.at(lineFeed + 1) == u'\n';
 }
 
-StatusRow StatusTable::next(const QString &reply)
+StatusRow StatusTable::next(const QString &reply, const QList<ReplyPiece> &pieces)
 {
     RowCutter cutter(reply, lineFeed + 1);
     StatusRow row;
@@ -119,6 +137,7 @@ StatusRow StatusTable::next(const QString &reply)
     row.address = cutter.takeRight();
     cutter.takeRight(); // the time since the last message is not shown
     row.name = cutter.takeMiddle();
+    row.damage = damageOf(lineFeed + 1, lineEnd, pieces);
     lineFeed = lineEnd;
     anyRow = true;
     return row;

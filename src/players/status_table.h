@@ -1,7 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "rcon/reply_piece.h"
+
+#include <QList>
 #include <QString>
+
+/// What the way here may have done to a row.
+enum class RowDamage {
+    None,
+    TwoDatagrams, ///< it was put together from two datagrams
+    LostCharacter ///< so that a character may be missing in it
+};
 
 /// One row of the server's "status" table, all fields as text. Those that stand at the end of their columns touch when
 /// a column is too full, and are then read as one.
@@ -14,6 +24,7 @@ struct StatusRow {
     QString address;
     QString qport;
     QString rate;
+    RowDamage damage = RowDamage::None;
 
     bool operator==(const StatusRow &) const = default;
 };
@@ -26,9 +37,9 @@ public:
     [[nodiscard]] bool skipHeading(const QString &reply);
     /// True when an empty line follows the row that was read last.
     [[nodiscard]] bool ended(const QString &reply) const;
-    /// The next row. Throws InvalidCall when it is cut short and Overflow when it goes beyond position 32,767; it can
-    /// then be tried again, from its beginning.
-    [[nodiscard]] StatusRow next(const QString &reply);
+    /// The next row; `pieces` says where the datagrams of the reply met. Throws InvalidCall when it is cut short and
+    /// Overflow when it goes beyond position 32,767; it can then be tried again, from its beginning.
+    [[nodiscard]] StatusRow next(const QString &reply, const QList<ReplyPiece> &pieces = {});
 
 private:
     qsizetype lineFeed = -1; ///< position of the one that ends the line before the next row

@@ -109,7 +109,7 @@ inline Box slowBox()
 
 /// The running program with the "Players" tab open, connected to a practice server on which nobody is yet; what
 /// connecting asked is forgotten.
-struct PlayersTab final : ConnectedProgram {
+struct PlayersTab : ConnectedProgram {
     explicit PlayersTab(const QByteArray &preferences = {}, const PracticeOptions &options = desertedServer())
         : ConnectedProgram({.practice = options, .settings = keepsOutput + preferences, .tab = 4})
     {

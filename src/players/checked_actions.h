@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/reentrancy_guard.h"
+#include "player_check.h"
+
+#include <QObject>
+
+#include <optional>
+
+class Conversation;
+class Reading;
+struct CheckedDeed;
+struct Services;
+
+/// Does to a player what is asked for only when a new list of the server says in which slot he is. A slot number alone
+/// is not enough: players come and go, and a digit of it may have been lost on the way.
+class CheckedActions final : public QObject {
+    Q_OBJECT
+
+public:
+    CheckedActions(const Services &services_, QObject *parent) : QObject(parent), services(services_) {}
+
+    /// Looks for the player; where he stands the command is sent with `text` behind the slot number, once. Boxes say
+    /// what was found instead. Does nothing while it is at it already.
+    void act(const CheckedDeed &deed, WantedPlayer wanted, const QString &text = {});
+
+signals:
+    /// What the server said, and then what its list says; for the status bar.
+    void answered(const QString &answer);
+    /// The list says that he is not there any more.
+    void left(const WantedPlayer &wanted);
+
+private:
+    [[nodiscard]] std::optional<Sighting> actOnce(const CheckedDeed &deed, const WantedPlayer &wanted,
+                                                  const QString &text);
+    [[nodiscard]] std::optional<QList<StatusRow>> readList(const Conversation &talk, const Reading &scope);
+    void carryOut(const Conversation &talk, const Reading &scope, const CheckedDeed &deed, const WantedPlayer &wanted,
+                  const QString &text);
+    void tellWhetherGone(const Conversation &talk, const Reading &scope, const WantedPlayer &wanted);
+    [[nodiscard]] bool isWantedThere(const CheckedDeed &deed, const WantedPlayer &wanted, const Sighting &sighting);
+
+    const Services &services;
+    ReentrancyGuard::Door acting;
+};

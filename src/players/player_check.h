@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "status_table.h"
+
+#include <QList>
+#include <QString>
+
+#include <optional>
+
+/// Somebody in a list, as he is looked for in a newer one.
+struct WantedPlayer {
+    QString num;
+    QString guid;
+    QString name; ///< as the server tells it
+    QString address;
+    QString shown;          ///< the name as the person sees it
+    bool isDamaged = false; ///< what is known of him may be wrong itself
+    QString listedNum;      ///< his slot number in the list that the person sees
+};
+
+/// What a newer list says of him.
+struct Sighting {
+    enum Kind {
+        There,     ///< undamaged in the one slot that was looked at
+        Elsewhere, ///< undamaged in one other slot
+        Gone,
+        Two,    ///< more than one stand under his GUID and name
+        Damaged ///< the row that is his, or may be his, is damaged
+    };
+
+    Kind kind = Gone;
+    QString num; ///< the slot he stands in
+
+    bool operator==(const Sighting &) const = default;
+};
+
+/// Looks for a player by GUID and exact name, whatever his address. A GUID of 0 is that of many, and name, slot and
+/// address must agree then. Who is just leaving has left.
+[[nodiscard]] Sighting lookFor(const WantedPlayer &wanted, const QList<StatusRow> &rows);
+
+/// All rows of a gathered reply to "status"; nothing when it is another's or has not come whole.
+[[nodiscard]] std::optional<QList<StatusRow>> wholeTable(const QString &reply, const QList<ReplyPiece> &pieces);
