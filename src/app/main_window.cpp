@@ -261,6 +261,7 @@ void MainWindow::wireMenus()
     connect(ui->Exit, &QAction::triggered, this, &MainWindow::cmdexit_Click);
     connect(ui->cmdexit, &QPushButton::clicked, this, &MainWindow::cmdexit_Click);
     connect(ui->mpref, &QAction::triggered, others.get(), &OtherWindows::mpref_Click);
+    connect(ui->mcheck, &QAction::triggered, others.get(), &OtherWindows::mcheck_Click);
     connect(ui->helpabout, &QAction::triggered, others.get(), &OtherWindows::helpabout_Click);
     connect(ui->mhelpsite, &QAction::triggered, this, [] { openurl(WebAddress::site); });
     connect(ui->mhelpforum, &QAction::triggered, this, [] { openurl(WebAddress::forum); });

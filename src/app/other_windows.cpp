@@ -3,6 +3,7 @@
 
 #include "about_window.h"
 #include "base/window_place.h"
+#include "ledger/check_window.h"
 #include "ledger/ledger_window.h"
 #include "mods/hob_window.h"
 #include "preferences_window.h"
@@ -57,6 +58,13 @@ void OtherWindows::showledger(Ledger &ledger, int number)
     ledgerWindow->showEntry(number);
 }
 
+void OtherWindows::mcheck_Click()
+{
+    if (!checkWindow)
+        checkWindow = std::make_unique<CheckWindow>(services.fields, services.clock);
+    bringUp(*checkWindow, owner);
+}
+
 void OtherWindows::hide()
 {
     for (QWidget *window : windows())
@@ -69,7 +77,7 @@ void OtherWindows::hide()
 // lies beside the work: the cursor is to stay where the person works.
 QWidgetList OtherWindows::windows() const
 {
-    QWidgetList all{hobWindow.get(), preferencesWindow.get(), aboutWindow.get()};
+    QWidgetList all{hobWindow.get(), preferencesWindow.get(), aboutWindow.get(), checkWindow.get()};
     all.removeAll(nullptr);
     return all;
 }

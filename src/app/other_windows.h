@@ -7,6 +7,7 @@
 #include <memory>
 
 class AboutWindow;
+class CheckWindow;
 class Connecting;
 class HobWindow;
 class Ledger;
@@ -29,6 +30,7 @@ public:
     void helpabout_Click();
     /// At the entry of that number, if it is kept.
     void showledger(Ledger &ledger, int number = -1);
+    void mcheck_Click();
     void hide();
 
 signals:
@@ -47,5 +49,6 @@ private:
     std::unique_ptr<PreferencesWindow> preferencesWindow;
     std::unique_ptr<AboutWindow> aboutWindow;
     std::unique_ptr<LedgerWindow> ledgerWindow;
+    std::unique_ptr<CheckWindow> checkWindow;
     bool wasActive = true; ///< one of them, or none has been yet
 };

@@ -101,7 +101,7 @@ private slots:
     {
         Program program;
         QCOMPARE(items(menu(program, u"Tools"_s)),
-                 QStringList({u"mledger: Ledger..."_s, u"mrecord: Record traffic..."_s}));
+                 QStringList({u"mledger: Ledger..."_s, u"mcheck: Check connection..."_s, u"mrecord: Record traffic..."_s}));
     }
 
     void theHelpMenuHasItsItems()

@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: MIT
+#include "check_runner.h"
+
+#include "base/fault.h"
+#include "base/wire_text.h"
+
+#include <QHostInfo>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QByteArray header(4, '\xFF');
+const QByteArray printed = header + "print\n";
+const QByteArray variable = "g_gametype"; // its answer is short and tells nobody's secrets
+const QByteArray longCommand = "dvarlist s*";
+
+// In milliseconds. The strictest servers hear one command in half a second, and the latest answers known come after
+// five.
+constexpr int forQuery = 3000;
+constexpr int forCommand = 6000;
+constexpr int betweenCommands = 750;
+constexpr int behindDatagram = 1000;
+
+QString preferred(const QList<QHostAddress> &addresses)
+{
+    const auto isIPv4 = [](const QHostAddress &address) { return address.protocol() == QAbstractSocket::IPv4Protocol; };
+    const auto found = std::ranges::find_if(addresses, isIPv4);
+    return (found != addresses.end() ? *found : addresses.value(0)).toString();
+}
+
+} // namespace
+
+CheckRunner::CheckRunner(QObject *parent) : QObject(parent)
+{
+    tmrcheck.setObjectName(u"tmrcheck"_s);
+    tmrcheck.setParent(this);
+    tmrcheck.setSingleShot(true);
+    connect(&tmrcheck, &QTimer::timeout, this, &CheckRunner::timeOut);
+    connect(&link, &UDPClient::DataArrival, this, &CheckRunner::arrive);
+}
+
+void CheckRunner::start(const QString &server_, const QString &port_, const QString &password_)
+{
+    stop();
+    server = trimBlanks(server_);
+    port = trimBlanks(port_);
+    password = trimBlanks(password_);
+    query = {};
+    console = {};
+    sizes.clear();
+    listing.clear();
+    stage = Stage::LookUp;
+    if (const std::optional<CheckStep> complaint = fieldsStep(server, port, password)) {
+        finish(*complaint);
+        return;
+    }
+    since.start();
+    if (!QHostAddress(server).isNull()) {
+        goOnTo(server);
+        return;
+    }
+    QHostInfo::lookupHost(server, this, [this, mine = ++run](const QHostInfo &info) {
+        if (mine == run && stage == Stage::LookUp)
+            takeAddresses(info);
+    });
+}
+
+void CheckRunner::stop()
+{
+    ++run;
+    tmrcheck.stop();
+    link.Abandon();
+    stage = Stage::Idle;
+}
+
+void CheckRunner::takeAddresses(const QHostInfo &info)
+{
+    const QString address = info.addresses().isEmpty() ? QString() : preferred(info.addresses());
+    if (address.isEmpty())
+        finish(lookUpStep(server, {}, since.elapsed()));
+    else
+        goOnTo(address);
+}
+
+void CheckRunner::goOnTo(const QString &address)
+{
+    emit stepped(lookUpStep(server, address, since.elapsed()));
+    link.setRemoteHost(address);
+    link.setRemotePort(port.toInt());
+    try {
+        link.Bind();
+    } catch (const Fault &) {
+        // Then nothing can be sent, as the next step says.
+    }
+    ask("getstatus", Stage::Query, forQuery);
+}
+
+void CheckRunner::enter(Stage next, int milliseconds)
+{
+    stage = next;
+    tmrcheck.start(milliseconds);
+}
+
+void CheckRunner::ask(const QByteArray &text, Stage next, int milliseconds)
+{
+    enter(next, milliseconds);
+    if (next != Stage::ConsoleAgain)
+        since.start();
+    try {
+        link.SendData(header + text);
+    } catch (const Fault &) {
+        (next == Stage::Query ? query : console).couldBeSent = false;
+        tmrcheck.start(0);
+    }
+}
+
+void CheckRunner::askConsole(const QByteArray &command, Stage next, int milliseconds)
+{
+    ask("rcon " + toAnsi(password) + ' ' + command, next, milliseconds);
+}
+
+void CheckRunner::timeOut()
+{
+    switch (stage) {
+    case Stage::Idle:
+    case Stage::LookUp:
+        return;
+    case Stage::Query:
+        return endQuery();
+    case Stage::Console: // perhaps somebody else had used up the server's limit
+        return console.couldBeSent ? askConsole(variable, Stage::ConsoleAgain, forCommand) : endConsole({});
+    case Stage::ConsoleAgain:
+        return endConsole({});
+    case Stage::Pause:
+        return askConsole(longCommand, Stage::Listing, forCommand);
+    case Stage::Listing:
+        return finish(listingStep(sizes, listing));
+    }
+}
+
+void CheckRunner::arrive()
+{
+    QByteArray datagram;
+    try {
+        link.GetData(datagram);
+    } catch (const Fault &) {
+        // It was too large, and its first part is as good.
+    }
+    if (stage == Stage::Query)
+        takeQuery(datagram);
+    else if (stage == Stage::Console || stage == Stage::ConsoleAgain)
+        takeConsole(datagram);
+    else if (stage == Stage::Listing)
+        takeListing(datagram);
+}
+
+void CheckRunner::takeQuery(const QByteArray &datagram)
+{
+    if (!datagram.startsWith(header + "statusResponse"))
+        return;
+    query.answeredAfter = since.elapsed();
+    endQuery();
+}
+
+void CheckRunner::endQuery()
+{
+    emit stepped(queryStep(query));
+    askConsole(variable, Stage::Console, forCommand);
+}
+
+void CheckRunner::takeConsole(const QByteArray &datagram)
+{
+    if (!datagram.startsWith(printed))
+        return;
+    console.answeredAfter = since.elapsed();
+    endConsole(fromAnsi(datagram.sliced(printed.size())));
+}
+
+void CheckRunner::endConsole(const QString &words)
+{
+    emit stepped(consoleStep(console, words, password, query.answeredAfter.has_value()));
+    if (console.answeredAfter && !refusesInAnyWording(words))
+        enter(Stage::Pause, betweenCommands);
+    else
+        finish(noListingStep());
+}
+
+// The answer to the second of two copies can come only now.
+void CheckRunner::takeListing(const QByteArray &datagram)
+{
+    if (!datagram.startsWith(printed) || datagram.startsWith(printed + '"' + variable))
+        return;
+    sizes.append(datagram.size());
+    listing += fromAnsi(datagram.sliced(printed.size()));
+    tmrcheck.start(behindDatagram);
+}
+
+void CheckRunner::finish(const CheckStep &step)
+{
+    stop();
+    emit stepped(step);
+    emit ended();
+}

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "check_window.h"
+#include "ui_check_window.h"
+
+#include "base/clock.h"
+#include "base/context_menu.h"
+#include "base/keys.h"
+#include "rcon/server_fields.h"
+
+#include <QHideEvent>
+#include <QShowEvent>
+
+using namespace Qt::StringLiterals;
+
+CheckWindow::CheckWindow(const ServerFields &fields_, const Clock &clock_, QWidget *parent)
+    : QWidget(parent), fields(fields_), clock(clock_), ui(std::make_unique<Ui::CheckWindow>()), runner(this)
+{
+    ui->setupUi(this);
+    addCloseKey(*this);
+    connect(ui->cmdcheckagain, &QPushButton::clicked, this, &CheckWindow::begin);
+    connect(ui->cmdcheckcopy, &QPushButton::clicked, this, &CheckWindow::cmdcheckcopy_Click);
+    connect(&runner, &CheckRunner::stepped, this, &CheckWindow::show);
+    connect(&runner, &CheckRunner::ended, this, [this] { ui->cmdcheckagain->setEnabled(true); });
+}
+
+CheckWindow::~CheckWindow() = default;
+
+void CheckWindow::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (!event->spontaneous())
+        begin();
+}
+
+void CheckWindow::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    if (!event->spontaneous())
+        runner.stop();
+}
+
+void CheckWindow::begin()
+{
+    ui->cmdcheckagain->setEnabled(false);
+    ui->lststeps->clear();
+    steps.clear();
+    heading = u"Connection check of %1, %2"_s.arg(fields.address(),
+                                                  QLocale::c().toString(clock.now(), u"dd-MMM-yyyy hh:mm"_s));
+    runner.start(fields.server(), fields.port(), fields.password());
+}
+
+void CheckWindow::show(const CheckStep &step)
+{
+    steps.append(step);
+    ui->lststeps->addItem(step.result + u'\n' + step.advice);
+    ui->lststeps->scrollToBottom();
+}
+
+void CheckWindow::cmdcheckcopy_Click()
+{
+    copyText(checkText(heading, steps));
+}

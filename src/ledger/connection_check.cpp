@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: MIT
+#include "connection_check.h"
+
+#include "rcon/reply_piece.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// How a server refuses, and what is to be done about it.
+struct Refusal {
+    QLatin1StringView words; ///< at the beginning; with `isAtEnd` at the end
+    QLatin1StringView advice;
+    bool isAtEnd = false;
+};
+
+constexpr std::array<QLatin1StringView, 5> usualWordings{
+    "Bad rconpassword."_L1, "Invalid password."_L1, "Bad rcon"_L1, "No rconpassword set on the server."_L1,
+    "The server must set 'rcon_password' for clients to use 'rcon'."_L1};
+
+constexpr QLatin1StringView wrong("The password in the connection fields is not the server's: see rcon_password in its "
+                                  "configuration.");
+constexpr QLatin1StringView
+    unset("No RCON password is set on the server, so it takes no commands: whoever runs it has to "
+          "set rcon_password.");
+
+constexpr std::array<Refusal, 5> refusals{
+    {{"Bad rcon"_L1, wrong},
+     {"Invalid password."_L1, wrong},
+     {"No rconpassword set on the server."_L1, unset},
+     {"The server must set 'rcon_password'"_L1, unset},
+     {"shorter than 8 characters."_L1, "The server wants a longer RCON password: whoever runs it has to set one."_L1,
+      true}}};
+
+const Refusal *refusalOf(const QString &words)
+{
+    const QString text = words.trimmed();
+    const auto found = std::ranges::find_if(refusals, [&text](const Refusal &each) {
+        return each.isAtEnd ? text.endsWith(each.words, Qt::CaseInsensitive)
+                            : text.startsWith(each.words, Qt::CaseInsensitive);
+    });
+    return found == refusals.end() ? nullptr : &*found;
+}
+
+/// What can never be right, whatever the server's password is.
+QString adviceAbout(const Refusal &refusal, const QString &password)
+{
+    if (refusal.advice == wrong && (password.contains(u' ') || password.contains(u'"')))
+        return u"The password has a blank or a quote, and with these it never fits: servers split the line there."_s;
+    return refusal.advice;
+}
+
+// A usual wording stays as it is: asterisks in it would give a password away that is a part of it.
+QString quoted(const QString &words, const QString &password)
+{
+    QString text = words.simplified();
+    const auto isText = [&text](QLatin1StringView usual) { return text.compare(usual, Qt::CaseInsensitive) == 0; };
+    if (!password.isEmpty() && std::ranges::none_of(usualWordings, isText))
+        text.replace(password, QString(password.size(), u'*'));
+    constexpr qsizetype longest = 200;
+    return u'"' + text.left(longest) + u'"';
+}
+
+/// "2 of 1303 bytes and 1 of 412", in the order of their coming.
+QString sizesText(const QList<qsizetype> &sizes)
+{
+    QStringList runs;
+    for (qsizetype at = 0; at < sizes.size();) {
+        const auto behind =
+            std::find_if(sizes.begin() + at, sizes.end(), [&](qsizetype size) { return size != sizes.at(at); });
+        const qsizetype count = behind - sizes.begin() - at;
+        runs.append(u"%1 of %2 bytes"_s.arg(count).arg(sizes.at(at)));
+        at += count;
+    }
+    constexpr qsizetype mostRuns = 8;
+    if (runs.size() > mostRuns)
+        runs = runs.first(mostRuns) << u"and so on"_s;
+    return runs.join(u", "_s);
+}
+
+bool hasEnd(const QString &listing)
+{
+    const QString line = listing.trimmed().section(u'\n', -1);
+    return line.contains("total dvar"_L1) || line.contains("dvar index"_L1);
+}
+
+} // namespace
+
+std::optional<CheckStep> fieldsStep(const QString &server, const QString &port, const QString &password)
+{
+    bool isNumber = false;
+    const int number = port.toInt(&isNumber);
+    if (server.isEmpty() || password.isEmpty())
+        return CheckStep{u"Server: the connection fields are not filled in"_s,
+                         u"Type the server's name or address, its port and its RCON password."_s};
+    if (!isNumber || number < 1 || number > 65535)
+        return CheckStep{u"Server: \"%1\" is no port"_s.arg(port),
+                         u"A port is a number from 1 to 65535; most servers have 28960."_s};
+    return {};
+}
+
+CheckStep lookUpStep(const QString &server, const QString &address, qint64 milliseconds)
+{
+    if (address.isEmpty())
+        return {u"Name: no address was found for %1 in %2 ms"_s.arg(server).arg(milliseconds),
+                u"Look at the spelling of the name, and whether this computer reaches the Internet."_s};
+    if (address == server)
+        return {u"Name: %1 is an address, and nothing had to be looked up"_s.arg(server),
+                u"If the server has moved, ask whoever runs it for the new address."_s};
+    return {u"Name: %1 has the address %2, found in %3 ms"_s.arg(server, address).arg(milliseconds),
+            u"If this is not where the server runs, its name leads to an old place."_s};
+}
+
+CheckStep queryStep(const Asked &query)
+{
+    if (!query.couldBeSent)
+        return {u"Public query: it could not be sent"_s,
+                u"This computer has no way to the server: look at its network."_s};
+    if (!query.answeredAfter)
+        return {u"Public query: no answer"_s,
+                u"The server does not run, loads a map, has another port, or something on the way blocks it."_s};
+    return {u"Public query: answered in %1 ms"_s.arg(*query.answeredAfter), u"The server runs and can be reached."_s};
+}
+
+CheckStep consoleStep(const Asked &console, const QString &words, const QString &password, bool isQueryAnswered)
+{
+    if (!console.couldBeSent)
+        return {u"Console: the command could not be sent"_s,
+                u"This computer has no way to the server: look at its network."_s};
+    if (!console.answeredAfter && isQueryAnswered)
+        return {
+            u"Console: silent although the public query answers"_s,
+            u"Try again later: another administrator's tool may be using up the server's limit, or RCON is blocked."_s};
+    if (!console.answeredAfter)
+        return {u"Console: no answer"_s, u"Nothing comes from this server: see to the public query first."_s};
+    if (const Refusal *refusal = refusalOf(words))
+        return {u"Console: refused with "_s + quoted(words, password), adviceAbout(*refusal, password)};
+    return {u"Console: answered in %1 ms"_s.arg(*console.answeredAfter), u"The RCON password is right."_s};
+}
+
+CheckStep listingStep(const QList<qsizetype> &sizes, const QString &text)
+{
+    const QString title = u"Long reply: "_s;
+    if (sizes.isEmpty())
+        return {
+            title + u"it did not come"_s,
+            u"Short answers come and long ones do not: something on the way drops large datagrams, or the server was "
+            "asked too often."_s};
+    const QString came = sizes.size() == 1 ? u"in one datagram of %1 bytes"_s.arg(sizes.first())
+                                           : u"in %1 datagrams: %2"_s.arg(sizes.size()).arg(sizesText(sizes));
+    if (!hasEnd(text))
+        return {title + u"its end is missing; it came "_s + came,
+                u"Datagrams get lost on the way: lists may lack rows, so read them twice before acting on them."_s};
+    if (sizes.first(sizes.size() - 1).contains(ReplyPiece::losingSize))
+        return {title + u"it came whole "_s + came,
+                u"Servers that cut like this lose a character at each border: use \"Check and kick\" and its like for "
+                "players."_s};
+    return {title + u"it came whole "_s + came, u"Lists and settings can be relied on."_s};
+}
+
+CheckStep noListingStep()
+{
+    return {u"Long reply: not asked for"_s, u"This needs a console that answers."_s};
+}
+
+bool refusesInAnyWording(const QString &words)
+{
+    return refusalOf(words) != nullptr;
+}
+
+QString checkText(const QString &heading, const QList<CheckStep> &steps)
+{
+    QString text = heading + u'\n';
+    for (const CheckStep &step : steps)
+        text += u'\n' + step.result + u"\n    "_s + step.advice + u'\n';
+    return text;
+}
