@@ -113,14 +113,22 @@ bool Tour::visitWindows()
     window.findChild<QAction *>(u"mpref"_s)->trigger();
     window.findChild<QAction *>(u"helpabout"_s)->trigger();
     window.findChild<QPushButton *>(u"cmdhob"_s)->click();
-    for (const QString &name : {u"frmpref"_s, u"frmAbout"_s, u"frmhob"_s}) {
+    window.findChild<QAction *>(u"mcheck"_s)->trigger();
+    for (const QString &name : {u"frmpref"_s, u"frmAbout"_s, u"frmhob"_s, u"frmcheck"_s}) {
         const QWidgetList windows = QApplication::topLevelWidgets();
         const auto found = std::ranges::find(windows, name, &QObject::objectName);
-        if (found == windows.end() || !takePicture(**found, name + u".png"_s))
+        if (found == windows.end() || !waitUntilChecked(**found) || !takePicture(**found, name + u".png"_s))
             return failed(u"no window "_s + name);
         (*found)->close();
     }
     return true;
+}
+
+// The connection check takes a few seconds.
+bool Tour::waitUntilChecked(const QWidget &shown)
+{
+    const auto *again = shown.findChild<QPushButton *>(u"cmdcheckagain"_s);
+    return !again || waitFor([again] { return again->isEnabled(); });
 }
 
 bool Tour::takePicture(QWidget &shown, const QString &name)
