@@ -315,7 +315,7 @@ void Exchange::UDPClient_DataArrival()
 {
     QString text = receive();
     const qsizetype room = largestReply - session.rconreply.size();
-    if (!text.isEmpty())
+    if (!text.isEmpty() && room > 0)
         replyPieces.append({session.rconreply.size(), arrived == ReplyPiece::losingSize});
     if (session.rconcollect) {
         session.rconreply += squeezeBlanks(text).left(room);
