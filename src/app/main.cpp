@@ -5,6 +5,7 @@
 #include "base/dialog_prompts.h"
 #include "base/first_paint.h"
 #include "composition.h"
+#include "ledger/check_window.h"
 #include "program_icon.h"
 
 #include <QCommandLineParser>
@@ -43,6 +44,14 @@ QStringList ownOptions(int argc, char **argv)
             options.append(option);
     }
     return options;
+}
+
+bool isCheckLookingUp()
+{
+    return std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget *window) {
+        const auto *check = qobject_cast<const CheckWindow *>(window);
+        return check && check->isLookingUp();
+    });
 }
 
 int tell(const QString &text)
@@ -107,7 +116,7 @@ int main(int argc, char *argv[])
     });
     const int status = QApplication::exec();
     // Everything is saved by now. A name server that does not answer would hold the process for as long as it likes.
-    if (program.udpclient.isLookingUp())
+    if (program.udpclient.isLookingUp() || isCheckLookingUp())
         std::_Exit(status);
     return status;
 }

@@ -63,7 +63,9 @@ void CheckRunner::start(const QString &server_, const QString &port_, const QStr
         goOnTo(server);
         return;
     }
+    ++lookUps;
     QHostInfo::lookupHost(server, this, [this, mine = ++run](const QHostInfo &info) {
+        --lookUps;
         if (mine == run && stage == Stage::LookUp)
             takeAddresses(info);
     });

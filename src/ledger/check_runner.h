@@ -22,7 +22,8 @@ public:
     void start(const QString &server_, const QString &port_, const QString &password_);
     /// Ends without a word.
     void stop();
-    [[nodiscard]] bool isRunning() const { return stage != Stage::Idle; }
+    /// True while the system still looks up a name, also one that nobody waits for any more.
+    [[nodiscard]] bool isLookingUp() const { return lookUps > 0; }
 
 signals:
     void stepped(const CheckStep &step);
@@ -50,6 +51,7 @@ private:
     QElapsedTimer since;
     Stage stage = Stage::Idle;
     int run = 0;
+    int lookUps = 0;
     QString server;
     QString port;
     QString password;

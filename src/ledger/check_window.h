@@ -23,6 +23,9 @@ public:
     CheckWindow(const ServerFields &fields_, const Clock &clock_, QWidget *parent = nullptr);
     ~CheckWindow() override;
 
+    /// See `CheckRunner`.
+    [[nodiscard]] bool isLookingUp() const { return runner.isLookingUp(); }
+
 protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
