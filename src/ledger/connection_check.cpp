@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "connection_check.h"
 
+#include "refusals.h"
+
 #include "rcon/reply_piece.h"
 
 #include <QStringList>
@@ -19,32 +21,27 @@ struct Refusal {
     bool isAtEnd = false;
 };
 
-constexpr std::array<QLatin1StringView, 5> usualWordings{
-    "Bad rconpassword."_L1, "Invalid password."_L1, "Bad rcon"_L1, "No rconpassword set on the server."_L1,
-    "The server must set 'rcon_password' for clients to use 'rcon'."_L1};
-
 constexpr QLatin1StringView wrong("The password in the connection fields is not the server's: see rcon_password in its "
                                   "configuration.");
 constexpr QLatin1StringView
     unset("No RCON password is set on the server, so it takes no commands: whoever runs it has to "
           "set rcon_password.");
 
-constexpr std::array<Refusal, 5> refusals{
+constexpr std::array<Refusal, 5> adviceOnRefusals{
     {{"Bad rcon"_L1, wrong},
      {"Invalid password."_L1, wrong},
      {"No rconpassword set on the server."_L1, unset},
      {"The server must set 'rcon_password'"_L1, unset},
-     {"shorter than 8 characters."_L1, "The server wants a longer RCON password: whoever runs it has to set one."_L1,
-      true}}};
+     {endOfRefusal, "The server wants a longer RCON password: whoever runs it has to set one."_L1, true}}};
 
 const Refusal *refusalOf(const QString &words)
 {
     const QString text = words.trimmed();
-    const auto found = std::ranges::find_if(refusals, [&text](const Refusal &each) {
+    const auto found = std::ranges::find_if(adviceOnRefusals, [&text](const Refusal &each) {
         return each.isAtEnd ? text.endsWith(each.words, Qt::CaseInsensitive)
                             : text.startsWith(each.words, Qt::CaseInsensitive);
     });
-    return found == refusals.end() ? nullptr : &*found;
+    return found == adviceOnRefusals.end() ? nullptr : &*found;
 }
 
 /// What can never be right, whatever the server's password is.
@@ -60,7 +57,7 @@ QString quoted(const QString &words, const QString &password)
 {
     QString text = words.simplified();
     const auto isText = [&text](QLatin1StringView usual) { return text.compare(usual, Qt::CaseInsensitive) == 0; };
-    if (!password.isEmpty() && std::ranges::none_of(usualWordings, isText))
+    if (!password.isEmpty() && std::ranges::none_of(usualRefusals, isText))
         text.replace(password, QString(password.size(), u'*'));
     constexpr qsizetype longest = 200;
     return u'"' + text.left(longest) + u'"';

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "verdict.h"
 
+#include "refusals.h"
+
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -8,16 +10,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// Longer ones first: one begins like another.
-constexpr std::array<QLatin1StringView, 5> refusals{
-    "The server must set 'rcon_password' for clients to use 'rcon'."_L1,
-    "No rconpassword set on the server."_L1,
-    "Bad rconpassword."_L1,
-    "Invalid password."_L1,
-    "Bad rcon"_L1,
-};
-constexpr QLatin1StringView endOfRefusal("shorter than 8 characters.");
 
 bool begins(QStringView text, QLatin1StringView with)
 {
@@ -35,8 +27,8 @@ QStringView firstLine(QStringView text)
 qsizetype refusalLength(QStringView text)
 {
     const auto found =
-        std::ranges::find_if(refusals, [text](QLatin1StringView refusal) { return begins(text, refusal); });
-    if (found != refusals.end())
+        std::ranges::find_if(usualRefusals, [text](QLatin1StringView refusal) { return begins(text, refusal); });
+    if (found != usualRefusals.end())
         return found->size();
     const QStringView line = firstLine(text);
     return line.endsWith(endOfRefusal, Qt::CaseInsensitive) ? line.size() : 0;
