@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QLayout>
 #include <QResizeEvent>
+#include <QScrollArea>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -39,18 +41,21 @@ private:
 
 } // namespace
 
-PageArea::PageArea(QWidget *parent) : QScrollArea(parent)
+PageArea::PageArea(QWidget *parent) : QWidget(parent)
 {
-    setFrameShape(NoFrame);
-    setFocusPolicy(Qt::NoFocus); // it scrolls to the control that has the focus
-    setWidgetResizable(true);
+    (new QVBoxLayout(this))->setContentsMargins({});
 }
 
 void PageArea::setPage(QWidget &page)
 {
+    auto *area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus); // it scrolls to the control that has the focus
+    area->setWidgetResizable(true);
     auto *frame = new PageFrame(page);
-    setWidget(frame);
+    area->setWidget(frame);
     // The ground is the tab's, not the window's.
     frame->setAutoFillBackground(false);
-    viewport()->setAutoFillBackground(false);
+    area->viewport()->setAutoFillBackground(false);
+    layout()->addWidget(area);
 }

@@ -6,10 +6,11 @@
 #include <array>
 
 /// With these words servers of this family refuse an RCON password. Longer ones first: one begins like another.
-inline constexpr std::array<QLatin1StringView, 5> usualRefusals{
+inline constexpr std::array<QLatin1StringView, 6> usualRefusals{
     QLatin1StringView("The server must set 'rcon_password' for clients to use 'rcon'."),
     QLatin1StringView("No rconpassword set on the server."),
     QLatin1StringView("Bad rconpassword."),
+    QLatin1StringView("Bad rconpassword"),
     QLatin1StringView("Invalid password."),
     QLatin1StringView("Bad rcon"),
 };

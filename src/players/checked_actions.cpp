@@ -5,6 +5,7 @@
 #include "checked_deeds.h"
 #include "rcon/conversation.h"
 #include "rcon/reading.h"
+#include "rcon/server_fields.h"
 #include "rcon/services.h"
 
 #include <utility>
@@ -17,8 +18,10 @@ constexpr int mostReadings = 3;    // of a list that does not come, or not whole
 constexpr int longestAnswer = 200; // characters
 
 /// What the server said, on one line.
-QString words(const QString &reply)
+QString words(QString reply, const QString &password)
 {
+    if (!password.isEmpty())
+        reply.replace(password, QString(password.size(), u'*'));
     const QString text = reply.simplified().left(longestAnswer);
     return text.isEmpty() ? u"The server has taken it without a word"_s : text;
 }
@@ -77,7 +80,7 @@ void CheckedActions::carryOut(const Conversation &talk, const Reading &scope, co
     const bool isAnswered = talk.tellOnce(deed.command + wanted.num + (text.isEmpty() ? QString() : u' ' + text));
     if (!talk.isOpen() || !scope.isLatest())
         return;
-    emit answered(isAnswered ? words(talk.reply()) : u"The server has not answered"_s);
+    emit answered(isAnswered ? words(talk.reply(), services.fields.password()) : u"The server has not answered"_s);
     if (deed.dismisses)
         tellWhetherGone(talk, scope, wanted);
 }

@@ -41,6 +41,14 @@ bool isStatus(const QString &comm)
     return trimBlanks(comm).compare("status"_L1, Qt::CaseInsensitive) == 0;
 }
 
+/// Nothing more of the answer comes after this.
+bool isWholeStatus(const QString &reply)
+{
+    return reply.startsWith("map:"_L1) && (reply.endsWith("\n\n"_L1) || reply.endsWith("\r\n\r\n"_L1));
+}
+
+constexpr qint64 stall = 1500; // milliseconds that a busy machine may add to a wait
+
 } // namespace
 
 Exchange::Exchange(Session &session_, UDPClient &udpclient_, const ServerFields &fields_, Output &output_,
@@ -66,7 +74,7 @@ void Exchange::sendinfo(const QString &comm, bool quietmode, BroughtBy by)
     emit over(number, outcome != Outcome::NotAwaited);
     if (outcome != Outcome::HadItsTime)
         return;
-    const bool isPlain = copiesSent == 1 && session.rconarrived && asked == number; // one copy, one answer
+    const bool isPlain = copiesSent == 1 && asked == number && isWholeStatus(session.rconreply); // one copy, one answer
     if (isPlain && isStatus(comm) && staleBefore < lastSent)
         staleUntil = staleBefore;
     emit ended(session.rconreply);
@@ -96,9 +104,17 @@ int Exchange::begin(const QString &comm)
 bool Exchange::sendonce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole)
 {
     const int generation = udpclient.generation();
-    const auto isLeft = [&] { return session.closing || udpclient.generation() != generation; };
+    const bool wasOpen = udpclient.State() != UDPClient::Closed;
+    const auto isLeft = [&] {
+        const bool isClosed = wasOpen && udpclient.State() == UDPClient::Closed;
+        return session.closing || isClosed || udpclient.generation() != generation;
+    };
+    const int before = asked;
+    const qint64 begunAt = milliseconds();
     awaitTurn(comm);
-    if (isLeft())
+    // What the command goes by may be old when another command or a box has come between.
+    const bool isHeldUp = asked != before || milliseconds() - begunAt > betweenCommands + stall;
+    if (isLeft() || (isHeldUp && !isStatus(comm)))
         return false;
     lastBy = BroughtBy::Person;
     const qint64 staleBefore = staleUntil;
@@ -109,7 +125,8 @@ bool Exchange::sendonce(const QString &comm, const std::function<bool(const QStr
         tellUnsent(sent, lastBy);
         return false;
     }
-    timeSending(milliseconds());
+    const qint64 sentAt = milliseconds();
+    timeSending(sentAt);
     const QString password = lastPassword;
     const auto isOthers = [&] { return asked != mine || isLeft(); };
     {
@@ -124,10 +141,11 @@ bool Exchange::sendonce(const QString &comm, const std::function<bool(const QStr
     if (isOthers())
         return false;
     lastPassword = password;
-    if (isStatus(comm) && session.rconarrived)
+    if (isStatus(comm) && isWholeStatus(session.rconreply))
         staleUntil = staleBefore;
     emit ended(session.rconreply);
-    return session.rconarrived;
+    const bool isOld = milliseconds() - sentAt > latestAnswer + restOfReply + stall; // a box has stood before it
+    return session.rconarrived && !isOld;
 }
 
 // What has been sent was sent just now.

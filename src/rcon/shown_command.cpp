@@ -61,6 +61,8 @@ qsizetype passwordValue(QStringView command)
 {
     QStringView rest = command;
     QStringView variable = takeWord(rest);
+    if (variable.startsWith(u'/') || variable.startsWith(u'\\'))
+        variable = variable.sliced(1); // as it is typed into the game's own console
     if (isSetter(variable))
         variable = takeWord(rest);
     return variable.endsWith("password"_L1, Qt::CaseInsensitive) ? rest.trimmed().size() : 0;

@@ -277,7 +277,7 @@ private:
             checkWindow(&program.window);
             if (QTest::currentTestFailed())
                 return;
-            const auto *area = qobject_cast<QScrollArea *>(tabs->currentWidget());
+            const auto *area = tabs->currentWidget()->findChild<QScrollArea *>();
             const bool scrolls = area->verticalScrollBar()->isVisible() || area->horizontalScrollBar()->isVisible();
             const QSize least = area->widget()->minimumSizeHint();
             QVERIFY2(!scrolls || !isWhole, qPrintable(u"%1 scrolls: %2 x %3 in %4 x %5"_s.arg(tabs->tabText(tab))

@@ -265,7 +265,7 @@ private slots:
         for (int tab = 0; tab < tabs->count(); ++tab) {
             tabs->setCurrentIndex(tab);
             QApplication::processEvents();
-            const auto *area = qobject_cast<QScrollArea *>(tabs->currentWidget());
+            const auto *area = tabs->currentWidget()->findChild<QScrollArea *>();
             QVERIFY(area);
             const QSize needed = area->widget()->minimumSizeHint();
             QVERIFY2(area->widget()->width() >= needed.width() && area->widget()->height() >= needed.height(),

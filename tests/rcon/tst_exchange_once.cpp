@@ -57,14 +57,25 @@ private slots:
     void itWaitsForTheRestOfAReply()
     {
         Link link;
-        link.server.answer("status", {"map: mp_decoy\n", "end"});
-        const auto isWhole = [](const QString &reply) { return reply.endsWith("end"_L1); };
+        link.server.answer("status", {"map: mp_decoy\n", "\n"});
+        const auto isWhole = [](const QString &reply) { return reply.endsWith("\r\n\r\n"_L1); };
         QVERIFY(link.exchange.sendonce(u"status"_s, isWhole));
-        QCOMPARE(link.session.rconreply.right(3), u"end"_s);
+        QVERIFY(isWhole(link.session.rconreply));
 
         link.server.answer("status", {"map: mp_decoy\n"}); // the rest is lost
         const qint64 time = took(link, [&] { QVERIFY(link.exchange.sendonce(u"status"_s, isWhole)); });
         QVERIFY2(time >= 1500 && time < 3000, qPrintable(QString::number(time)));
+    }
+
+    void aCommandBeforeWhichSomethingCameIsNotSent()
+    {
+        Link link;
+        link.server.answer("one", {"1"});
+        QVERIFY(link.exchange.sendonce(u"one"_s, anything)); // so that the next waits for its turn
+        asSoonAs(
+            &link.server, [] { return true; }, [&] { link.exchange.sendinfo(u"one"_s); });
+        QVERIFY(!link.exchange.sendonce(u"two"_s, anything));
+        QVERIFY(!link.server.commands().contains("two"));
     }
 
     void theStrictestServerHasItsPause()

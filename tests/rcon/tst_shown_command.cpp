@@ -30,6 +30,8 @@ private slots:
         row("say hello; g_password x;status", "say hello;g_password;status", "say hello;g_password ***;status");
         row("say \"a;g_password x\"", "say \"a;g_password x\"", "say \"a;g_password x\"");
         row("say I know s3cret", "say I know ***", "say I know ***");
+        row("/set g_password letmein", "/set g_password", "/set g_password ***");
+        row("\\g_password letmein", "\\g_password", "\\g_password ***");
         row("setu g_password letmein", "setu g_password", "setu g_password ***");
         row("", "", "");
     }
