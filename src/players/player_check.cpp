@@ -72,6 +72,14 @@ Sighting lookForOneOfMany(const WantedPlayer &wanted, const QList<StatusRow> &ca
     return damagedOr(called.size() > 1 ? Sighting::Two : Sighting::Gone, wanted, rows);
 }
 
+/// True when another answer has come in the middle of the list: of a server that fills its datagrams all but the last
+/// are full.
+bool isMixed(const QList<ReplyPiece> &pieces)
+{
+    const auto isFull = [](const ReplyPiece &piece) { return piece.mayLackLast; };
+    return std::ranges::any_of(pieces, isFull) && !std::all_of(pieces.begin(), pieces.end() - 1, isFull);
+}
+
 } // namespace
 
 Sighting lookFor(const WantedPlayer &wanted, const QList<StatusRow> &rows)
@@ -95,7 +103,7 @@ std::optional<QList<StatusRow>> wholeTable(const QString &reply, const QList<Rep
 {
     StatusTable table;
     QList<StatusRow> rows;
-    if (!reply.startsWith("map:"_L1) || pieces.isEmpty())
+    if (!reply.startsWith("map:"_L1) || pieces.isEmpty() || isMixed(pieces))
         return {};
     // The empty line at the end can be the character that is missing: at the end of a full datagram, or at its border.
     const qsizetype last = pieces.size() - 1;

@@ -268,6 +268,18 @@ private slots:
                                 .arg(tally.damaged)
                                 .arg(tally.gone)));
     }
+
+    void aListWithAnotherAnswerInItIsNone()
+    {
+        const QString head = u"map: mp_x\nnum score ping guid name lastmsg address qport rate\n"
+                             "--- ----- ---- ---- ---- ------- ------- ----- ----\n"
+                             "1 0 50 111 Ann 0 1.2.3.4:28960 1 25000\n1"_s;
+        const QString stray = u"sv_cheats is off\n"_s;
+        const QString tail = u"3 0 50 333 Bob 0 1.2.3.5:28960 1 25000\n\n"_s; // of the player in slot 13
+        QVERIFY(wholeTable(head + tail, {{0, true}, {head.size(), false}}));
+        QVERIFY(
+            !wholeTable(head + stray + tail, {{0, true}, {head.size(), false}, {head.size() + stray.size(), false}}));
+    }
 };
 
 GUILESS_TEST(PlayerCheckTest)
