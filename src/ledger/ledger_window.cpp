@@ -12,6 +12,7 @@
 #include "ledger_filter.h"
 #include "ledger_text.h"
 #include "output/log_file.h"
+#include "replaced_file.h"
 
 #include <QFileInfo>
 #include <QFontDatabase>
@@ -168,7 +169,9 @@ void LedgerWindow::cmdledgercopy_Click()
 
 void LedgerWindow::cmdledgersave_Click()
 {
-    const QString name = fileWanted();
+    const QString name =
+        askReplacedFile(prompts, {u"Save file as..."_s, u"molvark_ledger_"_s + logDate(clock.now().date()), u"csv"_s,
+                                  u"Save as CSV"_s});
     if (name.isEmpty())
         return;
     QString text = csvRecord(ledgerHeaders());
@@ -176,16 +179,4 @@ void LedgerWindow::cmdledgersave_Click()
         text += csvRecord(ledgerRecord(ledger.entry(row)));
     if (const std::optional<Fault> fault = replaceFile(name, byteOrderMark + text.toUtf8()))
         prompts.refuse(u"Error writing file, err %1\rLedger not written"_s.arg(fault->number()), u"Failed to Save"_s);
-}
-
-QString LedgerWindow::fileWanted()
-{
-    const QString preset = u"molvark_ledger_"_s + logDate(clock.now().date());
-    const QString name = prompts.askFileName(u"Save file as..."_s, preset, u"csv"_s);
-    const QFileInfo info(name);
-    if (name.isEmpty() || !info.isFile() || info.size() == 0)
-        return name;
-    const Answer answer = prompts.ask({u"Save as CSV"_s, u"This file is there already. Replace it?\r"_s + name,
-                                       BoxIcon::Question, BoxButtons::YesNo});
-    return answer == Answer::Yes ? name : QString();
 }

@@ -33,7 +33,6 @@ private:
     void cmdledgersave_Click();
     [[nodiscard]] QList<int> shownRows() const;
     [[nodiscard]] QList<int> copiedRows() const;
-    [[nodiscard]] QString fileWanted();
 
     Ledger &ledger;
     Prompts &prompts;

@@ -9,6 +9,7 @@
 #include "output/output.h"
 #include "rcon/exchange.h"
 #include "rcon/udp_client.h"
+#include "replaced_file.h"
 
 #include <QFileInfo>
 
@@ -31,27 +32,16 @@ void Recorder::mrecord_Click()
     if (isRecording()) {
         writeOrEnd(mask.rest());
         end();
-    } else if (const QString name = fileWanted(); !name.isEmpty()) {
-        begin(name);
+    } else {
+        begin(askReplacedFile(prompts, {u"Record traffic to..."_s, u"molvark_traffic_"_s + logDate(clock.now().date()),
+                                        u"jsonl"_s, u"Record traffic"_s}));
     }
-}
-
-QString Recorder::fileWanted()
-{
-    const QString preset = u"molvark_traffic_"_s + logDate(clock.now().date());
-    const QString name = prompts.askFileName(u"Record traffic to..."_s, preset, u"jsonl"_s);
-    const QFileInfo info(name);
-    if (name.isEmpty() || !info.isFile() || info.size() == 0)
-        return name;
-    const Answer answer = prompts.ask({u"Record traffic"_s, u"This file is there already. Replace it?\r"_s + name,
-                                       BoxIcon::Question, BoxButtons::YesNo});
-    return answer == Answer::Yes ? name : QString();
 }
 
 void Recorder::begin(const QString &name)
 {
-    if (isRecording())
-        return; // the item has been chosen again while a box was open
+    if (name.isEmpty() || isRecording())
+        return; // or the item has been chosen again while a box was open
     if (const std::optional<Fault> fault = open(name)) {
         prompts.refuse(u"Error writing file, err %1\rNothing is recorded"_s.arg(fault->number()), u"Failed to Save"_s);
         return;

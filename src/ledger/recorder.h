@@ -39,7 +39,6 @@ signals:
     void recordingchanged(bool isRecording);
 
 private:
-    [[nodiscard]] QString fileWanted();
     void begin(const QString &name);
     [[nodiscard]] std::optional<Fault> open(const QString &name);
     void end();
