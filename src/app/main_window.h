@@ -12,16 +12,15 @@ class MessagePanel;
 class MessagesPage;
 class MiscPage;
 class Exchange;
-class FindBar;
-class LedgerWatch;
 class OtherPage;
 class OtherWindows;
 class PageArea;
 class PlayersPage;
-class Recorder;
 class SavedServersPanel;
 class ServerPage;
+class ToolsMenu;
 class UDPClient;
+class WindowKeys;
 class WindowState;
 struct Services;
 
@@ -69,13 +68,8 @@ private:
     void wireStatusBar(const Exchange &exchange);
     void wireKeys();
     void wireMenus();
-    void wireTools();
-    void wireCommonTasks();
     [[nodiscard]] PageArea &pageArea(int tab) const;
-    void populateShownPage();
     void filterPlayers();
-    void find();
-    void leaveAside();
     void orderTabs();
     void cmdexit_Click();
     void autoConnect();
@@ -100,8 +94,7 @@ private:
     OtherPage *otherPage = nullptr;
     std::unique_ptr<OtherWindows> others;
     WindowState *state;
-    LedgerWatch *ledgerWatch;
-    Recorder *recorder;
-    FindBar *findBar = nullptr; ///< built when it is asked for
+    ToolsMenu *tools = nullptr;
+    WindowKeys *keys = nullptr;
     bool wasShown = false;
 };
