@@ -155,7 +155,8 @@ std::optional<QList<StatusRow>> wholeTable(const QString &reply, const QList<Rep
 {
     StatusTable table;
     QList<StatusRow> rows;
-    if (!reply.startsWith("map:"_L1) || pieces.isEmpty() || isMixed(pieces))
+    const bool isCut = std::ranges::any_of(pieces, &ReplyPiece::isCut);
+    if (!reply.startsWith("map:"_L1) || pieces.isEmpty() || isCut || isMixed(pieces))
         return {};
     // The empty line at the end can be the character that is missing: at the end of a full datagram, or at its border.
     const qsizetype last = pieces.size() - 1;

@@ -27,7 +27,8 @@ qsizetype found(qsizetype index)
 /// last character the row behind a border is marked also when it begins there: its first character may be that one. (A
 /// line feed that is missing makes two rows one, which stands in both datagrams.) All datagrams of such a list but the
 /// last are full, so one in front of a border that is not is another answer's, and a row may lie on both its sides. Of
-/// other servers such a datagram shows only by the row that it spoils: what begins behind that can be the rest of one.
+/// other servers such a datagram shows only by the row that it spoils: what begins behind that can be the rest of one. A
+/// datagram that was too large to be taken whole lacks its end.
 RowDamage damageOf(qsizetype start, qsizetype end, const QList<ReplyPiece> &pieces, bool isBehindDamaged)
 {
     const bool losesCharacters = std::ranges::any_of(pieces, &ReplyPiece::mayLackLast);
@@ -36,7 +37,7 @@ RowDamage damageOf(qsizetype start, qsizetype end, const QList<ReplyPiece> &piec
         const qsizetype border = pieces.at(piece).begin;
         if (border > end)
             break;
-        if (border >= start && losesCharacters)
+        if (border >= start && (losesCharacters || pieces.at(piece - 1).isCut))
             return RowDamage::LostCharacter;
         if (border > start || (border == start && isBehindDamaged))
             damage = RowDamage::TwoDatagrams;

@@ -343,6 +343,24 @@ private slots:
                                 .arg(tally.gone)));
     }
 
+    // Of a datagram that is too large only the first part is taken; whole rows may be lost.
+    void aListWithACutDatagramIsNone()
+    {
+        const QByteArray table = whole({line(2, "222", "Ben"), line(3, "111", "Ann"), line(4, "333", "Cid")});
+        GatheredReply reply({printDatagram(table)});
+        const qsizetype begin = reply.text.indexOf(u" 3 0 ");
+        QVERIFY(begin > 0);
+        reply.pieces.append({begin, false});
+        QVERIFY(wholeTable(reply.text, reply.pieces));
+        reply.pieces.first().isCut = true;
+        QVERIFY(!wholeTable(reply.text, reply.pieces));
+        StatusTable rows;
+        QVERIFY(rows.skipHeading(reply.text));
+        QCOMPARE(rows.next(reply.text, reply.pieces).damage, RowDamage::None);
+        QCOMPARE(rows.next(reply.text, reply.pieces).damage, RowDamage::LostCharacter);
+        QCOMPARE(rows.next(reply.text, reply.pieces).damage, RowDamage::None);
+    }
+
     void aListWithAnotherAnswerInItIsNone()
     {
         const QString head = u"map: mp_x\nnum score ping guid name lastmsg address qport rate\n"
