@@ -14,7 +14,6 @@
 #include "output/log_file.h"
 #include "replaced_file.h"
 
-#include <QFileInfo>
 #include <QFontDatabase>
 #include <QHeaderView>
 #include <QSaveFile>
@@ -42,9 +41,8 @@ QString oneCell(QString cell)
 
 std::optional<Fault> replaceFile(const QString &name, const QByteArray &bytes)
 {
-    const QFileInfo info(name);
-    if (info.exists() && !info.isFile() && !info.isDir())
-        return systemFault(std::errc::not_supported);
+    if (const std::optional<Fault> fault = faultOfNoFile(name))
+        return fault;
     QSaveFile file(name);
     clearSystemError();
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())

@@ -2,6 +2,7 @@
 #include "replaced_file.h"
 
 #include "base/prompts.h"
+#include "base/system_error.h"
 
 #include <QFileInfo>
 
@@ -16,4 +17,12 @@ QString askReplacedFile(Prompts &prompts, const FileQuestion &question)
     const Answer answer = prompts.ask({question.replaceTitle, u"This file is there already. Replace it?\r"_s + name,
                                        BoxIcon::Question, BoxButtons::YesNo});
     return answer == Answer::Yes ? name : QString();
+}
+
+std::optional<Fault> faultOfNoFile(const QString &name)
+{
+    const QFileInfo info(name);
+    if (info.exists() && !info.isFile() && !info.isDir())
+        return systemFault(std::errc::not_supported);
+    return {};
 }

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/fault.h"
+
 #include <QString>
+
+#include <optional>
 
 class Prompts;
 
@@ -15,3 +19,6 @@ struct FileQuestion {
 
 /// The name that the person chooses; empty when he cancels or wants the file that is there to stay.
 [[nodiscard]] QString askReplacedFile(Prompts &prompts, const FileQuestion &question);
+
+/// A fault when a device or a pipe has that name, which is no file to write to: opening one could wait for ever.
+[[nodiscard]] std::optional<Fault> faultOfNoFile(const QString &name);
