@@ -53,7 +53,7 @@ bool Tour::showFirstWindow()
 
 bool Tour::walk()
 {
-    if (!waitUntilConnected() || !askServer() || !populateTabs() || !visitTabs() || !visitWindows())
+    if (!waitUntilConnected() || !askServer() || !populateTabs() || !visitTabs() || !visitWindows() || !visitLedger())
         return false;
     printWhatIsShown();
     return true;
@@ -122,6 +122,46 @@ bool Tour::visitWindows()
         (*found)->close();
     }
     return true;
+}
+
+// Lines of which the server makes different things; the details are those of the one that needs them most.
+bool Tour::visitLedger()
+{
+    window.findChild<QAction *>(u"mledger"_s)->trigger();
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto found = std::ranges::find(windows, u"frmledger"_s, &QObject::objectName);
+    if (found == windows.end())
+        return failed(u"no ledger"_s);
+    QWidget &ledger = **found;
+    ledger.resize(900, 560);
+    auto *table = ledger.findChild<QTableView *>(u"tblledger"_s);
+    const QStringList lines{u"say Good evening"_s,
+                            u"set g_password letmein"_s,
+                            u"sv_hostname"_s,
+                            u"map_rotat"_s,
+                            u"exec"_s,
+                            u"say \u017B\u00F3\u0142w"_s,
+                            u"set motd "_s + QString(1100, u'-'),
+                            u"clientkick 31"_s};
+    for (const QString &line : lines) {
+        if (!enter(line, *table->model()))
+            return failed(u"no verdict on "_s + line);
+    }
+    QApplication::processEvents(); // it follows the newest
+    table->selectRow(table->model()->rowCount() - 1);
+    const bool isTaken = takePicture(ledger, u"frmledger.png"_s);
+    ledger.close();
+    return isTaken;
+}
+
+bool Tour::enter(const QString &line, const QAbstractItemModel &ledger)
+{
+    const int before = ledger.rowCount();
+    window.findChild<QComboBox *>(u"comdirect"_s)->setEditText(line);
+    window.findChild<QPushButton *>(u"cmdsend"_s)->click();
+    const int datagrams = 4; // column
+    return waitFor(
+        [&] { return ledger.rowCount() > before && ledger.index(before, datagrams).data().toString() != u"0"; });
 }
 
 // The connection check takes a few seconds.
