@@ -16,12 +16,17 @@ ToolsMenu::ToolsMenu(const Services &services, const Exchange &exchange, const U
     : QObject(&window),
       others(others_),
       ledgerWatch(new LedgerWatch(exchange, udpclient, services.clock, this)),
-      recorder(new Recorder(exchange, udpclient, services.output, services.prompts, services.clock, this))
+      recorder(new Recorder(exchange, udpclient, ledgerWatch->ledger().passwords(), services.output, services.prompts,
+                            services.clock, this))
 {
     const auto item = [&window](QLatin1StringView name) { return window.findChild<QAction *>(name); };
     connect(item("mledger"_L1), &QAction::triggered, this, [this] { others.showledger(ledgerWatch->ledger()); });
     connect(item("mcheck"_L1), &QAction::triggered, &others, &OtherWindows::mcheck_Click);
 
+    connect(&others, &OtherWindows::checksent, &ledgerWatch->ledger(),
+            [ledger = &ledgerWatch->ledger()](const QByteArray &, const QString &password) { ledger->hide(password); });
+    connect(&others, &OtherWindows::checksent, recorder, &Recorder::takeCheckSent);
+    connect(&others, &OtherWindows::checkread, recorder, &Recorder::takeCheckRead);
     QAction *record = item("mrecord"_L1);
     connect(record, &QAction::triggered, recorder, &Recorder::mrecord_Click);
     connect(recorder, &Recorder::recordingchanged, record, [record](bool isRecording) {
