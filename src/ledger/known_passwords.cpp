@@ -17,8 +17,15 @@ QString asterisks(qsizetype count)
 /// `original` is `text` as it was before anything was starred: passwords can overlap.
 void starAll(QString &text, QStringView original, QStringView password)
 {
-    for (qsizetype at = original.indexOf(password); at >= 0; at = original.indexOf(password, at + 1))
-        text.replace(at, password.size(), asterisks(password.size()));
+    qsizetype end = 0;
+    for (qsizetype begin = original.indexOf(password); begin >= 0; begin = original.indexOf(password, end)) {
+        end = begin + password.size();
+        for (qsizetype at = begin + 1; at < end; ++at) { // it can overlap itself
+            if (original.sliced(at).startsWith(password))
+                end = at + password.size();
+        }
+        std::fill(text.begin() + begin, text.begin() + end, asterisk);
+    }
 }
 
 void starEnd(QString &text, qsizetype size)
@@ -75,11 +82,12 @@ void KnownPasswords::starNext(QString &before, QString &after, bool isLosing) co
     for (const QString &password : passwords) {
         const qsizetype length = password.size();
         starAll(after, original, password);
-        for (qsizetype size = 1; size < length; ++size) {
+        const qsizetype most = std::min(length - 1, tail.size()); // of it that can stand before
+        for (qsizetype size = 1; size <= most; ++size) {
             if (isParted(tail, original, password, size, 0))
                 hide(size, length - size);
         }
-        for (qsizetype size = 0; isLosing && size < length - 1; ++size) {
+        for (qsizetype size = 0; isLosing && size <= std::min(most, length - 2); ++size) {
             if (isParted(tail, original, password, size, 1))
                 hide(size, length - size - 1);
         }
