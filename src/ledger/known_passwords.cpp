@@ -3,6 +3,8 @@
 
 #include "rcon/shown_command.h"
 
+#include <QList>
+
 #include <algorithm>
 
 namespace {
@@ -14,17 +16,37 @@ QString asterisks(qsizetype count)
     return {count, asterisk};
 }
 
-/// `original` is `text` as it was before anything was starred: passwords can overlap.
+/// Of each beginning of `password` how many characters of its end are a shorter beginning.
+QList<qsizetype> overlaps(QStringView password)
+{
+    QList<qsizetype> found(password.size(), 0);
+    for (qsizetype at = 1, size = 0; at < password.size(); ++at) {
+        while (size > 0 && password.at(at) != password.at(size))
+            size = found.at(size - 1);
+        size += password.at(at) == password.at(size) ? 1 : 0;
+        found[at] = size;
+    }
+    return found;
+}
+
+/// `original` is `text` as it was before anything was starred: passwords can overlap, also themselves.
 void starAll(QString &text, QStringView original, QStringView password)
 {
-    qsizetype end = 0;
-    for (qsizetype begin = original.indexOf(password); begin >= 0; begin = original.indexOf(password, end)) {
-        end = begin + password.size();
-        for (qsizetype at = begin + 1; at < end; ++at) { // it can overlap itself
-            if (original.sliced(at).startsWith(password))
-                end = at + password.size();
-        }
-        std::fill(text.begin() + begin, text.begin() + end, asterisk);
+    const qsizetype first = original.indexOf(password);
+    if (first < 0)
+        return;
+    const QList<qsizetype> shorter = overlaps(password);
+    qsizetype starred = first;
+    for (qsizetype at = first, size = 0; at < original.size(); ++at) {
+        while (size > 0 && original.at(at) != password.at(size))
+            size = shorter.at(size - 1);
+        size += original.at(at) == password.at(size) ? 1 : 0;
+        if (size < password.size())
+            continue;
+        const qsizetype begin = std::max(starred, at + 1 - size);
+        starred = at + 1;
+        std::fill(text.begin() + begin, text.begin() + starred, asterisk);
+        size = shorter.constLast();
     }
 }
 

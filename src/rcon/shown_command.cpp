@@ -155,7 +155,8 @@ QStringList passwordsSetBy(const QString &comm)
 {
     QStringList found;
     for (const QStringView line : QStringView(comm).split(u'\n')) {
-        addPasswords(found, line.trimmed()); // a server may take all of it for one command
+        if (commandEnd(line) < line.size())
+            addPasswords(found, line.trimmed()); // a server may take all of it for one command
         for (QStringView rest = line; !rest.isEmpty();) {
             const qsizetype end = commandEnd(rest);
             addPasswords(found, rest.first(end).trimmed());

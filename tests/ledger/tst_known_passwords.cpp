@@ -70,6 +70,16 @@ private slots:
         }
     }
 
+    void oneThatOverlapsItselfLeavesNothing()
+    {
+        QString text = u"ababa, aba ab abab"_s;
+        knownTo({u"aba"_s}).star(text);
+        QCOMPARE(text, u"*****, *** ab ***b"_s);
+        text = u"xaabaabaay"_s;
+        knownTo({u"aabaa"_s}).star(text);
+        QCOMPARE(text, u"x********y"_s);
+    }
+
     void aBorderHidesNothing()
     {
         const KnownPasswords known = knownTo({u"former"_s, u"practice"_s});
