@@ -3,13 +3,13 @@
 
 #include "base/clock.h"
 #include "base/prompts.h"
+#include "base/replaced_file.h"
 #include "base/system_error.h"
 #include "base/wire_text.h"
 #include "output/log_file.h"
 #include "output/output.h"
 #include "rcon/exchange.h"
 #include "rcon/udp_client.h"
-#include "replaced_file.h"
 
 #include <QFileInfo>
 
