@@ -77,7 +77,10 @@ std::optional<QList<StatusRow>> CheckedActions::readList(const Conversation &tal
 void CheckedActions::carryOut(const Conversation &talk, const Reading &scope, const CheckedDeed &deed,
                               const WantedPlayer &wanted, const QString &text)
 {
-    const bool isAnswered = talk.tellOnce(deed.command + wanted.num + (text.isEmpty() ? QString() : u' ' + text));
+    const QString command = deed.command + wanted.num + (text.isEmpty() ? QString() : u' ' + text);
+    if (deed.dismisses)
+        emit dismissing(wanted, command);
+    const bool isAnswered = talk.tellOnce(command);
     if (!talk.isOpen() || !scope.isLatest())
         return;
     emit answered(isAnswered ? words(talk.reply(), services.fields.password()) : u"The server has not answered"_s);
