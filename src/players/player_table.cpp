@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "player_table.h"
 
-#include "colour_codes.h"
+#include "base/colour_codes.h"
 
 #include "base/numbers.h"
 

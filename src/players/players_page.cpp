@@ -3,12 +3,12 @@
 #include "ui_players_page.h"
 
 #include "base/clock.h"
+#include "base/colour_codes.h"
 #include "base/fault.h"
 #include "base/placeholder.h"
 #include "base/prompts.h"
 #include "base/wire_text.h"
 #include "checked_deeds.h"
-#include "colour_codes.h"
 #include "damage_mark.h"
 #include "dismissals.h"
 #include "getstatus_reply.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "base/colour_codes.h"
 #include "losing_lists.h"
 #include "menus.h"
 #include "player_grid.h"
-#include "players/colour_codes.h"
 #include "players/player_table.h"
 #include "rcon/exchange.h"
 
