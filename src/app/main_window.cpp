@@ -3,6 +3,7 @@
 #include "ui_main_window.h"
 
 #include "base/prompts.h"
+#include "book_tools.h"
 #include "ledger/ledger_watch.h"
 #include "ledger/recorder.h"
 #include "manual.h"
@@ -59,11 +60,12 @@ constexpr int playersTab = 4;
 
 } // namespace
 
-MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Exchange &exchange,
+MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Exchange &exchange_,
                        const UDPClient &udpclient, QWidget *parent)
     : QMainWindow(parent),
       services(services_),
       connecting(connecting_),
+      exchange(exchange_),
       ui(std::make_unique<Ui::MainWindow>()),
       connectPanel(new ConnectPanel(services.fields, connecting)),
       consolePanel(new ConsolePanel(services)),
@@ -81,7 +83,7 @@ MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Excha
     wirePanels();
     wireMenus();
     wireTools();
-    wireStatusBar(exchange);
+    wireStatusBar();
     wireKeys();
 }
 
@@ -160,7 +162,7 @@ void MainWindow::wirePages()
     forgetWithServer(connecting, *this);
 }
 
-void MainWindow::wireStatusBar(const Exchange &exchange)
+void MainWindow::wireStatusBar()
 {
     connect(&connecting, &Connecting::statechanged, ui->statusbar,
             qOverload<Connecting::State, const QString &>(&StatusBar::showState));
@@ -284,6 +286,13 @@ void MainWindow::wireTools()
     });
 }
 
+void MainWindow::wireBook()
+{
+    book = std::make_unique<BookTools>(services, *others, *this);
+    book->wire(connecting, exchange, ledgerWatch->ledger(), *playersPage, *ui->statusbar);
+    connect(ui->mbook, &QAction::triggered, book.get(), &BookTools::mbook_Click);
+}
+
 void MainWindow::wireCommonTasks()
 {
     connect(ui->commmap_restart, &QAction::triggered, this, [this] { restartMap(services); });
@@ -357,6 +366,7 @@ void MainWindow::load()
         return;
     buildPages();
     wirePages();
+    wireBook();
     orderTabs();
     ui->statusbar->build();
     const IniText ini = services.ini.contents();
@@ -366,6 +376,7 @@ void MainWindow::load()
     services.session.options = loadPreferences(ini);
     playersPage->showPreferences();
     state->restoreRest();
+    book->load(ini);
 }
 
 void MainWindow::autoConnect()

@@ -21,7 +21,8 @@ struct FileQuestion {
 /// The name that the person chooses; empty when he cancels or wants the file that is there to stay.
 [[nodiscard]] QString askReplacedFile(Prompts &prompts, const FileQuestion &question);
 
-/// Replaces the file, or makes it, as a whole; an old one is left as it is when that fails, which is then what comes back.
+/// Replaces the file, or makes it, as a whole; an old one is left as it is when that fails, which is then what comes
+/// back.
 [[nodiscard]] std::optional<Fault> replaceFile(const QString &name, const QByteArray &bytes);
 /// A table in text that every other program takes for UTF-8.
 [[nodiscard]] std::optional<Fault> replaceTable(const QString &name, const QString &text);

@@ -59,9 +59,8 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
 {
     ui->setupUi(this);
     ui->msfplayers->showTable(players);
-    players.setMark([view = ui->msfplayers](RowDamage damage, PlayerRemark remark) {
-        return rowMark(damage, remark, *view);
-    });
+    players.setMark(
+        [view = ui->msfplayers](RowDamage damage, PlayerRemark remark) { return rowMark(damage, remark, *view); });
     showPlaceholder(ui->msfplayers);
     ui->complayersort->setCurrentIndex(-1); // the server's own order
 
@@ -121,7 +120,10 @@ WantedPlayer PlayersPage::countedAs(const QString &name, const QString &num) con
         if (const WantedPlayer listed = players.wanted(row); trimBlanks(stripcolour(listed.name)) == name)
             called.append(listed);
     }
-    WantedPlayer counted = called.size() == 1 ? called.first() : WantedPlayer{.name = name, .shown = name};
+    WantedPlayer counted;
+    counted.name = name;
+    if (called.size() == 1)
+        counted = called.first();
     counted.num = num;
     return counted;
 }
@@ -169,8 +171,7 @@ bool PlayersPage::populate(BroughtBy by)
     const bool isQuery = ui->chkplyq->isChecked();
     bool isAnswered = false;
     try {
-        isAnswered =
-            isQuery ? reader.readQuery(scope, by) : reader.readStatus(scope, by, [this] { return tells; });
+        isAnswered = isQuery ? reader.readQuery(scope, by) : reader.readStatus(scope, by, [this] { return tells; });
         if (isAnswered)
             scope.setAnswered();
     } catch (const Fault &fault) {

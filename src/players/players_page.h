@@ -58,8 +58,8 @@ signals:
     void populated(const QList<StatusRow> &rows);
     /// A command that gets rid of this player is about to be sent.
     void acting(const WantedPlayer &wanted, const QString &command);
-    /// The same by itself, for a ping of 999: the command was meant for whoever was counted under the name, and meets the
-    /// player who stands under that number in the list.
+    /// The same by itself, for a ping of 999: the command was meant for whoever was counted under the name, and meets
+    /// the player who stands under that number in the list.
     void kicking(const QString &command, const WantedPlayer &counted, const WantedPlayer &listed);
     /// The person wants to know who this is.
     void whowanted(const WantedPlayer &wanted);

@@ -14,7 +14,8 @@ public:
 
     /// Looks into a reply; false when it tells nothing of this.
     bool takeReply(const QString &reply);
-    /// A command is about to be sent. One that changes the game or the map makes what is known void, and true comes back.
+    /// A command is about to be sent. One that changes the game or the map makes what is known void, and true comes
+    /// back.
     bool takeCommand(const QString &comm);
 
 private:
