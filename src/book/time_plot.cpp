@@ -61,6 +61,7 @@ TimePlot::TimePlot(QWidget *parent) : QWidget(parent)
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    tell();
 }
 
 void TimePlot::setData(const PlotData &data_)
@@ -150,11 +151,12 @@ void TimePlot::paint(QPainter &painter, bool isPicture) const
 
 void TimePlot::paintValueAxis(QPainter &painter) const
 {
+    const Scale place = scale();
     const QRect room = area();
     const int most = std::max(1, room.height() / (2 * painter.fontMetrics().height()));
     const int step = roundStep(static_cast<double>(highest) / most);
     for (int value = 0; value <= highest; value += step) {
-        const int y = static_cast<int>(std::lround(yOf(value)));
+        const int y = static_cast<int>(std::lround(place.y(value)));
         painter.setPen(QPen(faint(), 1, value == 0 ? Qt::SolidLine : Qt::DotLine));
         painter.drawLine(room.left(), y, room.right(), y);
         painter.setPen(palette().color(QPalette::Text));
@@ -166,6 +168,7 @@ void TimePlot::paintValueAxis(QPainter &painter) const
 
 void TimePlot::paintTimeAxis(QPainter &painter) const
 {
+    const Scale place = scale();
     const QRect room = area();
     const double span = static_cast<double>(std::max<qint64>(data.to - data.from, 1));
     const int width = painter.fontMetrics().horizontalAdvance(u"00-00 "_s) + margin;
@@ -180,21 +183,22 @@ void TimePlot::paintTimeAxis(QPainter &painter) const
     for (; time.toSecsSinceEpoch() <= data.to; time = next(time)) {
         if (time.toSecsSinceEpoch() < data.from)
             continue;
-        const int x = static_cast<int>(std::lround(xOf(time.toSecsSinceEpoch())));
+        const int x = static_cast<int>(std::lround(place.x(time.toSecsSinceEpoch())));
         painter.drawLine(x, room.bottom() + 1, x, room.bottom() + 4);
-        const QRect place(x - width / 2, room.bottom() + 4, width, painter.fontMetrics().height());
-        if (place.right() <= rect().right() && place.left() >= 0)
-            painter.drawText(place, Qt::AlignHCenter | Qt::AlignTop, time.toString(format));
+        const QRect below(x - width / 2, room.bottom() + 4, width, painter.fontMetrics().height());
+        if (below.right() <= rect().right() && below.left() >= 0)
+            painter.drawText(below, Qt::AlignHCenter | Qt::AlignTop, time.toString(format));
     }
 }
 
 // The text of a mark stands at its right, unless another's stands there already.
 void TimePlot::paintMarks(QPainter &painter) const
 {
+    const Scale place = scale();
     const QRect room = area();
     int free = room.left();
     for (const PlotData::Mark &mark : data.marks) {
-        const int x = static_cast<int>(std::lround(xOf(mark.time)));
+        const int x = static_cast<int>(std::lround(place.x(mark.time)));
         if (mark.time < data.from || mark.time > data.to)
             continue;
         painter.setPen(QPen(faint(), 1, Qt::DashLine));
@@ -210,10 +214,11 @@ void TimePlot::paintMarks(QPainter &painter) const
 
 void TimePlot::paintLine(QPainter &painter) const
 {
+    const Scale place = scale();
     // However many points there are, no more is drawn than can be seen.
     QList<Column> columns;
     for (const PlotData::Point &point : data.points) {
-        const int x = static_cast<int>(xOf(point.time));
+        const int x = static_cast<int>(place.x(point.time));
         if (columns.isEmpty() || columns.last().x != x || point.time - columns.last().end > data.gap)
             columns.append({x, point.time, point.time, point.value, point.value, point.value, point.value});
         Column &column = columns.last();
@@ -229,11 +234,11 @@ void TimePlot::paintLine(QPainter &painter) const
         const bool isJoined = at > 0 && column.begin - columns.at(at - 1).end <= data.gap;
         const bool goesOn = at + 1 < columns.size() && columns.at(at + 1).begin - column.end <= data.gap;
         if (!isJoined)
-            path.moveTo(column.x, yOf(column.first));
+            path.moveTo(column.x, place.y(column.first));
         for (const int value : {column.first, column.least, column.greatest, column.last})
-            path.lineTo(column.x, yOf(value));
+            path.lineTo(column.x, place.y(value));
         if (!isJoined && !goesOn)
-            lone.append(QPointF(column.x, yOf(column.last)));
+            lone.append(QPointF(column.x, place.y(column.last)));
     }
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -248,15 +253,16 @@ void TimePlot::paintLine(QPainter &painter) const
 
 void TimePlot::paintChosen(QPainter &painter) const
 {
+    const Scale place = scale();
     const PlotData::Point &point = data.points.at(chosen);
-    const QPointF place(xOf(point.time), yOf(point.value));
+    const QPointF at(place.x(point.time), place.y(point.value));
     const QColor text = palette().color(QPalette::Text);
     painter.setPen(QPen(text, 1));
-    painter.drawLine(QPointF(place.x(), area().top()), QPointF(place.x(), area().bottom()));
+    painter.drawLine(QPointF(at.x(), area().top()), QPointF(at.x(), area().bottom()));
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(palette().color(QPalette::Base));
     painter.setPen(QPen(text, 1.6));
-    painter.drawEllipse(place, 3.5, 3.5);
+    painter.drawEllipse(at, 3.5, 3.5);
     const QRect line(margin, margin / 2, width() - 2 * margin, painter.fontMetrics().height());
     painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
                      painter.fontMetrics().elidedText(figures(), Qt::ElideRight, line.width()));
@@ -302,12 +308,13 @@ void TimePlot::keyPressEvent(QKeyEvent *event)
 // The next point that is seen apart from the chosen one.
 qsizetype TimePlot::neighbour(int direction) const
 {
+    const Scale place = scale();
     const qsizetype last = data.points.size() - 1;
     if (chosen < 0)
         return last;
-    const int x = static_cast<int>(xOf(data.points.at(chosen).time));
+    const int x = static_cast<int>(place.x(data.points.at(chosen).time));
     qsizetype point = std::clamp<qsizetype>(chosen + direction, 0, last);
-    while (point > 0 && point < last && static_cast<int>(xOf(data.points.at(point).time)) == x)
+    while (point > 0 && point < last && static_cast<int>(place.x(data.points.at(point).time)) == x)
         point += direction;
     return point;
 }
@@ -327,13 +334,14 @@ void TimePlot::choose(qsizetype point)
 
 qsizetype TimePlot::nearest(double x) const
 {
-    const auto behind =
-        std::ranges::lower_bound(data.points, x, {}, [this](const PlotData::Point &point) { return xOf(point.time); });
+    const Scale place = scale();
+    const auto behind = std::ranges::lower_bound(
+        data.points, x, {}, [&place](const PlotData::Point &point) { return place.x(point.time); });
     if (behind == data.points.begin())
         return 0;
     if (behind == data.points.end())
         return data.points.size() - 1;
-    const bool isNearer = xOf(behind->time) - x < x - xOf((behind - 1)->time);
+    const bool isNearer = place.x(behind->time) - x < x - place.x((behind - 1)->time);
     return behind - data.points.begin() - (isNearer ? 0 : 1);
 }
 
@@ -349,17 +357,15 @@ int TimePlot::top() const
     return fontMetrics().height() + margin;
 }
 
-double TimePlot::xOf(qint64 time) const
+TimePlot::Scale TimePlot::scale() const
 {
     const QRect room = area();
     const auto span = static_cast<double>(std::max<qint64>(data.to - data.from, 1));
-    return room.left() + static_cast<double>(time - data.from) / span * room.width();
-}
-
-double TimePlot::yOf(int value) const
-{
-    const QRect room = area();
-    return room.bottom() - static_cast<double>(value) / highest * room.height();
+    return {.left = static_cast<double>(room.left()),
+            .bottom = static_cast<double>(room.bottom()),
+            .perSecond = room.width() / span,
+            .perValue = static_cast<double>(room.height()) / highest,
+            .from = data.from};
 }
 
 QColor TimePlot::faint() const

@@ -66,8 +66,18 @@ private:
     [[nodiscard]] qsizetype neighbour(int direction) const;
     [[nodiscard]] QRect area() const;
     [[nodiscard]] int top() const;
-    [[nodiscard]] double xOf(qint64 time) const;
-    [[nodiscard]] double yOf(int value) const;
+    /// From times and values to places in the widget.
+    struct Scale {
+        double left = 0;
+        double bottom = 0;
+        double perSecond = 0;
+        double perValue = 0;
+        qint64 from = 0;
+
+        [[nodiscard]] double x(qint64 time) const { return left + static_cast<double>(time - from) * perSecond; }
+        [[nodiscard]] double y(int value) const { return bottom - value * perValue; }
+    };
+    [[nodiscard]] Scale scale() const;
     [[nodiscard]] QColor faint() const;
 
     PlotData data;

@@ -304,6 +304,7 @@ void PlayersPage::dismiss(const Dismissal &dismissal)
         const auto done = qScopeGuard([&] { dismissals.removeOne(underWay); });
 
         const Conversation talk(services);
+        emit acting(players.wanted(row), command);
         if (!talk.tell(command))
             return; // the list is another server's by now
         section = dismissal.noteSection;
