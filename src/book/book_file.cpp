@@ -121,3 +121,9 @@ bool hasBookLog(const QString &path)
 {
     return QFileInfo(path + companions.front()).size() > 0;
 }
+
+void removeBookLog(const QString &path)
+{
+    for (const QLatin1StringView companion : companions)
+        QFile::remove(path + companion);
+}

@@ -32,3 +32,6 @@ QString putBookAside(const QString &path);
 
 /// Its log, when there is something in it.
 [[nodiscard]] bool hasBookLog(const QString &path);
+
+/// Removes what is left of a book whose file has been taken away while it was open.
+void removeBookLog(const QString &path);
