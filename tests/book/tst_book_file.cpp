@@ -137,6 +137,32 @@ private slots:
         QCOMPARE(store.size().players, 2);
     }
 
+    // As it is killed while the book is made, before there is a log.
+    void aChangeThatWasBrokenOffIsTakenBack()
+    {
+        const QString original = folder->filePath(u"original.db"_s);
+        {
+            BookStore before(original);
+            for (int time = 1; time <= 200; ++time)
+                before.feed(populate(time, {bob, alice}));
+        }
+        OtherEye writer(original);
+        writer.ask("PRAGMA journal_mode = DELETE");
+        writer.ask("PRAGMA cache_size = 1");
+        writer.ask("BEGIN");
+        writer.ask("UPDATE sightings SET ping = 999, score = 123456");
+        writer.ask("UPDATE players SET found_by = zeroblob(20000)");
+        QVERIFY(QFile::copy(original, path));
+        QVERIFY(QFile::copy(original + u"-journal"_s, path + u"-journal"_s));
+        QVERIFY(bytesOf(path) != bytesOf(path + u"-journal"_s));
+
+        BookStore store(path);
+        QCOMPARE(store.putAside(), QString());
+        QCOMPARE(store.search(u"bob"_s, 0, 10).size(), 1);
+        QCOMPARE(OtherEye(path).ask("SELECT count(*) FROM sightings WHERE ping = 999"), 0);
+        QCOMPARE(OtherEye(path).ask("PRAGMA integrity_check"), u"ok"_s);
+    }
+
     void aNewerBookIsLeftAlone()
     {
         {
