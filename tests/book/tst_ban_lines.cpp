@@ -90,6 +90,19 @@ private slots:
                  "1 Bob\n2 Alice\n6 \xC4rger\n"_ba);
     }
 
+    // Who is called "^^11Bob" is "^1Bob" in a server's file.
+    void aColourCodeWithinAnotherIsPartOfTheCleanName()
+    {
+        const BookBan made = ban(u"1"_s, u"^^11Bob"_s);
+        const BanLines read = readBanLines(banLines({made}));
+        QCOMPARE(shown(read), QStringList{u"1|^1Bob"_s});
+        QCOMPARE(keyOfBan(read.bans.first()), keyOfBan(made));
+        QCOMPARE(banLines(read.bans), "1 ^1Bob\n"_ba);
+        QCOMPARE(bansLiftedWith({made}, {}, u"^^11Bob"_s).size(), 1);
+        QCOMPARE(bansLiftedWith(read.bans, {}, u"^1Bob"_s).size(), 1);
+        QCOMPARE(bansLiftedWith({made}, {}, u"^1Bob"_s).size(), 0);
+    }
+
     void portsAreLeftOut_data()
     {
         QTest::addColumn<QString>("address");

@@ -191,7 +191,7 @@ private slots:
             QVERIFY(fault->line().contains(u"molvark-players.db"_s));
             QVERIFY(filesHere().filter(u"broken"_s).isEmpty());
         }
-        BookStore store(path);
+        BookStore store(path, 0, [](qint64) { return false; });
         QCOMPARE(store.size().players, 1);
         OtherEye other(path);
         other.ask("BEGIN IMMEDIATE");
