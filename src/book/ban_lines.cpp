@@ -65,18 +65,26 @@ bool isInBanFile(const BookBan &ban)
     return ban.state == BookBan::InForce || ban.state == BookBan::Imported;
 }
 
+QString nameInBanFile(const BookBan &ban)
+{
+    return ban.state == BookBan::Imported ? ban.name : cleanName(ban.name);
+}
+
 QPair<QString, QString> keyOfBan(const BookBan &ban)
 {
-    return {ban.guid, searchKey(cleanName(ban.name))};
+    return {ban.guid, foldedText(nameInBanFile(ban))};
 }
 
 QList<BookBan> bansLiftedWith(const QList<BookBan> &bans, const QString &server, const QString &name)
 {
-    const QString wanted = searchKey(cleanName(name));
+    const QString wanted = foldedText(cleanName(name));
+    const QString asItIs = foldedText(name); // that of an imported one
     QList<BookBan> lifted;
     for (const BookBan &ban : bans) {
         const bool isThere = ban.server == server || (ban.server.isEmpty() && ban.state == BookBan::Imported);
-        if (isInBanFile(ban) && isThere && keyOfBan(ban).second == wanted)
+        const QString found = keyOfBan(ban).second;
+        const bool isNamed = found == wanted || (found == asItIs && ban.state == BookBan::Imported);
+        if (isInBanFile(ban) && isThere && isNamed)
             lifted.append(ban);
     }
     return lifted;
@@ -110,7 +118,7 @@ QByteArray banLines(const QList<BookBan> &bans)
         if (!isInBanFile(ban) || isNobodysGuid(ban.guid) || written.contains(keyOfBan(ban)))
             continue;
         written.insert(keyOfBan(ban));
-        lines += ban.guid.toLatin1() + ' ' + toAnsi(cleanName(ban.name)) + '\n';
+        lines += ban.guid.toLatin1() + ' ' + toAnsi(nameInBanFile(ban)) + '\n';
     }
     return lines;
 }

@@ -22,6 +22,10 @@ struct BanFacts {
 /// Whether a server has it in its ban file, as far as the book knows: it is in force, or was read from such a file.
 [[nodiscard]] bool isInBanFile(const BookBan &ban);
 
+/// Its name in a server's ban file, by which it is lifted. One that was read from such a file is clean already: what
+/// looks like a colour code there is left of a name that had one within another.
+[[nodiscard]] QString nameInBanFile(const BookBan &ban);
+
 /// By which two bans are the same line of a ban file: GUID and clean name, without regard to case.
 [[nodiscard]] QPair<QString, QString> keyOfBan(const BookBan &ban);
 

@@ -2,6 +2,7 @@
 #include "book.h"
 
 #include "book_fault.h"
+#include "book_file.h"
 #include "book_store.h"
 
 #include <QDateTime>
@@ -81,8 +82,10 @@ private:
 
     Reply attemptOnce(const Job &job)
     {
-        if (store && !store->isThere())
-            store.reset(); // before another one is made: it takes its log with it
+        if (store && !store->isThere()) {
+            store.reset();
+            removeBookLog(path);
+        }
         const bool isNew = !store;
         if (isNew)
             openStore(false);

@@ -24,10 +24,14 @@ QVariant stored(const QVariant &value)
     return isPlain ? value : QVariant(QString::fromUtf8(text.toUtf8()));
 }
 
+constexpr int noRoomForIndex = 4874; // SQLITE_IOERR_SHMSIZE: that of the log could not grow
+
 /// The words of SQLite's result codes that mean something to whoever has the book; the higher bytes say more than is
 /// needed.
 BookFault::Kind kindOf(int code)
 {
+    if (code == noRoomForIndex)
+        return BookFault::Full;
     switch (code & 0xFF) {
     case 5: // SQLITE_BUSY
     case 6: // SQLITE_LOCKED

@@ -21,7 +21,9 @@ constexpr qsizetype headSize = 100;
 constexpr qsizetype versionAt = 60;
 constexpr qsizetype applicationAt = 68;
 
-constexpr std::array companions{"-wal"_L1, "-shm"_L1, "-journal"_L1};
+constexpr auto logEnding = "-wal"_L1;
+constexpr auto journalEnding = "-journal"_L1;
+constexpr std::array companions{logEnding, "-shm"_L1, journalEnding};
 constexpr QFile::Permissions ownersAlone = QFile::ReadOwner | QFile::WriteOwner;
 
 quint32 numberAt(const QByteArray &head, qsizetype at)
@@ -119,5 +121,16 @@ QString putBookAside(const QString &path)
 
 bool hasBookLog(const QString &path)
 {
-    return QFileInfo(path + companions.front()).size() > 0;
+    return QFileInfo(path + logEnding).size() > 0;
+}
+
+bool hasBookJournal(const QString &path)
+{
+    return QFileInfo(path + journalEnding).size() > 0;
+}
+
+void removeBookLog(const QString &path)
+{
+    for (const QLatin1StringView companion : companions)
+        QFile::remove(path + companion);
 }

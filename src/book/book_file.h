@@ -30,5 +30,11 @@ void protectBookFile(const QString &path);
 /// Renames the file and what belongs to it to "...broken-N.db"; returns that name. Throws when another program uses it.
 QString putBookAside(const QString &path);
 
-/// Its log, when there is something in it.
+/// Whether there is something in its log.
 [[nodiscard]] bool hasBookLog(const QString &path);
+
+/// Whether a change was broken off while the book had no log yet. Only who may write can take that back.
+[[nodiscard]] bool hasBookJournal(const QString &path);
+
+/// Removes what is left of a book whose file has been taken away while it was open.
+void removeBookLog(const QString &path);

@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// A book of this size is read through in about a second; damage in a larger one is found when it is met.
-constexpr qint64 largestChecked = 256LL * 1024 * 1024;
+constexpr qint64 largestChecked = 64LL * 1024 * 1024;
 
 QString playersWhere(const QString &rest)
 {
@@ -131,6 +131,7 @@ void BookStore::open(qint64 oldest)
 
 void BookStore::openAsItIs(qint64 oldest)
 {
+    database.reset(); // of an earlier attempt: looking at the file gives up the locks on it
     const BookFileKind kind = inspectBookFile(path, bookVersion());
     if (kind == BookFileKind::NewerBook)
         throw bookFault(BookFault::Newer, path);
@@ -141,7 +142,7 @@ void BookStore::openAsItIs(qint64 oldest)
     if (kind == BookFileKind::Missing)
         makeBookFile(path);
     protectBookFile(path);
-    if (kind == BookFileKind::Book && (isDoubtful || QFileInfo(path).size() <= largestChecked))
+    if (kind == BookFileKind::Book && !hasBookJournal(path) && (isDoubtful || QFileInfo(path).size() <= largestChecked))
         checkWhole(path);
 
     database = std::make_unique<BookDatabase>(path, BookDatabase::Access::ReadAndWrite);
@@ -175,11 +176,13 @@ QList<KnownPlayer> BookStore::feed(const BookFeed &feed)
 QList<BookPlayer> BookStore::search(const QString &text, int from, int most) const
 {
     const QString key = searchKey(text);
-    const QString order = u"ORDER BY last_seen DESC, player DESC LIMIT ? OFFSET ?"_s;
     QList<BookPlayer> found;
-    auto row = key.isEmpty()
-                   ? database->rows(playersWhere(order), {most, from})
-                   : database->rows(playersWhere(u"WHERE instr(found_by, ?) > 0 "_s + order), {key, most, from});
+    // In the order of the index each row would be fetched from another place; all of them in a row are read sooner.
+    auto row = key.isEmpty() ? database->rows(playersWhere(u"ORDER BY last_seen DESC, player DESC LIMIT ? OFFSET ?"_s),
+                                              {most, from})
+                             : database->rows(playersWhere(u"WHERE instr(found_by, ?) > 0"
+                                                           " ORDER BY +last_seen DESC, player DESC LIMIT ? OFFSET ?"_s),
+                                              {key, most, from});
     while (row.next())
         found.append(playerIn(row));
     return found;
@@ -263,6 +266,7 @@ void BookStore::forget(qint64 player)
         QSet<QString> names;
         for (const BookAlias &name : aliases(*database, u"names"_s, player))
             names.insert(searchKey(cleanName(name.text)));
+        names.remove({});
         removeNamelessActions(*database, names);
         database->run(u"DELETE"_s + ofOne(), identity);
         database->run(u"DELETE FROM players WHERE player = ?"_s, {player});

@@ -27,9 +27,14 @@ QString cleanName(const QString &name)
     return withoutControls(stripcolour(name)).trimmed();
 }
 
+QString foldedText(const QString &text)
+{
+    return withoutControls(text).normalized(QString::NormalizationForm_C).toCaseFolded();
+}
+
 QString searchKey(const QString &text)
 {
-    return withoutControls(stripcolour(text)).normalized(QString::NormalizationForm_C).toCaseFolded();
+    return foldedText(stripcolour(text));
 }
 
 QString withoutPort(const QString &address)

@@ -9,6 +9,9 @@
 /// A name as a server's ban file has it: without colour codes, control characters and blanks at its ends.
 [[nodiscard]] QString cleanName(const QString &name);
 
+/// Without control characters and without the difference between upper and lower case in any script.
+[[nodiscard]] QString foldedText(const QString &text);
+
 /// What a name, GUID or address is found by, and what is looked for likewise: without colour codes and control
 /// characters, and without the difference between upper and lower case in any script.
 [[nodiscard]] QString searchKey(const QString &text);
