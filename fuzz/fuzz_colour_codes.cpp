@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "base/colour_codes.h"
 #include "base/wire_text.h"
 #include "fuzz.h"
-#include "players/colour_codes.h"
 
 #include <QRegularExpression>
 

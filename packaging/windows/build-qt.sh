@@ -35,8 +35,8 @@ apt_sources=(-o "Dir::Etc::SourceList=/dev/null" -o "Dir::Etc::SourceParts=$work
     -o "Dir::State::Lists=$work/apt/lists" -o "APT::Sandbox::User=root")
 
 off=(system_zlib system_png system_jpeg system_freetype system_harfbuzz system_pcre2 system_doubleconversion
-    system_textmarkdownreader system_libb2 direct2d1_1 sql dbus xml printsupport opengl vulkan tabletevent glib icu zstd
-    brotli openssl cpp_winrt concurrent)
+    system_textmarkdownreader system_libb2 system_sqlite direct2d1_1 dbus xml printsupport opengl vulkan tabletevent glib icu zstd
+    brotli openssl cpp_winrt concurrent sql_db2 sql_ibase sql_mimer sql_mysql sql_oci sql_odbc sql_psql)
 off=("${off[@]/#/-DFEATURE_}")
 
 # The tools of this machine's Qt, with which the other one is built and used, are of the same version.

@@ -8,9 +8,10 @@ windows_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build perl python3 dpkg
 home=~
 qt_windows=$(realpath -m -- "${MOLVARK_QT_WINDOWS:-${XDG_CACHE_HOME:-$home/.cache}/molvark/qt-windows}")
 
-# windows_qt_is_there: build-qt.sh has come to its end in that folder.
+# windows_qt_is_there: build-qt.sh has come to its end in that folder, and with the driver for the player book; one that was
+# built before there was a book has none.
 windows_qt_is_there() {
-    [ -f "$qt_windows/complete" ]
+    [ -f "$qt_windows/complete" ] && [ -f "$qt_windows/plugins/sqldrivers/libqsqlite.a" ]
 }
 
 # build_for_windows DIRECTORY TARGET... [-- CMAKE_OPTION...]: configures and builds the targets with that Qt, in

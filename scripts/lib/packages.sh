@@ -1,6 +1,6 @@
 # Installs Debian packages that are missing. To be sourced.
 
-build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools lowdown)
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite lowdown)
 font_packages=(fonts-dejavu-core)
 display_packages=(xvfb)
 

@@ -3,6 +3,7 @@
 #include "ui_main_window.h"
 
 #include "base/prompts.h"
+#include "book_tools.h"
 #include "common_tasks.h"
 #include "messages/message_panel.h"
 #include "messages/messages_page.h"
@@ -55,11 +56,12 @@ constexpr int playersTab = 4;
 
 } // namespace
 
-MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Exchange &exchange,
+MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Exchange &exchange_,
                        const UDPClient &udpclient, QWidget *parent)
     : QMainWindow(parent),
       services(services_),
       connecting(connecting_),
+      exchange(exchange_),
       ui(std::make_unique<Ui::MainWindow>()),
       connectPanel(new ConnectPanel(services.fields, connecting)),
       consolePanel(new ConsolePanel(services)),
@@ -76,7 +78,7 @@ MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Excha
     wireMenus();
     tools = new ToolsMenu(services, exchange, udpclient, *others, *this);
     tools->tell(*ui->statusbar);
-    wireStatusBar(exchange);
+    wireStatusBar();
     wireKeys();
 }
 
@@ -155,7 +157,7 @@ void MainWindow::wirePages()
     forgetWithServer(connecting, *this);
 }
 
-void MainWindow::wireStatusBar(const Exchange &exchange)
+void MainWindow::wireStatusBar()
 {
     connect(&connecting, &Connecting::statechanged, ui->statusbar,
             qOverload<Connecting::State, const QString &>(&StatusBar::showState));
@@ -224,6 +226,13 @@ void MainWindow::wireMenus()
     connect(ui->mhelpforum, &QAction::triggered, this, [] { openurl(WebAddress::forum); });
 }
 
+void MainWindow::wireBook()
+{
+    book = std::make_unique<BookTools>(services, *others, *this);
+    book->wire(connecting, exchange, tools->ledger(), *playersPage, *ui->statusbar);
+    connect(ui->mbook, &QAction::triggered, book.get(), &BookTools::mbook_Click);
+}
+
 void MainWindow::setclanbase()
 {
     otherPage->setclanbase();
@@ -265,6 +274,7 @@ void MainWindow::load()
         return;
     buildPages();
     wirePages();
+    wireBook();
     orderTabs();
     ui->statusbar->build();
     const IniText ini = services.ini.contents();
@@ -274,6 +284,7 @@ void MainWindow::load()
     services.session.options = loadPreferences(ini);
     playersPage->showPreferences();
     state->restoreRest();
+    book->load(ini);
 }
 
 void MainWindow::autoConnect()

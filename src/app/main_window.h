@@ -5,6 +5,7 @@
 
 #include <memory>
 
+class BookTools;
 class ConnectPanel;
 class Connecting;
 class ConsolePanel;
@@ -35,7 +36,7 @@ class MainWindow final : public QMainWindow {
 
 public:
     /// `exchange` and `udpclient` are looked on at, for the status bar, the ledger and the recorder.
-    MainWindow(Services &services_, Connecting &connecting_, const Exchange &exchange, const UDPClient &udpclient,
+    MainWindow(Services &services_, Connecting &connecting_, const Exchange &exchange_, const UDPClient &udpclient,
                QWidget *parent = nullptr);
     ~MainWindow() override;
 
@@ -65,9 +66,10 @@ private:
     void buildPages();
     void wirePanels();
     void wirePages();
-    void wireStatusBar(const Exchange &exchange);
+    void wireStatusBar();
     void wireKeys();
     void wireMenus();
+    void wireBook();
     [[nodiscard]] PageArea &pageArea(int tab) const;
     void filterPlayers();
     void orderTabs();
@@ -81,6 +83,7 @@ private:
 
     Services &services;
     Connecting &connecting;
+    const Exchange &exchange;
     std::unique_ptr<Ui::MainWindow> ui;
     ConnectPanel *connectPanel;
     ConsolePanel *consolePanel;
@@ -92,6 +95,7 @@ private:
     MessagesPage *messagesPage = nullptr;
     MiscPage *miscPage = nullptr;
     OtherPage *otherPage = nullptr;
+    std::unique_ptr<BookTools> book; ///< likewise; the windows are gone before it
     std::unique_ptr<OtherWindows> others;
     WindowState *state;
     ToolsMenu *tools = nullptr;

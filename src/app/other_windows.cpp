@@ -3,6 +3,7 @@
 
 #include "about_window.h"
 #include "base/window_place.h"
+#include "book/book_window.h"
 #include "ledger/check_window.h"
 #include "ledger/ledger_window.h"
 #include "mods/hob_window.h"
@@ -58,6 +59,14 @@ void OtherWindows::showledger(Ledger &ledger, int number)
     ledgerWindow->showEntry(number);
 }
 
+BookWindow &OtherWindows::showbook(KeptBook &kept, BookWatch &watch)
+{
+    if (!bookWindow)
+        bookWindow = std::make_unique<BookWindow>(kept, watch, services);
+    bringUp(*bookWindow, owner);
+    return *bookWindow;
+}
+
 void OtherWindows::mcheck_Click()
 {
     if (!checkWindow) {
@@ -74,10 +83,12 @@ void OtherWindows::hide()
         window->hide();
     if (ledgerWindow)
         ledgerWindow->hide();
+    if (bookWindow)
+        bookWindow->hide();
 }
 
-// Boxes and the progress window are not left for the main window: they go away by themselves. Nor is the ledger, which
-// lies beside the work: the cursor is to stay where the person works.
+// Boxes and the progress window are not left for the main window: they go away by themselves. Nor are ledger
+// and book, which lie beside the work: the cursor is to stay where the person works.
 QWidgetList OtherWindows::windows() const
 {
     QWidgetList all{hobWindow.get(), preferencesWindow.get(), aboutWindow.get(), checkWindow.get()};

@@ -7,9 +7,12 @@
 #include <memory>
 
 class AboutWindow;
+class BookWatch;
+class BookWindow;
 class CheckWindow;
 class Connecting;
 class HobWindow;
+class KeptBook;
 class Ledger;
 class LedgerWindow;
 class PreferencesWindow;
@@ -30,6 +33,7 @@ public:
     void helpabout_Click();
     /// At the entry of that number, if it is kept.
     void showledger(Ledger &ledger, int number = -1);
+    BookWindow &showbook(KeptBook &kept, BookWatch &watch);
     void mcheck_Click();
     void hide();
 
@@ -52,6 +56,7 @@ private:
     std::unique_ptr<PreferencesWindow> preferencesWindow;
     std::unique_ptr<AboutWindow> aboutWindow;
     std::unique_ptr<LedgerWindow> ledgerWindow;
+    std::unique_ptr<BookWindow> bookWindow;
     std::unique_ptr<CheckWindow> checkWindow;
     bool wasActive = true; ///< one of them, or none has been yet
 };

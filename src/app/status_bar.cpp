@@ -2,7 +2,6 @@
 #include "status_bar.h"
 
 #include "rcon/exchange.h"
-#include "rcon/server_info.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -16,8 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype longestName = 64; // characters; no game type and no map has a longer one
-
 /// A colour of its own for each state, one for light grounds and one for dark.
 QColor colourOf(Connecting::State state, bool isDark)
 {
@@ -30,27 +27,6 @@ QColor colourOf(Connecting::State state, bool isDark)
         break;
     }
     return isDark ? QColor(0x5A, 0xD8, 0x6A) : QColor(0x12, 0x7A, 0x28);
-}
-
-/// A name that a server gave, of no game type and no map when it is empty. What cannot be drawn is left out.
-QString readableName(const QString &name)
-{
-    if (name.startsWith(u'\\'))
-        return {}; // the next key, behind an empty value
-    QString readable = name.left(longestName).simplified();
-    return readable.removeIf([](QChar each) { return !each.isPrint(); });
-}
-
-bool changesGame(const QString &comm)
-{
-    // Each of these loads a map, or names the game type of the next.
-    static const std::array<QString, 5> words{u"map"_s, u"devmap"_s, u"map_rotate"_s, u"g_gametype"_s, u"exec"_s};
-    QStringList parts = comm.simplified().split(u' ');
-    if (parts.first().startsWith(u"set", Qt::CaseInsensitive) && parts.size() > 1)
-        parts.removeFirst();
-    return parts.size() > 0 && std::ranges::any_of(words, [&](const QString &word) {
-               return parts.first().compare(word, Qt::CaseInsensitive) == 0;
-           });
 }
 
 } // namespace
@@ -191,10 +167,14 @@ void StatusBar::build()
         lblverdict->display({});
         emit verdictclicked(verdictNumber);
     });
+    lblbook = new ElidedLabel(u"lblbook"_s, this);
+    lblbook->setCursor(Qt::PointingHandCursor);
+    connect(lblbook, &ElidedLabel::clicked, this, &StatusBar::bookclicked);
     lblrecord = new RecordMark(this);
     lblanswer = new ElidedLabel(u"lblanswer"_s, this); // more than the rest it is for the moment, so it stands first
     int place = 4;                                     // behind the four at the left, before the button
-    for (QLabel *label : std::initializer_list<QLabel *>{lblanswer, lblverdict, lblcycle, lblrefresh, lblrecord}) {
+    for (QLabel *label :
+         std::initializer_list<QLabel *>{lblanswer, lblbook, lblverdict, lblcycle, lblrefresh, lblrecord}) {
         insertPermanentWidget(place++, label);
         label->hide();
     }
@@ -203,10 +183,8 @@ void StatusBar::build()
 
 void StatusBar::showState(Connecting::State state_, const QString &address_)
 {
-    if (address_ != address) {
-        game.clear();
-        map.clear();
-    }
+    if (address_ != address)
+        game = {};
     state = state_;
     address = address_;
     showState();
@@ -222,8 +200,9 @@ void StatusBar::showState()
         lblstate->display(u"Connecting to "_s + address);
         break;
     case Connecting::State::Connected:
-        const bool isKnown = !game.isEmpty() && !map.isEmpty();
-        lblstate->display(u"Connected to "_s + address + (isKnown ? u", %1 on %2"_s.arg(game, map) : QString()));
+        const bool isKnown = !game.type().isEmpty() && !game.map().isEmpty();
+        lblstate->display(u"Connected to "_s + address +
+                          (isKnown ? u", %1 on %2"_s.arg(game.type(), game.map()) : QString()));
         break;
     }
     lbldot->display(state, lblstate->text());
@@ -231,24 +210,14 @@ void StatusBar::showState()
 
 void StatusBar::takeReply(const QString &reply)
 {
-    if (reply.contains(u"\\g_gametype\\") && reply.contains(u"\\mapname\\")) {
-        game = readableName(gameType(reply));
-        map = readableName(mapName(reply));
-    } else if (const QString found = mapOfStatus(reply); !found.isEmpty()) {
-        map = readableName(found);
-    } else {
-        return;
-    }
-    showState();
+    if (game.takeReply(reply))
+        showState();
 }
 
 void StatusBar::takeCommand(const QString &comm)
 {
-    if (std::ranges::none_of(comm.split(u';'), changesGame))
-        return;
-    game.clear();
-    map.clear();
-    showState();
+    if (game.takeCommand(comm))
+        showState();
 }
 
 void StatusBar::showWait(const Wait &wait, const QString &command)
@@ -301,4 +270,10 @@ void StatusBar::showRecording(bool on)
 void StatusBar::showAnswer(const QString &answer)
 {
     lblanswer->display(answer);
+}
+
+void StatusBar::showBook(const QString &text)
+{
+    if (lblbook)
+        lblbook->display(text);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "rcon/connecting.h"
+#include "rcon/known_game.h"
 
 #include <QLabel>
 #include <QStatusBar>
@@ -88,10 +89,14 @@ public slots:
     /// What became of the command of that number; `verdict` is empty when it is good, which hides an earlier one.
     void showVerdict(int number, const QString &verdict, const QString &command);
     void showRecording(bool on);
+    /// What is wrong with the player book, or which flagged player has come; hidden when empty.
+    void showBook(const QString &text);
 
 signals:
     /// The person wants to know more of the command of that number.
     void verdictclicked(int number);
+    /// The person wants to know more of what is said about the player book.
+    void bookclicked();
 
 private:
     void showState();
@@ -104,10 +109,10 @@ private:
     ElidedLabel *lblrefresh = nullptr;
     ElidedLabel *lblanswer = nullptr;
     ElidedLabel *lblverdict = nullptr;
+    ElidedLabel *lblbook = nullptr;
     RecordMark *lblrecord = nullptr;
     int verdictNumber = 0;
     Connecting::State state = Connecting::State::NotConnected;
     QString address;
-    QString game; ///< game type
-    QString map;
+    KnownGame game;
 };

@@ -44,3 +44,8 @@ void ToolsMenu::tell(StatusBar &statusBar)
             [this](int number) { others.showledger(ledgerWatch->ledger(), number); });
     connect(recorder, &Recorder::recordingchanged, &statusBar, &StatusBar::showRecording);
 }
+
+const Ledger &ToolsMenu::ledger() const
+{
+    return ledgerWatch->ledger();
+}

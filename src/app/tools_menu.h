@@ -4,6 +4,7 @@
 #include <QObject>
 
 class Exchange;
+class Ledger;
 class LedgerWatch;
 class OtherWindows;
 class Recorder;
@@ -22,6 +23,7 @@ public:
 
     /// What it sees is told there.
     void tell(StatusBar &statusBar);
+    [[nodiscard]] const Ledger &ledger() const;
 
 private:
     OtherWindows &others;

@@ -65,14 +65,6 @@ QString ledgerNote(const LedgerEntry &entry)
     return {};
 }
 
-QString csvRecord(const QStringList &items)
-{
-    QStringList quoted;
-    for (QString item : items)
-        quoted.append(u'"' + item.replace(u'"', u"\"\""_s) + u'"');
-    return quoted.join(u',') + u"\r\n"_s;
-}
-
 QStringList ledgerRecord(const LedgerEntry &entry)
 {
     QStringList items{entry.time.toString(u"yyyy-MM-dd HH:mm:ss"_s)};

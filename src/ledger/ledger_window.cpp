@@ -7,16 +7,14 @@
 #include "base/keys.h"
 #include "base/placeholder.h"
 #include "base/prompts.h"
-#include "base/system_error.h"
+#include "base/replaced_file.h"
 #include "ledger.h"
 #include "ledger_filter.h"
 #include "ledger_text.h"
 #include "output/log_file.h"
-#include "replaced_file.h"
 
 #include <QFontDatabase>
 #include <QHeaderView>
-#include <QSaveFile>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -29,25 +27,12 @@ namespace {
 /// For how many letters a column has room at first; the command takes the rest.
 constexpr std::array<int, LedgerColumn::Count> letters{9, 0, 7, 12, 10, 9, 17};
 
-const QByteArray byteOrderMark = "\xEF\xBB\xBF"; // or some tables take the letters for others
-
 /// `cell` without what would begin another cell or row where it is pasted.
 QString oneCell(QString cell)
 {
     for (const QChar separator : {u'\t', u'\r', u'\n'})
         cell.replace(separator, u' ');
     return cell;
-}
-
-std::optional<Fault> replaceFile(const QString &name, const QByteArray &bytes)
-{
-    if (const std::optional<Fault> fault = faultOfNoFile(name))
-        return fault;
-    QSaveFile file(name);
-    clearSystemError();
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        return lastSystemError(file.errorString());
-    return {};
 }
 
 } // namespace
@@ -175,6 +160,6 @@ void LedgerWindow::cmdledgersave_Click()
     QString text = csvRecord(ledgerHeaders());
     for (const int row : shownRows())
         text += csvRecord(ledgerRecord(ledger.entry(row)));
-    if (const std::optional<Fault> fault = replaceFile(name, byteOrderMark + text.toUtf8()))
+    if (const std::optional<Fault> fault = replaceTable(name, text))
         prompts.refuse(u"Error writing file, err %1\rLedger not written"_s.arg(fault->number()), u"Failed to Save"_s);
 }

@@ -3,6 +3,7 @@
 
 #include "base/clock.h"
 #include "base/prompts.h"
+#include "base/replaced_file.h"
 #include "base/system_error.h"
 #include "base/wire_text.h"
 #include "known_passwords.h"
@@ -10,7 +11,6 @@
 #include "output/output.h"
 #include "rcon/exchange.h"
 #include "rcon/udp_client.h"
-#include "replaced_file.h"
 
 using namespace Qt::StringLiterals;
 

@@ -137,7 +137,10 @@ CheckedActions::NewerList CheckedActions::readList(const Conversation &talk, con
 void CheckedActions::carryOut(const Conversation &talk, const Reading &scope, const CheckedDeed &deed,
                               const WantedPlayer &wanted, const QString &text)
 {
-    const Fate fate = talk.tellOnce(deed.command + wanted.num + (text.isEmpty() ? QString() : u' ' + text));
+    const QString command = deed.command + wanted.num + (text.isEmpty() ? QString() : u' ' + text);
+    if (deed.dismisses)
+        emit dismissing(wanted, command);
+    const Fate fate = talk.tellOnce(command);
     if (!scope.isLatest())
         return;
     emit answered(fate == Fate::Answered ? words(talk.reply(), services.fields.password()) : told(fate, talk.isOpen()));

@@ -29,6 +29,8 @@ public:
 signals:
     /// What the server said, and then what its list says, or why nothing was sent; for the status bar.
     void answered(const QString &answer);
+    /// This command is about to be sent to get rid of him.
+    void dismissing(const WantedPlayer &wanted, const QString &command);
     /// The list says that he is not there any more.
     void left(const WantedPlayer &wanted);
 

@@ -24,9 +24,44 @@ void drawTriangle(QPainter &painter)
     painter.drawPoint(QPointF(8, 12));
 }
 
+void drawSheet(QPainter &painter)
+{
+    painter.drawRect(QRectF(3, 2, 10, 12));
+    for (const double line : {5.5, 8.0, 10.5})
+        painter.drawLine(QPointF(5.5, line), QPointF(10.5, line));
+}
+
+void drawFlag(QPainter &painter)
+{
+    painter.drawLine(QPointF(4, 1.5), QPointF(4, 14.5));
+    painter.setBrush(painter.pen().color());
+    painter.drawPolygon(QPolygonF({{4, 2}, {13.5, 5}, {4, 8.5}}));
+}
+
+void drawDamage(QPainter &painter, RowDamage damage)
+{
+    if (damage == RowDamage::LostCharacter)
+        drawTriangle(painter);
+    else if (damage == RowDamage::TwoDatagrams)
+        drawBrokenLine(painter);
+}
+
+void drawRemark(QPainter &painter, PlayerRemark remark)
+{
+    if (remark == PlayerRemark::Flag)
+        drawFlag(painter);
+    else if (remark == PlayerRemark::Note)
+        drawSheet(painter);
+}
+
+QPen penOf(bool isDark, const QColor &onDark, const QColor &onLight)
+{
+    return {isDark ? onDark : onLight, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+}
+
 } // namespace
 
-QIcon damageMark(RowDamage damage, const QWidget &view)
+QIcon rowMark(RowDamage damage, PlayerRemark remark, const QWidget &view)
 {
     const int size = view.fontMetrics().height();
     QPixmap pixmap(QSize(size, size) * view.devicePixelRatioF());
@@ -36,11 +71,17 @@ QIcon damageMark(RowDamage damage, const QWidget &view)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(static_cast<double>(size) / units, static_cast<double>(size) / units);
     const bool isDark = view.palette().color(QPalette::Base).lightness() < 128;
-    painter.setPen(QPen(isDark ? QColor(0xFF, 0xC1, 0x40) : QColor(0x9A, 0x60, 0x00), 1.6, Qt::SolidLine, Qt::RoundCap,
-                        Qt::RoundJoin));
-    if (damage == RowDamage::LostCharacter)
-        drawTriangle(painter);
-    else
-        drawBrokenLine(painter);
+    if (damage != RowDamage::None && remark != PlayerRemark::None) {
+        // The column has room for one: the two share it, one above the other.
+        constexpr double share = 0.6;
+        painter.scale(share, share);
+    }
+    painter.setPen(penOf(isDark, QColor(0xFF, 0xC1, 0x40), QColor(0x9A, 0x60, 0x00)));
+    drawDamage(painter, damage);
+    if (damage != RowDamage::None && remark != PlayerRemark::None)
+        painter.translate(units * 2 / 3.0, units * 2 / 3.0);
+    painter.setPen(remark == PlayerRemark::Flag ? penOf(isDark, QColor(0xFF, 0x7A, 0x70), QColor(0xB4, 0x10, 0x10))
+                                                : penOf(isDark, QColor(0x8F, 0xC4, 0xFF), QColor(0x1A, 0x55, 0x9A)));
+    drawRemark(painter, remark);
     return QIcon(pixmap);
 }

@@ -2,10 +2,10 @@
 #include "player_actions.h"
 
 #include "base/clock.h"
+#include "base/colour_codes.h"
 #include "base/controls.h"
 #include "base/fault.h"
 #include "base/prompts.h"
-#include "colour_codes.h"
 #include "dismissals.h"
 #include "player_table.h"
 #include "player_view.h"
@@ -43,6 +43,7 @@ void PlayerActions::dismiss(const Dismissal &dismissal)
         const auto done = qScopeGuard([&] { dismissals.removeOne(underWay); });
 
         const Conversation talk(services);
+        on.acting(on.players.wanted(row), command);
         if (!talk.tell(command))
             return; // the list is another server's by now
         section = dismissal.noteSection;

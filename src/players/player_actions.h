@@ -4,6 +4,7 @@
 #include <QLatin1StringView>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 class Fault;
@@ -12,6 +13,7 @@ class PlayerView;
 class QAbstractButton;
 struct Dismissal;
 struct Services;
+struct WantedPlayer;
 
 /// What the buttons do to the player who is selected. The command goes at once to the slot that the list names, and the
 /// row goes whatever the server says.
@@ -23,6 +25,7 @@ public:
         PlayerView &view;
         const QAbstractButton &queryMode;
         const QAbstractButton &withoutColours;
+        std::function<void(const WantedPlayer &wanted, const QString &command)> acting; ///< it is about to be sent
     };
 
     PlayerActions(const Services &services_, const Controls &controls) : services(services_), on(controls) {}

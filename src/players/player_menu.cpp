@@ -27,10 +27,18 @@ void addCheckedItems(QMenu *menu, const PlayerTable &players, int row, const Che
     addDeed(checkedMessage);
 }
 
+// A row of Query Mode tells of nobody who could be looked up.
+void addWho(QMenu *menu, const PlayerTable &players, int row, const AskWho &askWho)
+{
+    const bool isPlayer = row >= 0 && !players.text(row, PlayerColumn::Guid).isEmpty();
+    const WantedPlayer wanted = isPlayer ? players.wanted(row) : WantedPlayer();
+    addMenuItem(menu, u"mwho"_s, u"&Who is this?"_s, isPlayer, [askWho, wanted] { askWho(wanted); });
+}
+
 } // namespace
 
 void showPlayerMenu(PlayerView &view, const PlayerTable &players, const PlayerButtons &buttons,
-                    const CheckAndAct &checkAndAct, QPoint place)
+                    const CheckAndAct &checkAndAct, const AskWho &askWho, QPoint place)
 {
     const int row = view.selectedRow();
     const bool isRow = row >= 0;
@@ -51,6 +59,8 @@ void showPlayerMenu(PlayerView &view, const PlayerTable &players, const PlayerBu
     addButton(u"actmessage"_s, u"Send &message"_s, buttons.message);
     menu->addSeparator();
     addCheckedItems(menu, players, row, checkAndAct);
+    menu->addSeparator();
+    addWho(menu, players, row, askWho);
     menu->addSeparator();
     addCopy(u"actcopyguid"_s, u"Copy &GUID"_s, PlayerColumn::Guid);
     addCopy(u"actcopyaddress"_s, u"Copy &address"_s, PlayerColumn::Address);

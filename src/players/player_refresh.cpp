@@ -82,7 +82,9 @@ void PlayerRefresh::kickHanging(const Conversation &talk, const ReentrancyGuard 
         const Rec999 record = list999.records().at(index);
         if (!options.autokick999 || !record.seen || record.hits < options.autokick999int)
             continue;
-        talk.tell(u"clientkick "_s + record.pnum);
+        const QString command = u"clientkick "_s + record.pnum;
+        emit kicking(command, record.pname, record.pnum);
+        talk.tell(command);
         if (talk.isSuperseded() || !tick.isLatest())
             return; // the list is another one by now
         talk.note(u"Player Auto Kicked for 999 ping ["_s + record.pname + u']');

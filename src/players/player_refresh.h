@@ -36,6 +36,8 @@ public:
 signals:
     /// It reads the list every so many seconds from now on; 0 when it has stopped.
     void runningchanged(int seconds);
+    /// This command is about to be sent, because of the record of that name and slot number.
+    void kicking(const QString &command, const QString &name, const QString &num);
     /// The player in this slot has been kicked.
     void kicked(const QString &num);
 

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "player_table.h"
 
-#include "colour_codes.h"
+#include "base/colour_codes.h"
 
 #include "base/numbers.h"
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -15,6 +16,11 @@ namespace {
 QString damageText(RowDamage damage)
 {
     return damage == RowDamage::LostCharacter ? u"a character may be missing"_s : u"came in two datagrams"_s;
+}
+
+QString remarkText(PlayerRemark remark)
+{
+    return remark == PlayerRemark::Flag ? u"flagged in the player book"_s : u"has a note in the player book"_s;
 }
 
 struct Column {
@@ -92,14 +98,28 @@ QVariant PlayerTable::data(const QModelIndex &index, int role) const
         return {};
     if (role == Qt::DisplayRole)
         return text(index.row(), static_cast<PlayerColumn::Column>(index.column())).left(longestShown);
-    const RowDamage damage = players.at(index.row()).damage;
-    if (index.column() == PlayerColumn::Edge && damage != RowDamage::None) {
-        if (role == Qt::DecorationRole)
-            return mark ? mark(damage) : QVariant();
-        if (role == Qt::AccessibleDescriptionRole)
-            return damageText(damage);
-    }
-    return role == Qt::TextAlignmentRole ? columnAt(index.column()).alignment : QVariant();
+    if (role == Qt::TextAlignmentRole)
+        return columnAt(index.column()).alignment;
+    return index.column() == PlayerColumn::Edge ? edge(players.at(index.row()), role) : QVariant();
+}
+
+// The mark at the edge of the row, and what it means.
+QVariant PlayerTable::edge(const Listed &player, int role) const
+{
+    const bool isDamaged = player.damage != RowDamage::None;
+    const bool isRemarked = player.remark != PlayerRemark::None;
+    if (role == Qt::DecorationRole && (isDamaged || isRemarked))
+        return mark ? mark(player.damage, player.remark) : QVariant();
+    if (role == Qt::ToolTipRole && isRemarked)
+        return remarkText(player.remark);
+    if (role != Qt::AccessibleDescriptionRole)
+        return {};
+    QStringList texts;
+    if (isDamaged)
+        texts.append(damageText(player.damage));
+    if (isRemarked)
+        texts.append(remarkText(player.remark));
+    return texts.isEmpty() ? QVariant() : texts.join(u", "_s);
 }
 
 QVariant PlayerTable::headerData(int section, Qt::Orientation orientation, int role) const
@@ -173,7 +193,7 @@ void PlayerTable::clear()
 void PlayerTable::add(const PlayerCells &cells, const QString &name, RowDamage damage)
 {
     beginInsertRows({}, rowCount(), rowCount());
-    players.append({cells, name, damage});
+    players.append({.cells = cells, .name = name, .damage = damage});
     endInsertRows();
 }
 
@@ -190,4 +210,18 @@ WantedPlayer PlayerTable::wanted(int row) const
     return {text(row, PlayerColumn::Num),     text(row, PlayerColumn::Guid),   player.name,
             text(row, PlayerColumn::Address), text(row, PlayerColumn::Player), player.damage != RowDamage::None,
             text(row, PlayerColumn::Num)};
+}
+
+void PlayerTable::setRemarks(const QList<RemarkedPlayer> &remarked)
+{
+    for (int row = 0; row < rowCount(); ++row) {
+        Listed &player = players[row];
+        const auto found = std::ranges::find_if(remarked, [&](const RemarkedPlayer &each) {
+            return each.num == text(row, PlayerColumn::Num) && each.guid == text(row, PlayerColumn::Guid) &&
+                   each.name == player.name;
+        });
+        const PlayerRemark remark = found == remarked.end() ? PlayerRemark::None : found->remark;
+        if (std::exchange(player.remark, remark) != remark)
+            emit dataChanged(index(row, PlayerColumn::Edge), index(row, PlayerColumn::Edge));
+    }
 }

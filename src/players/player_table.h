@@ -2,6 +2,7 @@
 #pragma once
 
 #include "player_check.h"
+#include "player_remark.h"
 
 #include <QAbstractTableModel>
 #include <QList>
@@ -42,8 +43,11 @@ public:
     void add(const PlayerCells &cells, const QString &name = {}, RowDamage damage = RowDamage::None);
     void remove(int row);
 
-    /// Makes the picture that marks a row which may be damaged; it is asked for when one is painted.
-    void setMark(const std::function<QVariant(RowDamage)> &mark_) { mark = mark_; }
+    /// Makes the picture that marks a row which may be damaged or is remarked on; it is asked for when one is painted.
+    using Mark = std::function<QVariant(RowDamage, PlayerRemark)>;
+    void setMark(const Mark &mark_) { mark = mark_; }
+    /// Marks the rows of these players, and no others.
+    void setRemarks(const QList<RemarkedPlayer> &remarked);
     /// Whom the row is about, for looking for him in another list.
     [[nodiscard]] WantedPlayer wanted(int row) const;
 
@@ -52,8 +56,10 @@ private:
         PlayerCells cells;
         QString name;
         RowDamage damage = RowDamage::None;
+        PlayerRemark remark = PlayerRemark::None;
     };
+    [[nodiscard]] QVariant edge(const Listed &player, int role) const;
 
     QList<Listed> players;
-    std::function<QVariant(RowDamage)> mark;
+    Mark mark;
 };

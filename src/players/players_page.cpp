@@ -3,11 +3,12 @@
 #include "ui_players_page.h"
 
 #include "base/clock.h"
+#include "base/colour_codes.h"
 #include "base/fault.h"
 #include "base/placeholder.h"
 #include "base/prompts.h"
+#include "base/wire_text.h"
 #include "checked_deeds.h"
-#include "colour_codes.h"
 #include "damage_mark.h"
 #include "dismissals.h"
 #include "getstatus_reply.h"
@@ -35,6 +36,13 @@ Qt::SortOrder sortOrder(int column)
     return column == PlayerColumn::Score ? Qt::DescendingOrder : Qt::AscendingOrder;
 }
 
+/// Three head lines and nothing else: nobody is on the server. Anything shorter may be a list that is cut off.
+bool isEmptyTable(const QString &reply)
+{
+    constexpr int lines = 4;
+    return reply.startsWith("map:"_L1) && reply.endsWith("\n\n"_L1) && reply.count(u'\n') == lines;
+}
+
 } // namespace
 
 PlayersPage::PlayersPage(Services &services_, QWidget *parent)
@@ -48,9 +56,12 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
       checkedActions(services_, this)
 {
     ui->setupUi(this);
-    actions.emplace(services_, PlayerActions::Controls{players, *ui->msfplayers, *ui->chkplyq, *ui->chkremcol});
+    actions.emplace(services_, PlayerActions::Controls{
+                                   players, *ui->msfplayers, *ui->chkplyq, *ui->chkremcol,
+                                   [this](const WantedPlayer &wanted, const QString &command) { emit acting(wanted, command); }});
     ui->msfplayers->showTable(players);
-    players.setMark([view = ui->msfplayers](RowDamage damage) { return damageMark(damage, *view); });
+    players.setMark(
+        [view = ui->msfplayers](RowDamage damage, PlayerRemark remark) { return rowMark(damage, remark, *view); });
     showPlaceholder(ui->msfplayers);
     ui->complayersort->setCurrentIndex(-1); // the server's own order
 
@@ -63,6 +74,7 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
     connect(ui->cmdsavenames, &QPushButton::clicked, this, &PlayersPage::cmdsavenames_Click);
     connect(ui->chkautoupdate, &QCheckBox::toggled, this, &PlayersPage::chkautoupdate_Click);
     wireList();
+    wireActions();
     connect(&reader, &PlayerReader::statusrowread, this, qOverload<const StatusRow &>(&PlayersPage::add));
     connect(&reader, &PlayerReader::queryrowread, this, qOverload<const GetstatusRow &>(&PlayersPage::add));
     connect(&refresh, &PlayerRefresh::runningchanged, this, &PlayersPage::refreshchanged);
@@ -80,12 +92,41 @@ void PlayersPage::wireList()
     connect(ui->msfplayers, &PlayerView::menuwanted, this, [this](QPoint place) {
         showPlayerMenu(
             *ui->msfplayers, players, {ui->cmdplykick, ui->cmdplyban, ui->cmdtempban, ui->cmdplymessage},
-            [this](const CheckedDeed &deed, const WantedPlayer &wanted) { checkAndAct(deed, wanted); }, place);
+            [this](const CheckedDeed &deed, const WantedPlayer &wanted) { checkAndAct(deed, wanted); },
+            [this](const WantedPlayer &wanted) { emit whowanted(wanted); }, place);
     });
     connect(&checkedActions, &CheckedActions::answered, this, &PlayersPage::checkanswered);
     connect(&checkedActions, &CheckedActions::left, this,
             [this](const WantedPlayer &wanted) { actions->dropRow(wanted.listedNum, wanted.guid, wanted.shown); });
     connect(ui->txtplyfilter, &QLineEdit::textChanged, ui->msfplayers, &PlayerView::setFilter);
+}
+
+// For who keeps a book of what is done to whom.
+void PlayersPage::wireActions()
+{
+    connect(&checkedActions, &CheckedActions::dismissing, this, &PlayersPage::acting);
+    connect(&refresh, &PlayerRefresh::kicking, this,
+            [this](const QString &command, const QString &name, const QString &num) {
+                const int row = players.rowOf(num);
+                const WantedPlayer counted = countedAs(name, num);
+                emit kicking(command, counted, row < 0 ? counted : players.wanted(row));
+            });
+}
+
+// Who is counted under that name is known by his name alone; the list tells the rest when he is the only one of it.
+WantedPlayer PlayersPage::countedAs(const QString &name, const QString &num) const
+{
+    QList<WantedPlayer> called;
+    for (int row = 0; row < players.rowCount(); ++row) {
+        if (const WantedPlayer listed = players.wanted(row); trimBlanks(stripcolour(listed.name)) == name)
+            called.append(listed);
+    }
+    WantedPlayer counted;
+    counted.name = name;
+    if (called.size() == 1)
+        counted = called.first();
+    counted.num = num;
+    return counted;
 }
 
 void PlayersPage::focusFilter()
@@ -126,10 +167,12 @@ bool PlayersPage::populate(BroughtBy by)
     if (players.rowCount() > 0)
         scrolled = ui->msfplayers->verticalScrollBar()->value();
     players.clear();
+    rows.clear();
     refresh.beginPopulate(by);
+    const bool isQuery = ui->chkplyq->isChecked();
+    bool isAnswered = false;
     try {
-        const bool isAnswered = ui->chkplyq->isChecked() ? reader.readQuery(scope, by)
-                                                         : reader.readStatus(scope, by, [this] { return tells; });
+        isAnswered = isQuery ? reader.readQuery(scope, by) : reader.readStatus(scope, by, [this] { return tells; });
         if (isAnswered)
             scope.setAnswered();
     } catch (const Fault &fault) {
@@ -142,6 +185,9 @@ bool PlayersPage::populate(BroughtBy by)
     complayersort_Click();
     ui->msfplayers->clearSelection();
     ui->msfplayers->scrollBackTo(scrolled);
+    const bool isWhole = isAnswered && !isQuery && services.session.connected;
+    if (isWhole && (!rows.isEmpty() || isEmptyTable(services.session.rconreply)))
+        emit populated(rows);
     return true;
 }
 
@@ -154,6 +200,7 @@ void PlayersPage::add(const StatusRow &row)
     players.add({QString(), row.num, row.guid, actions->shownName(row.name), row.ping, row.score, row.address,
                  row.qport, row.rate},
                 row.name, row.damage);
+    rows.append(row);
 }
 
 void PlayersPage::add(const GetstatusRow &row)

@@ -43,6 +43,8 @@ public slots:
     void startRefresh();
     /// Ends a running refresh, for the rest of the run.
     void endRefresh();
+    /// Marks the rows of these players, and no others.
+    void showRemarks(const QList<RemarkedPlayer> &remarked) { players.setRemarks(remarked); }
     /// The preferences have been saved.
     void takePreferences() { refresh.takePreferences(); }
 
@@ -51,9 +53,20 @@ signals:
     void refreshchanged(int seconds);
     /// What came of a checked action so far; empty when another one begins.
     void checkanswered(const QString &answer);
+    /// The list has been read anew, whole and with all that can be known of each player.
+    void populated(const QList<StatusRow> &rows);
+    /// A command that gets rid of this player is about to be sent.
+    void acting(const WantedPlayer &wanted, const QString &command);
+    /// The same by itself, for a ping of 999: the command was meant for whoever was counted under the name, and meets
+    /// the player who stands under that number in the list.
+    void kicking(const QString &command, const WantedPlayer &counted, const WantedPlayer &listed);
+    /// The person wants to know who this is.
+    void whowanted(const WantedPlayer &wanted);
 
 private:
     void wireList();
+    void wireActions();
+    [[nodiscard]] WantedPlayer countedAs(const QString &name, const QString &num) const;
     void cmdplypop_Click();
     /// False when it is being done already, nothing is connected, or it has been done anew meanwhile.
     bool populate(BroughtBy by);
@@ -78,6 +91,7 @@ private:
     CheckedActions checkedActions;
     std::optional<PlayerActions> actions; ///< from when there are controls
     ReentrancyGuard::Door populating;
+    QList<StatusRow> rows; ///< of the list that is being read, or was read last
     int populates = 0;
     int scrolled = 0;   ///< how far the list that is being replaced was
     bool tells = false; ///< boxes say what is wrong with the list that is being read

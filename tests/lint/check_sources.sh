@@ -22,7 +22,7 @@ none "Only the UDP client includes sockets" '#include <(QUdpSocket|QAbstractSock
 none "No module prefix in an include" '#include <Qt(Core|Gui|Widgets|Network)/' src practice demo bench fuzz
 
 # Includes run downwards only: each room with what it must not reach.
-pages='weapons|players|messages|mods|ledger'
+pages='weapons|players|messages|mods|ledger|book'
 none "base reaches up" "#include \"(settings|output|rcon|serverconfig|$pages|app)/" src/base
 none "settings or output reaches up" "#include \"(rcon|serverconfig|$pages|app)/" src/settings src/output
 none "settings and output are apart" '#include "output/' src/settings

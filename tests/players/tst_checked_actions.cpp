@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "base/colour_codes.h"
 #include "checked_tab.h"
 #include "losing_lists.h"
-#include "players/colour_codes.h"
+#include "players/player_table.h"
+#include "rcon/exchange.h"
+
+#include <QLabel>
 
 using namespace Qt::StringLiterals;
 

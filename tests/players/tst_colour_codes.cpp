@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "players/colour_codes.h"
+#include "base/colour_codes.h"
 #include "test_class.h"
 
 #include <QRegularExpression>

@@ -29,12 +29,13 @@ inline bool takeMountsOfOnesOwn()
     return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
-/// A disk of 64 KiB in the place of the current folder, until it is destroyed.
+/// A small disk in the place of the current folder, until it is destroyed.
 class SmallDisk final {
 public:
-    SmallDisk() : folder(QFile::encodeName(QDir::currentPath()))
+    explicit SmallDisk(const QByteArray &size = "64k") : folder(QFile::encodeName(QDir::currentPath()))
     {
-        mounted = mount("none", folder.constData(), "tmpfs", 0, "size=64k,mode=0700") == 0;
+        const QByteArray options = "size=" + size + ",mode=0700";
+        mounted = mount("none", folder.constData(), "tmpfs", 0, options.constData()) == 0;
         QDir::setCurrent(QFile::decodeName(folder)); // the folder under the disk is another one
     }
     ~SmallDisk()

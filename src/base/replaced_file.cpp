@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "replaced_file.h"
 
-#include "base/prompts.h"
-#include "base/system_error.h"
+#include "prompts.h"
+#include "system_error.h"
 
 #include <QFileInfo>
+#include <QSaveFile>
 
 using namespace Qt::StringLiterals;
 
@@ -25,4 +26,21 @@ std::optional<Fault> faultOfNoFile(const QString &name)
     if (info.exists() && !info.isFile() && !info.isDir())
         return systemFault(std::errc::not_supported);
     return {};
+}
+
+std::optional<Fault> replaceFile(const QString &name, const QByteArray &bytes)
+{
+    if (const std::optional<Fault> fault = faultOfNoFile(name))
+        return fault;
+    QSaveFile file(name);
+    clearSystemError();
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        return lastSystemError(file.errorString());
+    return {};
+}
+
+std::optional<Fault> replaceTable(const QString &name, const QString &text)
+{
+    const QByteArray byteOrderMark = "\xEF\xBB\xBF"; // or some tables take the letters for others
+    return replaceFile(name, byteOrderMark + text.toUtf8());
 }

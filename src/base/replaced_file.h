@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "base/fault.h"
+#include "fault.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <optional>
@@ -22,3 +23,8 @@ struct FileQuestion {
 
 /// A fault when a device or a pipe has that name, which is no file to write to: opening one could wait for ever.
 [[nodiscard]] std::optional<Fault> faultOfNoFile(const QString &name);
+/// Replaces the file, or makes it, as a whole; an old one is left as it is when that fails, which is then what comes
+/// back.
+[[nodiscard]] std::optional<Fault> replaceFile(const QString &name, const QByteArray &bytes);
+/// A table in text that every other program takes for UTF-8.
+[[nodiscard]] std::optional<Fault> replaceTable(const QString &name, const QString &text);

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "book_tools.h"
+
+#include "base/numbers.h"
+#include "book/book_window.h"
+#include "ledger/ledger.h"
+#include "other_windows.h"
+#include "players/players_page.h"
+#include "rcon/connecting.h"
+#include "rcon/exchange.h"
+#include "rcon/services.h"
+#include "status_bar.h"
+
+#include <QApplication>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+ListedPlayer listed(const StatusRow &row)
+{
+    return {.seen = {.guid = row.guid,
+                     .name = row.name,
+                     .address = row.address,
+                     .ping = row.ping.toInt(),
+                     .score = row.score.toInt()},
+            .num = row.num,
+            .isDamaged = row.damage != RowDamage::None};
+}
+
+ListedPlayer listed(const WantedPlayer &player)
+{
+    ListedPlayer same{.seen = {}, .num = player.num, .isDamaged = player.isDamaged};
+    same.seen.guid = player.guid;
+    same.seen.name = player.name;
+    same.seen.address = player.address;
+    return same;
+}
+
+// What came late was done all the same.
+CommandVerdict verdictOf(const LedgerEntry &entry)
+{
+    const bool isLateButGood = entry.verdict == Verdict::Late && isGood(verdictOfReply(entry.command, entry.reply));
+    return {entry.number, verdictWord(entry.verdict), isGood(entry.verdict) || isLateButGood};
+}
+
+QList<RemarkedPlayer> remarks(const QList<RemarkedRow> &rows)
+{
+    QList<RemarkedPlayer> players;
+    for (const RemarkedRow &row : rows)
+        players.append({row.num, row.guid, row.name, row.isFlagged ? PlayerRemark::Flag : PlayerRemark::Note});
+    return players;
+}
+
+} // namespace
+
+BookTools::BookTools(Services &services_, OtherWindows &others_, QWidget &window_)
+    : services(services_),
+      others(others_),
+      window(window_),
+      kept(services_.ini, services_.prompts),
+      watch(kept.book(), services_.clock)
+{
+}
+
+void BookTools::wire(const Connecting &connecting, const Exchange &exchange, const Ledger &ledger, PlayersPage &page,
+                     StatusBar &statusBar)
+{
+    connect(&connecting, &Connecting::statechanged, &watch, [this](Connecting::State state, const QString &address) {
+        watch.setServer(state == Connecting::State::Connected ? address : QString());
+    });
+    connect(&exchange, &Exchange::sending, &watch, &BookWatch::takeCommand);
+    connect(&exchange, &Exchange::ended, &watch, &BookWatch::takeReply);
+    connect(&exchange, &Exchange::copysent, &watch, &BookWatch::sent);
+    connect(&ledger, &Ledger::judged, &watch, [this](const LedgerEntry &entry) { watch.judged(verdictOf(entry)); });
+    wirePage(page);
+    wireStatusBar(statusBar);
+}
+
+void BookTools::wirePage(PlayersPage &page)
+{
+    connect(&page, &PlayersPage::populated, &watch, [this](const QList<StatusRow> &rows) {
+        QList<ListedPlayer> players;
+        for (const StatusRow &row : rows)
+            players.append(listed(row));
+        watch.populated(players);
+    });
+    connect(&page, &PlayersPage::acting, &watch,
+            [this](const WantedPlayer &wanted, const QString &command) { watch.acting(listed(wanted), command); });
+    connect(&page, &PlayersPage::kicking, &watch,
+            [this](const QString &command, const WantedPlayer &counted, const WantedPlayer &player) {
+                watch.kicking(command, listed(counted), listed(player));
+            });
+    connect(&page, &PlayersPage::whowanted, this, &BookTools::lookUp);
+    connect(&watch, &BookWatch::remarked, &page,
+            [&page](const QList<RemarkedRow> &rows) { page.showRemarks(remarks(rows)); });
+}
+
+// What is wrong with the book is more than who is there.
+void BookTools::wireStatusBar(StatusBar &statusBar)
+{
+    const auto showBook = [this, &statusBar] {
+        const QString trouble = kept.book().trouble();
+        statusBar.showBook(trouble.isEmpty() ? flagged : trouble);
+    };
+    connect(&kept.book(), &Book::statechanged, &statusBar, showBook);
+    connect(&watch, &BookWatch::flaggedshown, &statusBar, [this, showBook](const QString &text) {
+        flagged = text;
+        showBook();
+    });
+    connect(&watch, &BookWatch::flaggedcame, &window, [this] { QApplication::alert(&window); });
+    connect(&statusBar, &StatusBar::bookclicked, this, &BookTools::mbook_Click);
+}
+
+void BookTools::mbook_Click()
+{
+    (void)others.showbook(kept, watch);
+}
+
+void BookTools::lookUp(const WantedPlayer &wanted)
+{
+    others.showbook(kept, watch).lookUp(wanted.guid, wanted.name, wanted.address);
+}

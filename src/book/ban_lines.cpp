@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+#include "ban_lines.h"
+
+#include "base/wire_text.h"
+#include "book_text.h"
+
+#include <QSet>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype longestLine = 1000; // bytes
+constexpr qsizetype longestGuid = 20;   // digits of the largest number of 64 bits
+
+bool isGuid(QByteArrayView text)
+{
+    const QByteArrayView digits = text.startsWith('-') ? text.sliced(1) : text;
+    return !digits.isEmpty() && digits.size() <= longestGuid &&
+           std::ranges::all_of(digits, [](char each) { return each >= '0' && each <= '9'; }) &&
+           std::ranges::any_of(digits, [](char each) { return each != '0'; });
+}
+
+std::optional<BookBan> readLine(QByteArrayView line)
+{
+    const qsizetype blank = line.indexOf(' ');
+    if (line.size() > longestLine || blank < 0 || !isGuid(line.first(blank)))
+        return std::nullopt;
+    const QString name = fromAnsi(line.sliced(blank + 1).toByteArray()).trimmed();
+    if (std::ranges::any_of(name, [](QChar each) { return each.category() == QChar::Other_Control; }))
+        return std::nullopt;
+    BookBan ban;
+    ban.guid = QString::fromLatin1(line.first(blank));
+    ban.name = name;
+    ban.state = BookBan::Imported;
+    return ban;
+}
+
+bool isRefusal(const QString &verdict)
+{
+    constexpr std::array refusals{"password refused"_L1, "unknown command"_L1, "no such player"_L1, "usage"_L1};
+    return std::ranges::find(refusals, verdict) != refusals.end();
+}
+
+} // namespace
+
+BookBan::State stateOfBan(const BookBan &ban, const BanFacts &facts)
+{
+    if (facts.isLifted)
+        return BookBan::Lifted;
+    if (facts.isImported)
+        return BookBan::Imported;
+    const bool isOfNobody = !ban.guid.isEmpty() && isNobodysGuid(ban.guid);
+    if (isRefusal(ban.verdict) || isOfNobody)
+        return BookBan::Refused;
+    return facts.isTemporary ? BookBan::Temporary : BookBan::InForce;
+}
+
+bool isInBanFile(const BookBan &ban)
+{
+    return ban.state == BookBan::InForce || ban.state == BookBan::Imported;
+}
+
+QString nameInBanFile(const BookBan &ban)
+{
+    return ban.state == BookBan::Imported ? ban.name : cleanName(ban.name);
+}
+
+QPair<QString, QString> keyOfBan(const BookBan &ban)
+{
+    return {ban.guid, foldedText(nameInBanFile(ban))};
+}
+
+QList<BookBan> bansLiftedWith(const QList<BookBan> &bans, const QString &server, const QString &name)
+{
+    const QString wanted = foldedText(cleanName(name));
+    const QString asItIs = foldedText(name); // that of an imported one
+    QList<BookBan> lifted;
+    for (const BookBan &ban : bans) {
+        const bool isThere = ban.server == server || (ban.server.isEmpty() && ban.state == BookBan::Imported);
+        const QString found = keyOfBan(ban).second;
+        const bool isNamed = found == wanted || (found == asItIs && ban.state == BookBan::Imported);
+        if (isInBanFile(ban) && isThere && isNamed)
+            lifted.append(ban);
+    }
+    return lifted;
+}
+
+BanLines readBanLines(const QByteArray &file)
+{
+    BanLines read;
+    for (qsizetype begin = 0; begin < file.size();) {
+        const qsizetype found = file.indexOf('\n', begin);
+        const qsizetype end = found < 0 ? file.size() : found;
+        QByteArrayView line = QByteArrayView(file).sliced(begin, end - begin);
+        if (line.endsWith('\r'))
+            line.chop(1);
+        begin = end + 1;
+        if (line.trimmed().isEmpty())
+            continue;
+        if (const std::optional<BookBan> ban = readLine(line))
+            read.bans.append(*ban);
+        else
+            ++read.unreadable;
+    }
+    return read;
+}
+
+QByteArray banLines(const QList<BookBan> &bans)
+{
+    QByteArray lines;
+    QSet<QPair<QString, QString>> written;
+    for (const BookBan &ban : bans) {
+        if (!isInBanFile(ban) || isNobodysGuid(ban.guid) || written.contains(keyOfBan(ban)))
+            continue;
+        written.insert(keyOfBan(ban));
+        lines += ban.guid.toLatin1() + ' ' + toAnsi(nameInBanFile(ban)) + '\n';
+    }
+    return lines;
+}

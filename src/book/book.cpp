@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+#include "book.h"
+
+#include "book_fault.h"
+#include "book_file.h"
+#include "book_store.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QThread>
+
+#include <atomic>
+#include <chrono>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr qint64 secondsOfDay = 86'400;
+constexpr auto longestEnd = 3s; // that the program waits for the book when it ends
+
+QString putAsideLine(const QString &aside)
+{
+    return u"molvark-players.db was broken, or no player book: it is kept as %1, and a new one was begun."_s.arg(aside);
+}
+
+} // namespace
+
+/// Has the book open in its thread.
+class BookWorker final : public QObject {
+public:
+    using Reply = std::function<void()>;
+    using Job = std::function<Reply(BookStore &)>;
+    using Tell = std::function<void(const QString &trouble, const Reply &reply)>;
+
+    void open(const QString &path_, int days_)
+    {
+        path = path_;
+        days = days_;
+        notice.clear();
+        trouble.clear();
+        (void)attempt([](BookStore &) -> Reply { return {}; });
+    }
+
+    /// Does it; `tell` gets what is wrong with the book since then, and what is to be done afterwards.
+    void work(const Job &job, const Tell &tell)
+    {
+        const Reply reply = isLate() ? Reply() : attempt(job);
+        tell(line(), reply);
+    }
+
+    void close() { store.reset(); }
+
+    [[nodiscard]] QString line() const { return trouble.isEmpty() ? notice : trouble; }
+
+    /// From another thread: what is not done by then is given up.
+    void hurry(Clock::time_point end) { latest = end.time_since_epoch().count(); }
+
+private:
+    [[nodiscard]] bool isLate() const { return Clock::now().time_since_epoch().count() > latest; }
+
+    Reply attempt(const Job &job)
+    {
+        try {
+            return attemptOnce(job);
+        } catch (const BookFault &fault) {
+            if (fault.kind() != BookFault::Broken || !store)
+                return fail(fault);
+        }
+        // It broke while it was in use. What is there is looked at when it is opened, and put aside if it is broken.
+        try {
+            store.reset();
+            openStore(true);
+            return attemptOnce(job);
+        } catch (const BookFault &fault) {
+            return fail(fault);
+        }
+    }
+
+    Reply attemptOnce(const Job &job)
+    {
+        if (store && !store->isThere()) {
+            store.reset();
+            removeBookLog(path);
+        }
+        const bool isNew = !store;
+        if (isNew)
+            openStore(false);
+        const quint64 before = isNew ? 0 : store->commits();
+        Reply reply = job(*store);
+        if (store->commits() != before)
+            trouble.clear();
+        return reply;
+    }
+
+    void openStore(bool doubt)
+    {
+        const qint64 oldest = QDateTime::currentSecsSinceEpoch() - days * secondsOfDay;
+        store = std::make_unique<BookStore>(
+            path, oldest, [this](qint64 waited) { return isPatient(waited); }, doubt);
+        if (!store->putAside().isEmpty())
+            notice = putAsideLine(store->putAside());
+    }
+
+    // Who waits behind a lock is not to wait for it again and again.
+    [[nodiscard]] bool isPatient(qint64 waited) const
+    {
+        return !isLate() && (trouble.isEmpty() ? BookStore::fiveSeconds(waited) : waited < 250);
+    }
+
+    Reply fail(const BookFault &fault)
+    {
+        trouble = fault.line();
+        return {};
+    }
+
+    std::unique_ptr<BookStore> store;
+    QString path;
+    int days = 0;
+    QString trouble; ///< that lasts until something has been written again
+    QString notice;  ///< that lasts until it is closed
+    std::atomic<Clock::rep> latest = Clock::time_point::max().time_since_epoch().count();
+};
+
+Book::Book(QObject *parent) : QObject(parent) {}
+
+Book::~Book()
+{
+    if (worker)
+        worker->hurry(Clock::now() + longestEnd);
+    opened = false;
+    endThread();
+}
+
+void Book::open(int days)
+{
+    if (!thread) {
+        thread = std::make_unique<QThread>();
+        thread->setObjectName(u"book"_s);
+        worker = std::make_unique<BookWorker>();
+        worker->moveToThread(thread.get());
+        thread->start();
+    }
+    opened = true;
+    ++openings;
+    const QString path = QDir::current().absoluteFilePath(u"molvark-players.db"_s);
+    QMetaObject::invokeMethod(worker.get(), [worker = worker.get(), path, days] {
+        worker->close();
+        worker->open(path, days);
+    });
+    enqueue([](BookStore &) -> Reply { return {}; });
+    setTrouble({});
+    emit statechanged();
+}
+
+void Book::close()
+{
+    if (!opened)
+        return;
+    opened = false;
+    ++openings;
+    QMetaObject::invokeMethod(worker.get(), [this, worker = worker.get()] {
+        worker->close();
+        QMetaObject::invokeMethod(this, [this] {
+            if (!opened)
+                endThread();
+        });
+    });
+    setTrouble({});
+    emit statechanged();
+}
+
+void Book::enqueue(const Job &job)
+{
+    if (!opened)
+        return;
+    QMetaObject::invokeMethod(worker.get(), [this, worker = worker.get(), job, opening = openings] {
+        worker->work(job, [this, opening](const QString &trouble, const Reply &reply) {
+            QMetaObject::invokeMethod(this, [this, opening, trouble, reply] {
+                if (opening != openings)
+                    return;
+                setTrouble(trouble);
+                if (reply)
+                    reply();
+            });
+        });
+    });
+}
+
+void Book::setTrouble(const QString &trouble)
+{
+    if (line == trouble)
+        return;
+    line = trouble;
+    emit statechanged();
+}
+
+void Book::endThread()
+{
+    if (!thread)
+        return;
+    // Behind everything that was asked for.
+    QMetaObject::invokeMethod(worker.get(), [worker = worker.get(), thread = thread.get()] {
+        worker->close();
+        thread->quit();
+    });
+    thread->wait();
+    worker.reset();
+    thread.reset();
+}

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+class BookStore;
+class BookWorker;
+class QThread;
+
+/// The player book as the window has it: what is asked of it is done in a thread of its own, one after the other, so
+/// that a slow disk or a lock never holds the window up. Switched off there is neither thread nor database.
+class Book final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit Book(QObject *parent = nullptr);
+    ~Book() override; ///< waits until what was asked for is done, a few seconds at most
+
+    /// Opens the book in the current directory, keeping sightings of so many days.
+    void open(int days);
+    /// What was asked for is still done; nothing is waited for.
+    void close();
+    [[nodiscard]] bool isOpen() const { return opened; }
+
+    /// Does `work` with the book in its thread; then `done` with what it returned, in the window's thread, unless
+    /// `context` is gone or the book closed. What goes wrong is told by `statechanged`, and `done` is not called. Does
+    /// nothing while it is closed. What is not done for a lock or a full disk is not done later.
+    template <typename Work, typename Done>
+    void ask(Work work, QObject *context, Done done);
+    template <typename Work>
+    void tell(Work work);
+
+    /// One line for the status bar: what is wrong, or empty. It names the book.
+    [[nodiscard]] QString trouble() const { return line; }
+
+signals:
+    /// It was opened or closed, something went wrong or is right again.
+    void statechanged();
+
+private:
+    /// What is to be done in the window's thread afterwards.
+    using Reply = std::function<void()>;
+    using Job = std::function<Reply(BookStore &)>;
+
+    void enqueue(const Job &job);
+    void setTrouble(const QString &trouble);
+    void endThread();
+
+    std::unique_ptr<QThread> thread;
+    std::unique_ptr<BookWorker> worker;
+    bool opened = false;
+    int openings = 0;
+    QString line;
+};
+
+template <typename Work, typename Done>
+void Book::ask(Work work, QObject *context, Done done)
+{
+    enqueue([work = std::move(work), done = std::move(done),
+             context = QPointer<QObject>(context)](BookStore &store) -> Reply {
+        if constexpr (std::is_void_v<std::invoke_result_t<const Work &, BookStore &>>) {
+            work(store);
+            return [done, context] {
+                if (context)
+                    done();
+            };
+        } else {
+            return [done, context, result = work(store)] {
+                if (context)
+                    done(result);
+            };
+        }
+    });
+}
+
+template <typename Work>
+void Book::tell(Work work)
+{
+    enqueue([work = std::move(work)](BookStore &store) -> Reply {
+        work(store);
+        return {};
+    });
+}

@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: MIT
+#include "book_bans_page.h"
+#include "ui_book_bans_page.h"
+
+#include "ban_lines.h"
+#include "ban_list_model.h"
+#include "base/clock.h"
+#include "base/prompts.h"
+#include "base/replaced_file.h"
+#include "base/system_error.h"
+#include "book.h"
+#include "book_store.h"
+#include "book_text.h"
+#include "book_watch.h"
+#include "list_views.h"
+#include "rcon/conversation.h"
+#include "rcon/services.h"
+#include "shown_time.h"
+#include "unban_command.h"
+
+#include <QFile>
+#include <QPointer>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 largestFile = 16 * 1024 * 1024; // bytes; of ban files the greatest have a hundredth of it
+constexpr qsizetype mostNamed = 15;              // bans in a box
+
+QString banText(const BookBan &ban)
+{
+    return ban.state == BookBan::Imported && ban.server.isEmpty()
+               ? u"imported %1, GUID %2"_s.arg(shownTime(ban.time), ban.guid)
+               : u"%1, GUID %2"_s.arg(shownTime(ban.time), ban.guid);
+}
+
+QString countOf(qsizetype count, const QString &one, const QString &many)
+{
+    return count == 1 ? u"1 "_s + one : QString::number(count) + u' ' + many;
+}
+
+} // namespace
+
+BookBansPage::BookBansPage(Book &book_, BookWatch &watch_, const Services &services_, QWidget *parent)
+    : QWidget(parent),
+      book(book_),
+      watch(watch_),
+      services(services_),
+      ui(std::make_unique<Ui::BookBansPage>()),
+      bans(new BanListModel(this))
+{
+    ui->setupUi(this);
+    showModel(*ui->tblbans, *bans, {17, 22, 20, 12, 0, 10});
+    connect(ui->tblbans->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
+        outcome.clear();
+        offer();
+    });
+    connect(bans, &BanListModel::reasonedited, this, [this](qint64 action, const QString &reason) {
+        book.tell([action, reason](BookStore &store) { store.setReason(action, reason); });
+    });
+    connect(&watch, &BookWatch::serverchanged, this, &BookBansPage::offer);
+    connect(ui->cmdunban, &QPushButton::clicked, this, &BookBansPage::cmdunban_Click);
+    connect(ui->cmdbanimport, &QPushButton::clicked, this, &BookBansPage::cmdbanimport_Click);
+    connect(ui->cmdbanexport, &QPushButton::clicked, this, &BookBansPage::cmdbanexport_Click);
+    offer();
+}
+
+BookBansPage::~BookBansPage() = default;
+
+void BookBansPage::reload()
+{
+    if (isBeingEdited(*ui->tblbans))
+        return;
+    book.ask([](BookStore &store) { return store.bans(); }, this,
+             [this](const QList<BookBan> &answer) { showBans(answer); });
+}
+
+void BookBansPage::showBans(const QList<BookBan> &answer)
+{
+    if (isBeingEdited(*ui->tblbans))
+        return;
+    const QString said = outcome; // choosing the same one again says nothing new
+    const qint64 action = chosen() ? chosen()->action : -1;
+    bans->setBans(answer);
+    if (const int row = bans->rowOf(action); row >= 0 && row != ui->tblbans->currentIndex().row())
+        ui->tblbans->setCurrentIndex(bans->index(row, 0));
+    outcome = said;
+    offer();
+}
+
+void BookBansPage::clear()
+{
+    outcome.clear();
+    bans->setBans({});
+    offer();
+}
+
+const BookBan *BookBansPage::chosen() const
+{
+    const int row = ui->tblbans->currentIndex().row();
+    return row >= 0 && row < bans->rowCount() ? &bans->bans().at(row) : nullptr;
+}
+
+// Why the ban cannot be lifted from here; empty when it can.
+QString BookBansPage::obstacle(const BookBan &ban) const
+{
+    if (ban.state == BookBan::Temporary)
+        return u"A temporary ban ends by itself; no command lifts it."_s;
+    if (!isInBanFile(ban))
+        return u"This ban is not in force."_s;
+    if (cleanName(ban.name).contains(u'"'))
+        return u"This ban cannot be lifted by a command: there is a quotation mark in the name. Remove its line from "
+               u"the "
+               "server's ban file."_s;
+    if (unbanCommand(ban.name).isEmpty())
+        return u"This ban cannot be lifted by a command: it has no name. Remove its line from the server's ban file."_s;
+    if (watch.server().isEmpty())
+        return u"Connect to the server to lift this ban."_s;
+    if (!ban.server.isEmpty() && ban.server != watch.server())
+        return u"Connect to %1 to lift this ban: it was done there."_s.arg(ban.server);
+    return {};
+}
+
+void BookBansPage::offer()
+{
+    const BookBan *ban = chosen();
+    const QString why = ban ? obstacle(*ban) : u"Choose a ban to lift it."_s;
+    ui->cmdunban->setEnabled(book.isOpen() && ban && why.isEmpty() && !isUnbanning);
+    ui->cmdbanimport->setEnabled(book.isOpen());
+    ui->cmdbanexport->setEnabled(book.isOpen() && bans->rowCount() > 0);
+    const QString now = outcome.isEmpty() ? why : outcome;
+    ui->lblbanhint->setText(
+        u"No command lists the bans of a server: these are the ones that were done here or read from a "
+        "ban file."_s +
+        (now.isEmpty() ? QString() : u'\n' + now));
+}
+
+void BookBansPage::cmdunban_Click()
+{
+    const BookBan *ban = chosen();
+    if (!ban)
+        return;
+    book.ask([server = watch.server(), name = ban->name](BookStore &store) { return store.liftedWith(server, name); },
+             this,
+             [this, server = watch.server(), name = ban->name](const QList<BookBan> &lifted) {
+                 if (server == watch.server())
+                     confirmUnban(server, name, lifted);
+             });
+}
+
+// The box may stand for long, and the person connect elsewhere meanwhile.
+void BookBansPage::confirmUnban(const QString &server, const QString &name, const QList<BookBan> &lifted)
+{
+    QStringList lines;
+    for (const BookBan &ban : lifted.first(std::min(lifted.size(), mostNamed)))
+        lines.append(banText(ban));
+    if (lifted.size() > mostNamed)
+        lines.append(u"and %1 more"_s.arg(lifted.size() - mostNamed));
+    const Answer answer =
+        services.prompts.ask({u"Unban"_s,
+                              u"The server %1 lifts all bans of the name %2. In the book that is:\r%3\rUnban?"_s.arg(
+                                  server, cleanName(name), lines.join(u'\r')),
+                              BoxIcon::Question, BoxButtons::YesNo});
+    if (answer == Answer::Yes && server == watch.server() && book.isOpen())
+        unban(server, name);
+}
+
+// Sent as other commands are, up to five times until there is an answer: a second copy does no harm, because what is
+// lifted is lifted, and one that is lost would leave the ban in force.
+void BookBansPage::unban(const QString &server, const QString &name)
+{
+    const QString command = unbanCommand(name);
+    const QPointer<BookBansPage> page(this);
+    watch.follow(command, {.sent = {}, .judged = [page, server, name](const CommandVerdict &verdict) {
+                               if (page)
+                                   page->takeVerdict(server, name, verdict);
+                           }});
+    isUnbanning = true;
+    outcome = u"Asking the server to lift the bans of %1..."_s.arg(cleanName(name));
+    offer();
+    const Conversation talk(services);
+    talk.tell(command);
+    isUnbanning = false;
+    offer();
+}
+
+void BookBansPage::takeVerdict(const QString &server, const QString &name, const CommandVerdict &verdict)
+{
+    if (!verdict.isTaken) {
+        outcome = u"The bans of %1 have not been lifted: %2."_s.arg(cleanName(name), verdict.word);
+        offer();
+        return;
+    }
+    book.tell([server, name](BookStore &store) { store.lift(server, name); });
+    outcome = u"The server has lifted the bans of %1: %2."_s.arg(cleanName(name), verdict.word);
+    offer();
+    reload();
+}
+
+void BookBansPage::cmdbanimport_Click()
+{
+    const QString name = services.prompts.askFileToRead(u"Import bans"_s, u"Ban files (*.txt *.ban);;All files (*)"_s);
+    if (name.isEmpty())
+        return;
+    QFile file(name);
+    clearSystemError();
+    if (!file.open(QIODevice::ReadOnly) || file.size() > largestFile)
+        return services.prompts.refuse(
+            u"Error reading file, err %1\rNothing imported"_s.arg(lastSystemError(file.errorString()).number()),
+            u"Import bans"_s);
+    const BanLines lines = readBanLines(file.readAll());
+    const qint64 now = services.clock.now().toSecsSinceEpoch();
+    book.ask([read = lines.bans, now](BookStore &store) { return store.importBans(read, now); }, this,
+             [this, lines](int taken) {
+                 outcome = u"%1 of %2 taken over, the others were in the book already."_s.arg(
+                     QString::number(taken), countOf(lines.bans.size(), u"ban"_s, u"bans"_s));
+                 if (lines.unreadable > 0)
+                     outcome += u" "_s + countOf(lines.unreadable, u"line is"_s, u"lines are"_s) +
+                                u" not a GUID and a name, and left out."_s;
+                 offer();
+                 reload();
+             });
+}
+
+void BookBansPage::cmdbanexport_Click()
+{
+    const QString name =
+        askReplacedFile(services.prompts, {u"Save file as..."_s, u"ban"_s, u"txt"_s, u"Export bans"_s});
+    if (name.isEmpty())
+        return;
+    book.ask([](BookStore &store) { return banLines(store.bans()); }, this,
+             [this, name](const QByteArray &lines) {
+                 if (const std::optional<Fault> fault = replaceFile(name, lines))
+                     services.prompts.refuse(u"Error writing file, err %1\rBans not written"_s.arg(fault->number()),
+                                             u"Failed to Save"_s);
+             });
+}

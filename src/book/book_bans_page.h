@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "book_records.h"
+
+#include <QWidget>
+
+#include <memory>
+
+class BanListModel;
+class Book;
+class BookWatch;
+struct CommandVerdict;
+struct Services;
+
+namespace Ui {
+class BookBansPage;
+}
+
+/// The ban book: the bans that were done here or read from a server's ban file, and lifting them.
+class BookBansPage final : public QWidget {
+    Q_OBJECT
+
+public:
+    BookBansPage(Book &book_, BookWatch &watch_, const Services &services_, QWidget *parent = nullptr);
+    ~BookBansPage() override;
+
+    void reload();
+    void clear();
+
+private:
+    void showBans(const QList<BookBan> &bans);
+    [[nodiscard]] const BookBan *chosen() const;
+    [[nodiscard]] QString obstacle(const BookBan &ban) const;
+    void offer();
+    void cmdunban_Click();
+    void confirmUnban(const QString &server, const QString &name, const QList<BookBan> &bans);
+    void unban(const QString &server, const QString &name);
+    void takeVerdict(const QString &server, const QString &name, const CommandVerdict &verdict);
+    void cmdbanimport_Click();
+    void cmdbanexport_Click();
+
+    Book &book;
+    BookWatch &watch;
+    const Services &services;
+    std::unique_ptr<Ui::BookBansPage> ui;
+    BanListModel *bans;
+    QString outcome; ///< what came of the last unbanning or import
+    bool isUnbanning = false;
+};

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "book_export.h"
+
+#include <QDateTime>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <typename Each>
+QJsonArray array(const QList<Each> &all, QJsonObject (*object)(const Each &))
+{
+    QJsonArray list;
+    for (const Each &each : all)
+        list.append(object(each));
+    return list;
+}
+
+QJsonObject aliasObject(const BookAlias &alias)
+{
+    return {{u"text"_s, alias.text},
+            {u"firstSeen"_s, bookTime(alias.firstSeen)},
+            {u"lastSeen"_s, bookTime(alias.lastSeen)},
+            {u"times"_s, alias.times}};
+}
+
+QJsonObject noteObject(const BookNote &note)
+{
+    return {{u"time"_s, bookTime(note.time)}, {u"text"_s, note.text}};
+}
+
+QJsonObject actionObject(const BookAction &action)
+{
+    return {{u"time"_s, bookTime(action.time)},
+            {u"action"_s, actionWord(action.kind)},
+            {u"server"_s, action.server},
+            {u"slot"_s, action.num},
+            {u"guid"_s, action.guid},
+            {u"name"_s, action.name},
+            {u"address"_s, action.address},
+            {u"maybe"_s, action.isMaybe},
+            {u"automatic"_s, action.isAutomatic},
+            {u"verdict"_s, action.verdict},
+            {u"reason"_s, action.reason}};
+}
+
+QJsonObject pingObject(const BookPing &ping)
+{
+    return {{u"time"_s, bookTime(ping.time)}, {u"ping"_s, ping.ping}};
+}
+
+} // namespace
+
+QByteArray pageJson(const BookPage &page)
+{
+    const QJsonObject object{
+        {u"name"_s, page.player.name},
+        {u"guid"_s, page.player.guid},
+        {u"firstSeen"_s, bookTime(page.player.firstSeen)},
+        {u"lastSeen"_s, bookTime(page.player.lastSeen)},
+        {u"times"_s, page.player.visits},
+        {u"flagged"_s, page.player.isFlagged},
+        {u"names"_s, array(page.names, aliasObject)},
+        {u"addresses"_s, array(page.addresses, aliasObject)},
+        {u"notes"_s, array(page.notes, noteObject)},
+        {u"actions"_s, array(page.actions, actionObject)},
+        {u"pings"_s, array(page.pings, pingObject)},
+    };
+    return QJsonDocument(object).toJson();
+}
+
+QByteArray tableCsv(const QList<QStringList> &rows)
+{
+    QByteArray lines;
+    for (QStringList row : rows) {
+        row.replaceInStrings(u"\""_s, u"\"\""_s);
+        lines += '"' + row.join(u"\",\""_s).toUtf8() + "\"\r\n";
+    }
+    return lines;
+}
+
+QString bookTime(qint64 time)
+{
+    return QDateTime::fromSecsSinceEpoch(time, Qt::UTC).toString(Qt::ISODate);
+}
+
+QString actionWord(BookAction::Kind kind)
+{
+    constexpr std::array words{"kick"_L1, "ban"_L1, "temporary ban"_L1};
+    return words.at(static_cast<std::size_t>(kind));
+}
+
+QString banStateWord(BookBan::State state)
+{
+    constexpr std::array words{"in force"_L1, "temporary"_L1, "refused"_L1, "lifted"_L1, "imported"_L1};
+    return words.at(static_cast<std::size_t>(state));
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "book_records.h"
+
+#include <QByteArray>
+#include <QStringList>
+
+/// Everything about one player as JSON, in UTF-8. Times are in UTC, as ISO 8601 has them.
+[[nodiscard]] QByteArray pageJson(const BookPage &page);
+
+/// A table with its head as comma-separated lines in UTF-8 that end in CR LF: every item in double quotes, those inside
+/// doubled.
+[[nodiscard]] QByteArray tableCsv(const QList<QStringList> &rows);
+
+/// A time of the book as files have it: 2026-03-05T21:07:00Z.
+[[nodiscard]] QString bookTime(qint64 time);
+
+/// As the list of actions and the files have it: "kick", "ban", "temporary ban".
+[[nodiscard]] QString actionWord(BookAction::Kind kind);
+
+/// As the ban book has it: "in force", "temporary", "refused", "lifted", "imported".
+[[nodiscard]] QString banStateWord(BookBan::State state);

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QList>
+#include <QMetaType>
+#include <QString>
+
+/// What goes into the player book and what comes out of it. Times are in seconds since 1970, UTC. Names are as the
+/// server tells them, with their colour codes; addresses are without their port.
+
+/// One undamaged row of the status table.
+struct SeenPlayer {
+    QString guid; ///< decimal digits; "0" is that of many
+    QString name;
+    QString address; ///< the book leaves out the port
+    int ping = 0;
+    int score = 0;
+};
+
+/// One populate.
+struct BookFeed {
+    QString server; ///< address and port, as they were connected to
+    qint64 time = 0;
+    QList<SeenPlayer> players;
+    int count = 0;    ///< of all rows, damaged ones too
+    QString map;      ///< empty when it is not known
+    QString gameType; ///< the same
+};
+
+/// What the book knows of somebody in a populate, for the mark in the grid.
+struct KnownPlayer {
+    qint64 player = 0; ///< his number in the book
+    QString guid;
+    QString name;    ///< as in the feed
+    QString address; ///< without the port
+    bool hasNote = false;
+    bool isFlagged = false;
+    bool hasCome = false; ///< a visit of his begins
+};
+
+/// A row of the list of players.
+struct BookPlayer {
+    qint64 player = 0;
+    QString name; ///< the one he was seen under last
+    QString guid;
+    qint64 lastSeen = 0;
+    qint64 firstSeen = 0;
+    int visits = 0;
+    int names = 0;
+    bool isFlagged = false;
+};
+
+/// A name or an address of a player.
+struct BookAlias {
+    QString text;
+    qint64 firstSeen = 0;
+    qint64 lastSeen = 0;
+    int times = 0; ///< visits
+};
+
+struct BookNote {
+    qint64 note = 0;
+    qint64 time = 0; ///< when it was written or last changed
+    QString text;
+};
+
+/// A kick, ban or temporary ban.
+struct BookAction {
+    enum Kind { Kick, Ban, TempBan };
+
+    qint64 action = 0;
+    qint64 time = 0;
+    Kind kind = Kick;
+    QString server;
+    QString num;  ///< slot number
+    QString guid; ///< empty when only slot and name are known, as of a damaged row
+    QString name;
+    QString address;          ///< without the port
+    bool isMaybe = false;     ///< one of two who may have been hit
+    bool isAutomatic = false; ///< for its ping of 999
+    QString verdict;          ///< the ledger's word, empty until there is one
+    QString reason;
+};
+
+struct BookPing {
+    qint64 time = 0;
+    int ping = 0;
+};
+
+/// Everything about one player.
+struct BookPage {
+    BookPlayer player;
+    QList<BookAlias> names;     ///< the one seen last first
+    QList<BookAlias> addresses; ///< the same
+    QList<BookNote> notes;      ///< the newest first
+    QList<BookAction> actions;  ///< the newest first
+    QList<BookPing> pings;      ///< the oldest first
+};
+
+/// How many were on a server.
+struct BookCount {
+    qint64 time = 0;
+    int players = 0;
+    QString map;
+    QString gameType;
+};
+
+/// A row of the ban book.
+struct BookBan {
+    enum State { InForce, Temporary, Refused, Lifted, Imported };
+
+    qint64 action = 0;
+    qint64 time = 0;
+    QString server; ///< empty when imported
+    QString name;
+    QString guid;
+    QString reason;
+    QString verdict; ///< the ledger's word on it: "silent" is one that nobody answered
+    State state = InForce;
+};
+
+struct BookSize {
+    qint64 players = 0;
+    qint64 sightings = 0;
+    qint64 bytes = 0; ///< of the file and its log
+};

@@ -1,0 +1,356 @@
+// SPDX-License-Identifier: MIT
+#include "book_store.h"
+
+#include "ban_lines.h"
+#include "book_bans.h"
+#include "book_database.h"
+#include "book_feeder.h"
+#include "book_file.h"
+#include "book_schema.h"
+#include "book_text.h"
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QThread>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A book of this size is read through in about a second; damage in a larger one is found when it is met.
+constexpr qint64 largestChecked = 64LL * 1024 * 1024;
+
+QString playersWhere(const QString &rest)
+{
+    return u"SELECT player, name, guid, last_seen, first_seen, visits,"
+           " (SELECT count(*) FROM names WHERE names.player = players.player), flagged FROM players "_s +
+           rest;
+}
+
+/// Those of one player: by GUID; who has 0 by clean name and address.
+QString ofOne()
+{
+    return u" FROM actions WHERE guid = ? AND (guid <> '0' OR (clean_name = ? AND address = ?))"_s;
+}
+
+BookPlayer playerIn(const BookDatabase::Rows &row)
+{
+    return {.player = row.number(0),
+            .name = row.text(1),
+            .guid = row.text(2),
+            .lastSeen = row.number(3),
+            .firstSeen = row.number(4),
+            .visits = row.count(5),
+            .names = row.count(6),
+            .isFlagged = row.isTrue(7)};
+}
+
+BookAction actionIn(const BookDatabase::Rows &row)
+{
+    return {.action = row.number(0),
+            .time = row.number(1),
+            .kind = static_cast<BookAction::Kind>(row.count(2)),
+            .server = row.text(3),
+            .num = row.text(4),
+            .guid = row.text(5),
+            .name = row.text(6),
+            .address = row.text(7),
+            .isMaybe = row.isTrue(8),
+            .isAutomatic = row.isTrue(9),
+            .verdict = row.text(10),
+            .reason = row.text(11)};
+}
+
+QList<BookAlias> aliases(BookDatabase &database, const QString &table, qint64 player)
+{
+    QList<BookAlias> found;
+    auto row = database.rows(u"SELECT * FROM %1 WHERE player = ? ORDER BY last_seen DESC, first_seen DESC"_s.arg(table),
+                             {player});
+    while (row.next())
+        found.append(
+            {.text = row.text(1), .firstSeen = row.number(2), .lastSeen = row.number(3), .times = row.count(4)});
+    return found;
+}
+
+/// Throws when the file is damaged. Nothing is written to it meanwhile, not even what a log still holds.
+void checkWhole(const QString &path)
+{
+    BookDatabase database(path, BookDatabase::Access::Read);
+    auto row = database.rows(u"PRAGMA quick_check(1)"_s);
+    if (!row.next() || row.text(0) != "ok"_L1)
+        throw bookFault(BookFault::Broken, path);
+}
+
+} // namespace
+
+BookStore::BookStore(const QString &path_, qint64 oldest, Patience patience_, bool doubt)
+    : path(resolvedBookPath(path_)), isDoubtful(doubt), patience(std::move(patience_))
+{
+    patiently([this, oldest] { open(oldest); });
+}
+
+BookStore::~BookStore() = default;
+
+/// Tries again while the book is locked.
+template <typename Work>
+void BookStore::patiently(const Work &work) const
+{
+    QElapsedTimer time;
+    for (time.start();;) {
+        try {
+            return work();
+        } catch (const BookFault &fault) {
+            if (fault.kind() != BookFault::Locked || !patience(time.elapsed()))
+                throw;
+        }
+        QThread::msleep(10); // not every refusal has waited already
+    }
+}
+
+template <typename Work>
+void BookStore::change(const Work &work)
+{
+    patiently([&] { database->transaction(work); });
+}
+
+void BookStore::open(qint64 oldest)
+{
+    try {
+        openAsItIs(oldest);
+    } catch (const BookFault &fault) {
+        database.reset();
+        if (fault.kind() != BookFault::Broken)
+            throw;
+        aside = putBookAside(path);
+        openAsItIs(oldest);
+    }
+}
+
+void BookStore::openAsItIs(qint64 oldest)
+{
+    database.reset(); // of an earlier attempt: looking at the file gives up the locks on it
+    const BookFileKind kind = inspectBookFile(path, bookVersion());
+    if (kind == BookFileKind::NewerBook)
+        throw bookFault(BookFault::Newer, path);
+    const bool hasLog = hasBookLog(path);
+    const bool isNew = kind == BookFileKind::Missing || kind == BookFileKind::Empty;
+    if (kind == BookFileKind::Foreign || (isNew && hasLog))
+        throw bookFault(BookFault::Broken, path);
+    if (kind == BookFileKind::Missing)
+        makeBookFile(path);
+    protectBookFile(path);
+    if (kind == BookFileKind::Book && !hasBookJournal(path) && (isDoubtful || QFileInfo(path).size() <= largestChecked))
+        checkWhole(path);
+
+    database = std::make_unique<BookDatabase>(path, BookDatabase::Access::ReadAndWrite);
+    for (const auto *pragma :
+         {u"PRAGMA foreign_keys = ON", u"PRAGMA secure_delete = ON", u"PRAGMA synchronous = NORMAL"})
+        database->run(QString::fromUtf16(pragma));
+    updateBook(*database, path);
+    database->run(u"PRAGMA journal_mode = WAL"_s);
+    if (hasLog) // what was forgotten before the program was killed is not to stay in it
+        database->run(u"PRAGMA wal_checkpoint(TRUNCATE)"_s);
+    database->transaction([this, oldest] { removeTimesBefore(*database, oldest); });
+}
+
+bool BookStore::isThere() const
+{
+    return QFileInfo::exists(path);
+}
+
+quint64 BookStore::commits() const
+{
+    return database->commits();
+}
+
+QList<KnownPlayer> BookStore::feed(const BookFeed &feed)
+{
+    QList<KnownPlayer> known;
+    change([&] { known = feedBook(*database, feed); });
+    return known;
+}
+
+QList<BookPlayer> BookStore::search(const QString &text, int from, int most) const
+{
+    const QString key = searchKey(text);
+    QList<BookPlayer> found;
+    // In the order of the index each row would be fetched from another place; all of them in a row are read sooner.
+    auto row = key.isEmpty() ? database->rows(playersWhere(u"ORDER BY last_seen DESC, player DESC LIMIT ? OFFSET ?"_s),
+                                              {most, from})
+                             : database->rows(playersWhere(u"WHERE instr(found_by, ?) > 0"
+                                                           " ORDER BY +last_seen DESC, player DESC LIMIT ? OFFSET ?"_s),
+                                              {key, most, from});
+    while (row.next())
+        found.append(playerIn(row));
+    return found;
+}
+
+std::optional<qint64> BookStore::find(const QString &guid, const QString &name, const QString &address) const
+{
+    if (guid.isEmpty())
+        return std::nullopt;
+    const qint64 player =
+        database->number(u"SELECT player FROM players WHERE guid = ? AND nobody_name = ? AND nobody_address = ?"_s,
+                         BookIdentity(guid, name, address).values());
+    return player > 0 ? std::optional(player) : std::nullopt;
+}
+
+std::optional<BookPage> BookStore::page(qint64 player) const
+{
+    BookPage page;
+    {
+        auto row = database->rows(playersWhere(u"WHERE player = ?"_s), {player});
+        if (!row.next())
+            return std::nullopt;
+        page.player = playerIn(row);
+    }
+    page.names = aliases(*database, u"names"_s, player);
+    page.addresses = aliases(*database, u"addresses"_s, player);
+    {
+        auto row = database->rows(
+            u"SELECT note, time, text FROM notes WHERE player = ? ORDER BY time DESC, note DESC"_s, {player});
+        while (row.next())
+            page.notes.append({.note = row.number(0), .time = row.number(1), .text = row.text(2)});
+    }
+    {
+        auto row =
+            database->rows(u"SELECT action, time, kind,"
+                           " coalesce((SELECT servers.address FROM servers WHERE servers.server = actions.server), ''),"
+                           " num, guid, name, address, maybe, automatic, verdict, reason"_s +
+                               ofOne() + u" ORDER BY time DESC, action DESC"_s,
+                           identityOf(*database, player));
+        while (row.next())
+            page.actions.append(actionIn(row));
+    }
+    auto row = database->rows(u"SELECT time, ping FROM sightings WHERE player = ? ORDER BY time"_s, {player});
+    while (row.next())
+        page.pings.append({.time = row.number(0), .ping = row.count(1)});
+    return page;
+}
+
+void BookStore::setFlag(qint64 player, bool on)
+{
+    change([&] { database->run(u"UPDATE players SET flagged = ? WHERE player = ?"_s, {on ? 1 : 0, player}); });
+}
+
+qint64 BookStore::addNote(qint64 player, const QString &text, qint64 time)
+{
+    qint64 note = 0;
+    change([&] {
+        const qint64 known = database->number(u"SELECT count(*) FROM players WHERE player = ?"_s, {player});
+        if (known == 0)
+            return; // he was forgotten meanwhile
+        database->run(u"INSERT INTO notes (player, time, text) VALUES (?, ?, ?)"_s, {player, time, text});
+        note = database->inserted();
+    });
+    return note;
+}
+
+void BookStore::changeNote(qint64 note, const QString &text, qint64 time)
+{
+    change([&] { database->run(u"UPDATE notes SET text = ?, time = ? WHERE note = ?"_s, {text, time, note}); });
+}
+
+void BookStore::deleteNote(qint64 note)
+{
+    change([&] { database->run(u"DELETE FROM notes WHERE note = ?"_s, {note}); });
+}
+
+void BookStore::forget(qint64 player)
+{
+    change([&] {
+        const QVariantList identity = identityOf(*database, player);
+        QSet<QString> names;
+        for (const BookAlias &name : aliases(*database, u"names"_s, player))
+            names.insert(searchKey(cleanName(name.text)));
+        names.remove({});
+        removeNamelessActions(*database, names);
+        database->run(u"DELETE"_s + ofOne(), identity);
+        database->run(u"DELETE FROM players WHERE player = ?"_s, {player});
+    });
+    // Pages that were split hold copies of what stood on them; only a new file has none.
+    patiently([&] { database->run(u"VACUUM"_s); });
+    patiently([&] {
+        if (database->number(u"PRAGMA wal_checkpoint(TRUNCATE)"_s) != 0)
+            throw bookFault(BookFault::Locked, path);
+    });
+}
+
+qint64 BookStore::addAction(const BookAction &action)
+{
+    qint64 number = 0;
+    change([&] { number = ::addAction(*database, action); });
+    return number;
+}
+
+void BookStore::setVerdict(qint64 action, const QString &verdict)
+{
+    change([&] { database->run(u"UPDATE actions SET verdict = ? WHERE action = ?"_s, {verdict, action}); });
+}
+
+void BookStore::setReason(qint64 action, const QString &reason)
+{
+    change([&] { database->run(u"UPDATE actions SET reason = ? WHERE action = ?"_s, {reason, action}); });
+}
+
+QStringList BookStore::servers() const
+{
+    QStringList all;
+    auto row =
+        database->rows(u"SELECT address FROM servers WHERE server IN (SELECT server FROM counts) ORDER BY address"_s);
+    while (row.next())
+        all.append(row.text(0));
+    return all;
+}
+
+QList<BookCount> BookStore::counts(const QString &server, qint64 since) const
+{
+    QList<BookCount> found;
+    auto row =
+        database->rows(u"SELECT time, players, map, game_type FROM counts"
+                       " WHERE server = (SELECT server FROM servers WHERE address = ?) AND time >= ? ORDER BY time"_s,
+                       {server, since});
+    while (row.next())
+        found.append({.time = row.number(0), .players = row.count(1), .map = row.text(2), .gameType = row.text(3)});
+    return found;
+}
+
+QList<BookBan> BookStore::bans() const
+{
+    return allBans(*database);
+}
+
+QList<BookBan> BookStore::liftedWith(const QString &server, const QString &name) const
+{
+    return bansLiftedWith(allBans(*database), server, name);
+}
+
+void BookStore::lift(const QString &server, const QString &name)
+{
+    change([&] {
+        for (const BookBan &ban : liftedWith(server, name))
+            database->run(u"UPDATE actions SET lifted = 1 WHERE action = ?"_s, {ban.action});
+    });
+}
+
+int BookStore::importBans(const QList<BookBan> &bans, qint64 time)
+{
+    int taken = 0;
+    change([&] { taken = ::importBans(*database, bans, time); });
+    return taken;
+}
+
+BookSize BookStore::size() const
+{
+    return {.players = database->number(u"SELECT count(*) FROM players"_s),
+            .sightings = database->number(u"SELECT count(*) FROM sightings"_s),
+            .bytes = QFileInfo(path).size() + QFileInfo(path + u"-wal"_s).size()};
+}
+
+void BookStore::removeBefore(qint64 oldest)
+{
+    change([&] { removeTimesBefore(*database, oldest); });
+}

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "book_text.h"
+
+#include "base/colour_codes.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString withoutControls(QString text)
+{
+    text.removeIf([](QChar each) { return each.category() == QChar::Other_Control; });
+    return text;
+}
+
+} // namespace
+
+bool isNobodysGuid(const QString &guid)
+{
+    return std::ranges::all_of(guid.trimmed(), [](QChar each) { return each == u'0' || each == u'-'; });
+}
+
+QString cleanName(const QString &name)
+{
+    return withoutControls(stripcolour(name)).trimmed();
+}
+
+QString foldedText(const QString &text)
+{
+    return withoutControls(text).normalized(QString::NormalizationForm_C).toCaseFolded();
+}
+
+QString searchKey(const QString &text)
+{
+    return foldedText(stripcolour(text));
+}
+
+QString withoutPort(const QString &address)
+{
+    const QString text = address.trimmed();
+    const qsizetype bracket = text.indexOf(u']');
+    if (text.startsWith(u'[') && bracket > 0)
+        return text.sliced(1, bracket - 1);
+    return text.count(u':') == 1 ? text.first(text.indexOf(u':')) : text;
+}

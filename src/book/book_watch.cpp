@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: MIT
+#include "book_watch.h"
+
+#include "base/clock.h"
+#include "book.h"
+#include "book_store.h"
+#include "book_text.h"
+#include "rcon/traffic.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// True when the damaged row may be about him: one of what he is known by is as it was.
+bool mayBe(const KnownPlayer &player, const ListedPlayer &damaged)
+{
+    return (!isNobodysGuid(player.guid) && damaged.seen.guid == player.guid) ||
+           cleanName(damaged.seen.name) == cleanName(player.name);
+}
+
+BookAction::Kind kindOf(const QString &command)
+{
+    if (command.startsWith("banclient"_L1))
+        return BookAction::Ban;
+    return command.startsWith("tempbanclient"_L1) ? BookAction::TempBan : BookAction::Kick;
+}
+
+} // namespace
+
+BookWatch::BookWatch(Book &book_, const Clock &clock_, QObject *parent) : QObject(parent), book(book_), clock(clock_)
+{
+    connect(&book, &Book::statechanged, this, [this] {
+        if (!book.isOpen())
+            forget();
+    });
+}
+
+void BookWatch::setServer(const QString &address)
+{
+    if (address == connected)
+        return;
+    connected = address;
+    game = {};
+    forget();
+    emit serverchanged();
+}
+
+void BookWatch::forget()
+{
+    known.clear();
+    knownNums.clear();
+    here.clear();
+    showRemarks();
+    emit flaggedshown({});
+}
+
+void BookWatch::populated(const QList<ListedPlayer> &players)
+{
+    if (!book.isOpen() || connected.isEmpty())
+        return;
+    showRemarks(); // those of before, until the book has answered
+    BookFeed feed{.server = connected,
+                  .time = clock.now().toSecsSinceEpoch(),
+                  .players = {},
+                  .count = static_cast<int>(players.size()),
+                  .map = game.map(),
+                  .gameType = game.typeOfMap()};
+    QStringList nums;
+    QList<ListedPlayer> damaged;
+    for (const ListedPlayer &player : players) {
+        if (player.isDamaged) {
+            damaged.append(player);
+            continue;
+        }
+        feed.players.append(player.seen);
+        nums.append(player.num);
+    }
+    book.ask([feed](BookStore &store) { return store.feed(feed); }, this,
+             [this, nums, damaged, server = connected](const QList<KnownPlayer> &answer) {
+                 if (server == connected && book.isOpen())
+                     takeKnown(answer, nums, damaged);
+             });
+}
+
+void BookWatch::takeKnown(const QList<KnownPlayer> &players, const QStringList &nums,
+                          const QList<ListedPlayer> &damaged)
+{
+    known = players;
+    knownNums = nums;
+    showRemarks();
+    announce(players, damaged);
+    QList<qint64> numbers;
+    for (const KnownPlayer &player : players)
+        numbers.append(player.player);
+    emit fed(numbers);
+}
+
+// Somebody whose row is damaged this time has not left.
+void BookWatch::announce(const QList<KnownPlayer> &players, const QList<ListedPlayer> &damaged)
+{
+    QList<KnownPlayer> now;
+    bool hasCome = false;
+    for (const KnownPlayer &player : players) {
+        if (!player.isFlagged)
+            continue;
+        const auto isHe = [&player](const KnownPlayer &each) { return each.player == player.player; };
+        hasCome = hasCome || player.hasCome || std::ranges::none_of(here, isHe);
+        now.append(player);
+    }
+    for (const KnownPlayer &player : std::as_const(here)) {
+        const auto isHe = [&player](const KnownPlayer &each) { return each.player == player.player; };
+        const bool isListed = std::ranges::any_of(players, isHe);
+        const bool isDoubtful =
+            std::ranges::any_of(damaged, [&player](const ListedPlayer &row) { return mayBe(player, row); });
+        if (!isListed && isDoubtful)
+            now.append(player);
+    }
+    here = now;
+    QStringList names;
+    for (const KnownPlayer &player : std::as_const(here))
+        names.append(cleanName(player.name));
+    emit flaggedshown(names.isEmpty() ? QString() : u"Flagged: "_s + names.join(u", "_s));
+    if (hasCome)
+        emit flaggedcame();
+}
+
+void BookWatch::setRemark(qint64 player, bool hasNote, bool isFlagged)
+{
+    bool isChanged = false;
+    for (KnownPlayer &each : known) {
+        if (each.player != player || (each.hasNote == hasNote && each.isFlagged == isFlagged))
+            continue;
+        each.hasNote = hasNote;
+        each.isFlagged = isFlagged;
+        isChanged = true;
+    }
+    if (!isChanged)
+        return;
+    showRemarks();
+    // Whoever flags him knows that he is there.
+    here.removeIf([player](const KnownPlayer &each) { return each.player == player; });
+    for (const KnownPlayer &each : std::as_const(known)) {
+        if (each.player == player && isFlagged)
+            here.append(each);
+    }
+}
+
+void BookWatch::showRemarks()
+{
+    QList<RemarkedRow> rows;
+    for (qsizetype at = 0; at < known.size() && at < knownNums.size(); ++at) {
+        const KnownPlayer &player = known.at(at);
+        if (player.hasNote || player.isFlagged)
+            rows.append({knownNums.at(at), player.guid, player.name, player.isFlagged});
+    }
+    emit remarked(rows);
+}
+
+void BookWatch::acting(const ListedPlayer &player, const QString &command)
+{
+    note(actionOn(player, command), command);
+}
+
+void BookWatch::kicking(const QString &command, const ListedPlayer &counted, const ListedPlayer &listed)
+{
+    const bool isSame = cleanName(counted.seen.name) == cleanName(listed.seen.name);
+    for (const ListedPlayer &player : isSame ? QList{listed} : QList{counted, listed}) {
+        BookAction action = actionOn(player, command);
+        action.isAutomatic = true;
+        action.isMaybe = !isSame;
+        note(action, command);
+    }
+}
+
+// What a damaged row says of him beyond slot and name may be somebody else's.
+BookAction BookWatch::actionOn(const ListedPlayer &player, const QString &command) const
+{
+    BookAction action;
+    action.time = clock.now().toSecsSinceEpoch();
+    action.kind = kindOf(command);
+    action.server = connected;
+    action.num = player.num;
+    action.name = player.seen.name;
+    if (!player.isDamaged) {
+        action.guid = player.seen.guid;
+        action.address = withoutPort(player.seen.address);
+    }
+    return action;
+}
+
+// It is noted when it goes out. The number that the book gives it is known in the book's thread alone, where the
+// verdict comes after it.
+void BookWatch::note(const BookAction &action, const QString &command)
+{
+    if (!book.isOpen() || connected.isEmpty())
+        return;
+    const auto number = std::make_shared<qint64>(0);
+    const auto sent = [this, action, number] {
+        book.tell([action, number](BookStore &store) { *number = store.addAction(action); });
+        emit noted();
+    };
+    const auto judged = [this, number](const CommandVerdict &verdict) {
+        book.tell([number, word = verdict.word](BookStore &store) {
+            if (*number != 0)
+                store.setVerdict(*number, word);
+        });
+        emit noted();
+    };
+    follow(command, {sent, judged});
+}
+
+void BookWatch::follow(const QString &command, const CommandWatch::Listener &listener)
+{
+    commands.expect(command, clock.elapsed(), listener);
+}
+
+void BookWatch::sent(const SentCopy &copy)
+{
+    commands.sent(copy.number, copy.comm, clock.elapsed());
+}

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "book_records.h"
+#include "command_watch.h"
+#include "rcon/known_game.h"
+
+#include <QObject>
+
+class Book;
+class Clock;
+struct SentCopy;
+
+/// A row of a list of players.
+struct ListedPlayer {
+    SeenPlayer seen;
+    QString num; ///< slot number
+    bool isDamaged = false;
+};
+
+/// A row about whose player something is written down in the book.
+struct RemarkedRow {
+    QString num;
+    QString guid;
+    QString name;
+    bool isFlagged = false; ///< else he has a note
+};
+
+/// Writes into the player book what happens: who is in each list of players, and who is thrown out with what verdict.
+/// It only looks on, and does nothing at all while no book is kept.
+class BookWatch final : public QObject {
+    Q_OBJECT
+
+public:
+    BookWatch(Book &book_, const Clock &clock_, QObject *parent = nullptr);
+
+    /// The server that is connected, as host and port; empty when none is.
+    void setServer(const QString &address);
+    [[nodiscard]] const QString &server() const { return connected; }
+    void takeReply(const QString &reply) { game.takeReply(reply); }
+    void takeCommand(const QString &comm) { game.takeCommand(comm); }
+
+    /// A list of players has come, whole.
+    void populated(const QList<ListedPlayer> &players);
+    /// A command that throws this player out is about to be sent.
+    void acting(const ListedPlayer &player, const QString &command);
+    /// The same for a ping of 999. Whom it meets is in doubt when the two are not the same.
+    void kicking(const QString &command, const ListedPlayer &counted, const ListedPlayer &listed);
+    /// Tells what becomes of a command that is about to be sent.
+    void follow(const QString &command, const CommandWatch::Listener &listener);
+    void sent(const SentCopy &copy);
+    void judged(const CommandVerdict &verdict) { commands.judged(verdict); }
+
+    /// Note or flag of a player have been changed in the book.
+    void setRemark(qint64 player, bool hasNote, bool isFlagged);
+
+signals:
+    /// The list is in the book; these players were in it.
+    void fed(const QList<qint64> &players);
+    /// An action is in the book, or the verdict on one.
+    void noted();
+    void serverchanged();
+    /// Which rows are to be marked.
+    void remarked(const QList<RemarkedRow> &rows);
+    /// The flagged players who are there; empty when none is.
+    void flaggedshown(const QString &text);
+    /// One of them has just come.
+    void flaggedcame();
+
+private:
+    void forget();
+    void takeKnown(const QList<KnownPlayer> &players, const QStringList &nums, const QList<ListedPlayer> &damaged);
+    void announce(const QList<KnownPlayer> &players, const QList<ListedPlayer> &damaged);
+    void showRemarks();
+    void note(const BookAction &action, const QString &command);
+    [[nodiscard]] BookAction actionOn(const ListedPlayer &player, const QString &command) const;
+
+    Book &book;
+    const Clock &clock;
+    QString connected;
+    KnownGame game;
+    CommandWatch commands;
+    QList<KnownPlayer> known; ///< of the last list
+    QStringList knownNums;    ///< their slot numbers
+    QList<KnownPlayer> here;  ///< the flagged ones who have been announced and have not left
+};

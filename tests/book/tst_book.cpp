@@ -1,0 +1,297 @@
+// SPDX-License-Identifier: MIT
+#include "book/book.h"
+#include "book/book_store.h"
+#include "evening.h"
+#include "other_eye.h"
+#include "test_class.h"
+
+#include <QElapsedTimer>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QThread>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString bookName = u"molvark-players.db"_s;
+
+qint64 now()
+{
+    return QDateTime::currentSecsSinceEpoch();
+}
+
+/// Waits until everything that was asked of the book is done.
+bool isThrough(Book &book)
+{
+    bool isDone = false;
+    QObject context;
+    book.ask([](BookStore &) {}, &context, [&] { isDone = true; });
+    return QTest::qWaitFor([&] { return isDone; }, 20'000);
+}
+
+qint64 playersIn(const QString &path)
+{
+    return OtherEye(path).ask("SELECT count(*) FROM players").toLongLong();
+}
+
+} // namespace
+
+class BookTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".*"_s));
+        folder = std::make_unique<QTemporaryDir>();
+        before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(folder->path()));
+    }
+    void cleanup() { QDir::setCurrent(before); }
+
+#ifdef Q_OS_LINUX
+    void switchedOffThereIsNothing()
+    {
+        Book book;
+        QVERIFY(!book.isOpen());
+        book.tell([](BookStore &store) { store.feed(populate(now(), {bob})); });
+        QVERIFY(!QFile::exists(bookName));
+        QVERIFY(!hasThread());
+        book.open(90);
+        QVERIFY(book.isOpen());
+        QVERIFY(isThrough(book));
+        QVERIFY(QFile::exists(bookName));
+        QVERIFY(hasThread());
+        book.close();
+        QVERIFY(!book.isOpen());
+        QTRY_VERIFY(!hasThread());
+    }
+#endif
+
+    void whatIsAskedIsDoneInOrderElsewhereAndToldHere()
+    {
+        Book book;
+        book.open(90);
+        QStringList order;
+        QThread *there = nullptr;
+        for (int number = 0; number < 5; ++number)
+            book.ask(
+                [number, &there](BookStore &store) {
+                    there = QThread::currentThread();
+                    return store.addAction(BookAction()) * 100 + number;
+                },
+                this,
+                [&](qint64 done) {
+                    QCOMPARE(QThread::currentThread(), thread());
+                    order.append(QString::number(done));
+                });
+        QTRY_COMPARE(order.size(), 5);
+        QCOMPARE(order, (QStringList{u"100"_s, u"201"_s, u"302"_s, u"403"_s, u"504"_s}));
+        QVERIFY(there != thread());
+    }
+
+    void whoIsGoneIsToldNothing()
+    {
+        Book book;
+        book.open(90);
+        bool isTold = false;
+        auto context = std::make_unique<QObject>();
+        book.ask([](BookStore &store) { return store.size(); }, context.get(),
+                 [&](const BookSize &) { isTold = true; });
+        context.reset();
+        QVERIFY(isThrough(book));
+        QVERIFY(!isTold);
+        book.ask([](BookStore &store) { return store.size(); }, this, [&](const BookSize &) { isTold = true; });
+        book.close();
+        book.open(90);
+        QVERIFY(isThrough(book));
+        QVERIFY(!isTold);
+    }
+
+    void closingLosesNothingThatWasAsked()
+    {
+        {
+            Book book;
+            book.open(90);
+            for (int number = 1; number <= 50; ++number)
+                book.tell([number](BookStore &store) {
+                    store.feed(populate(now(), {{QString::number(number), u"Player"_s, u"1.1.1.1:1"_s, 1, 1}}));
+                });
+        }
+        QCOMPARE(playersIn(bookName), 50);
+    }
+
+    void itStaysInTheFolderInWhichItWasOpened()
+    {
+        QVERIFY(QDir::current().mkdir(u"elsewhere"_s));
+        Book book;
+        book.open(90);
+        QVERIFY(QDir::setCurrent(u"elsewhere"_s));
+        QVERIFY(isThrough(book));
+        QVERIFY(!QFile::exists(bookName));
+        QVERIFY(QFile::exists(folder->filePath(bookName)));
+    }
+
+    void theDaysAreKept()
+    {
+        {
+            BookStore store(bookName);
+            store.feed(populate(now() - 11 * 86'400, {bob}));
+            store.feed(populate(now() - 9 * 86'400, {bob}));
+        }
+        Book book;
+        book.open(10);
+        BookSize size;
+        book.ask([](BookStore &store) { return store.size(); }, this, [&](const BookSize &found) { size = found; });
+        QTRY_COMPARE(size.sightings, 1);
+        QCOMPARE(size.players, 1);
+    }
+
+    // Nothing is told before five seconds are over, and something before ten are.
+    void aLockedBookIsToldAndUsedAgainAfterwards()
+    {
+        {
+            BookStore store(bookName);
+        }
+        Book book;
+        QSignalSpy changes(&book, &Book::statechanged);
+        {
+            OtherEye other(bookName);
+            other.ask("BEGIN IMMEDIATE");
+            QElapsedTimer time;
+            time.start();
+            book.open(90);
+            QTRY_VERIFY_WITH_TIMEOUT(!book.trouble().isEmpty(), 10'000);
+            QVERIFY(time.elapsed() < 10'000);
+            QVERIFY(book.trouble().contains(bookName));
+            QVERIFY(book.trouble().contains(u"locked"_s));
+            QVERIFY(book.isOpen());
+            bool isDone = false;
+            book.ask([](BookStore &store) { return store.feed(populate(now(), {alice})); }, this,
+                     [&](const QList<KnownPlayer> &) { isDone = true; });
+            QVERIFY(!QTest::qWaitFor([&] { return isDone; }, 1000));
+        }
+        QVERIFY(changes.size() >= 2);
+        book.tell([](BookStore &store) { store.feed(populate(now(), {bob})); });
+        QVERIFY(isThrough(book));
+        QCOMPARE(book.trouble(), QString());
+        QCOMPARE(playersIn(bookName), 1);
+        QVERIFY(QDir::current().entryList({u"*broken*"_s}).isEmpty());
+    }
+
+    void theProgramEndsThoughTheBookIsLocked()
+    {
+        {
+            BookStore store(bookName);
+        }
+        OtherEye other(bookName);
+        QElapsedTimer time;
+        {
+            Book book;
+            book.open(90);
+            QVERIFY(isThrough(book));
+            other.ask("BEGIN IMMEDIATE");
+            for (int number = 0; number < 100; ++number)
+                book.tell([](BookStore &store) { store.feed(populate(now(), {bob})); });
+            time.start();
+        }
+        QVERIFY2(time.elapsed() < 5000, qPrintable(QString::number(time.elapsed())));
+    }
+
+    void whatWasPutAsideIsTold()
+    {
+        QVERIFY(writeBytes(bookName, "no book"));
+        Book book;
+        book.open(90);
+        book.tell([](BookStore &store) { store.feed(populate(now(), {bob})); });
+        QVERIFY(isThrough(book));
+        QVERIFY(book.trouble().contains(bookName));
+        QVERIFY(book.trouble().contains(u"molvark-players.broken-1.db"_s));
+        QCOMPARE(bytesOf(u"molvark-players.broken-1.db"_s), "no book"_ba);
+        book.close();
+        QCOMPARE(book.trouble(), QString());
+        book.open(90);
+        QVERIFY(isThrough(book));
+        QCOMPARE(book.trouble(), QString());
+    }
+
+    void aBookThatBreaksWhileItIsInUseIsPutAside()
+    {
+        {
+            BookStore store(bookName);
+            for (int number = 1; number <= 2000; number += 50) {
+                QList<SeenPlayer> players;
+                for (int each = number; each < number + 50; ++each)
+                    players.append({QString::number(each), u"Player %1"_s.arg(each), u"1.1.1.1:1"_s, 1, 1});
+                store.feed(populate(now(), players));
+            }
+        }
+        Book book;
+        book.open(90);
+        QVERIFY(isThrough(book));
+        QFile file(bookName);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        const qint64 size = file.size();
+        QVERIFY(file.seek(4096) && file.write(QByteArray(size - 4096, '\x55')) > 0);
+        file.close();
+        bool isDone = false;
+        book.ask([](BookStore &store) { return store.feed(populate(now(), {alice})); }, this,
+                 [&](const QList<KnownPlayer> &known) {
+                     QCOMPARE(known.size(), 1);
+                     isDone = true;
+                 });
+        QTRY_VERIFY(isDone);
+        QVERIFY(book.trouble().contains(u"molvark-players.broken-1.db"_s));
+        QCOMPARE(QFileInfo(u"molvark-players.broken-1.db"_s).size(), size);
+        QVERIFY(bytesOf(u"molvark-players.broken-1.db"_s).endsWith(QByteArray(4096, '\x55')));
+        QVERIFY(isThrough(book));
+        QCOMPARE(playersIn(bookName), 1);
+    }
+
+#ifndef Q_OS_WIN
+    void aBookThatIsTakenAwayIsBegunAnew()
+    {
+        Book book;
+        book.open(90);
+        book.tell([](BookStore &store) { store.feed(populate(now(), {bob})); });
+        QVERIFY(isThrough(book));
+        QVERIFY(QFile::remove(bookName));
+        book.tell([](BookStore &store) { store.feed(populate(now(), {alice, bob})); });
+        QVERIFY(isThrough(book));
+        QCOMPARE(book.trouble(), QString());
+        book.tell([](BookStore &store) { store.feed(populate(now(), {guest(u"a"_s, u"b"_s)})); });
+        QVERIFY(isThrough(book));
+        QCOMPARE(playersIn(bookName), 3);
+    }
+#endif
+
+    void aFolderOfThatNameIsTold()
+    {
+        QVERIFY(QDir::current().mkdir(bookName));
+        Book book;
+        book.open(90);
+        QTRY_VERIFY(book.trouble().contains(bookName));
+        QVERIFY(QDir::current().rmdir(bookName));
+        book.tell([](BookStore &store) { store.feed(populate(now(), {bob})); });
+        QTRY_COMPARE(book.trouble(), QString());
+    }
+
+private:
+#ifdef Q_OS_LINUX
+    [[nodiscard]] static bool hasThread()
+    {
+        const QDir threads(u"/proc/self/task"_s);
+        const QStringList all = threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        return std::ranges::any_of(
+            all, [&](const QString &each) { return bytesOf(threads.filePath(each + u"/comm"_s)) == "book\n"; });
+    }
+#endif
+
+    std::unique_ptr<QTemporaryDir> folder;
+    QString before;
+};
+
+GUILESS_TEST(BookTest)
+#include "tst_book.moc"

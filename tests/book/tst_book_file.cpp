@@ -1,0 +1,275 @@
+// SPDX-License-Identifier: MIT
+#include "book/book_fault.h"
+#include "book/book_store.h"
+#include "evening.h"
+#include "other_eye.h"
+#include "test_class.h"
+
+#include <QDir>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+/// What the book does about files that are none of its own, broken, in use or not to be written.
+class BookFileTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".*"_s));
+        folder = std::make_unique<QTemporaryDir>();
+        path = folder->filePath(u"molvark-players.db"_s);
+    }
+
+    void whatIsNoBookIsPutAsideByteForByte_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("text") << "not a database at all\n"_ba;
+        QTest::newRow("one byte") << "x"_ba;
+        QTest::newRow("the head of a database and no more") << "SQLite format 3\0"_ba;
+        QTest::newRow("zeros") << QByteArray(8192, '\0');
+        QTest::newRow("ten megabytes") << QByteArray(10'000'000, 'S');
+    }
+    void whatIsNoBookIsPutAsideByteForByte()
+    {
+        QFETCH(const QByteArray, bytes);
+        QVERIFY(writeBytes(path, bytes));
+        BookStore store(path);
+        QCOMPARE(store.putAside(), u"molvark-players.broken-1.db"_s);
+        QCOMPARE(bytesOf(aside(1)), bytes);
+        QCOMPARE(store.feed(populate(1000, {bob})).size(), 1);
+    }
+
+    void eachIsPutAsideUnderAnotherName()
+    {
+        for (int number = 1; number <= 3; ++number) {
+            QVERIFY(writeBytes(path, "broken "_ba + QByteArray::number(number)));
+            QCOMPARE(BookStore(path).putAside(), u"molvark-players.broken-%1.db"_s.arg(number));
+            QVERIFY(QFile::remove(path));
+        }
+        QCOMPARE(bytesOf(aside(1)), "broken 1"_ba);
+        QCOMPARE(bytesOf(aside(3)), "broken 3"_ba);
+    }
+
+    // What its program has not moved into the file yet stays in its log.
+    void anotherProgramsDatabaseIsPutAsideWithItsLog()
+    {
+        const QString original = folder->filePath(u"theirs.db"_s);
+        OtherEye program(original);
+        program.ask("PRAGMA journal_mode = WAL");
+        program.ask("CREATE TABLE theirs (text)");
+        program.ask("INSERT INTO theirs VALUES ('kept')");
+        QVERIFY(copyAsKilled(original, path));
+        const QByteArray file = bytesOf(path);
+        const QByteArray log = bytesOf(path + u"-wal"_s);
+        QVERIFY(!log.isEmpty());
+
+        BookStore store(path);
+        QCOMPARE(store.putAside(), u"molvark-players.broken-1.db"_s);
+        QCOMPARE(bytesOf(aside(1)), file);
+        QCOMPARE(bytesOf(aside(1) + u"-wal"_s), log);
+        QCOMPARE(OtherEye(aside(1)).ask("SELECT text FROM theirs").toString(), u"kept"_s);
+    }
+
+    void aDamagedBookIsPutAsideWithItsLog()
+    {
+        const QString original = folder->filePath(u"original.db"_s);
+        BookStore before(original);
+        before.feed(populate(1000, {bob, alice}));
+        QVERIFY(copyAsKilled(original, path));
+        QByteArray file = bytesOf(path);
+        file.replace(4096, file.size() - 4096, QByteArray(file.size() - 4096, '\x55'));
+        QVERIFY(writeBytes(path, file));
+        const QByteArray log = bytesOf(path + u"-wal"_s);
+        QVERIFY(!log.isEmpty());
+
+        BookStore store(path);
+        QCOMPARE(store.putAside(), u"molvark-players.broken-1.db"_s);
+        QCOMPARE(bytesOf(aside(1)), file);
+        QCOMPARE(bytesOf(aside(1) + u"-wal"_s), log);
+        QCOMPARE(store.size().players, 0);
+    }
+
+    void aTruncatedBookIsPutAside()
+    {
+        {
+            BookStore store(path);
+            store.feed(populate(1000, {bob}));
+        }
+        const QByteArray half = bytesOf(path).first(20'000);
+        QVERIFY(writeBytes(path, half));
+        QCOMPARE(BookStore(path).putAside(), u"molvark-players.broken-1.db"_s);
+        QCOMPARE(bytesOf(aside(1)), half);
+    }
+
+    void anEmptyFileBecomesTheBook()
+    {
+        QVERIFY(writeBytes(path, {}));
+        BookStore store(path);
+        QVERIFY(store.putAside().isEmpty());
+        QCOMPARE(store.feed(populate(1000, {bob})).size(), 1);
+        QVERIFY(!(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther)));
+    }
+
+    void aBookThatOthersCouldReadIsClosedToThem()
+    {
+        {
+            BookStore store(path);
+        }
+        QVERIFY(
+            QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther));
+        BookStore store(path);
+        QCOMPARE(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    }
+
+    void whatWasLeftInTheLogIsThere()
+    {
+        const QString original = folder->filePath(u"original.db"_s);
+        BookStore before(original);
+        before.feed(populate(1000, {bob, alice}));
+        QVERIFY(copyAsKilled(original, path));
+        BookStore store(path);
+        QVERIFY(store.putAside().isEmpty());
+        QCOMPARE(store.size().players, 2);
+    }
+
+    // As it is killed while the book is made, before there is a log.
+    void aChangeThatWasBrokenOffIsTakenBack()
+    {
+        const QString original = folder->filePath(u"original.db"_s);
+        {
+            BookStore before(original);
+            for (int time = 1; time <= 200; ++time)
+                before.feed(populate(time, {bob, alice}));
+        }
+        OtherEye writer(original);
+        writer.ask("PRAGMA journal_mode = DELETE");
+        writer.ask("PRAGMA cache_size = 1");
+        writer.ask("BEGIN");
+        writer.ask("UPDATE sightings SET ping = 999, score = 123456");
+        writer.ask("UPDATE players SET found_by = zeroblob(20000)");
+        QVERIFY(QFile::copy(original, path));
+        QVERIFY(QFile::copy(original + u"-journal"_s, path + u"-journal"_s));
+        QVERIFY(bytesOf(path) != bytesOf(path + u"-journal"_s));
+
+        BookStore store(path);
+        QCOMPARE(store.putAside(), QString());
+        QCOMPARE(store.search(u"bob"_s, 0, 10).size(), 1);
+        QCOMPARE(OtherEye(path).ask("SELECT count(*) FROM sightings WHERE ping = 999"), 0);
+        QCOMPARE(OtherEye(path).ask("PRAGMA integrity_check"), u"ok"_s);
+    }
+
+    void aNewerBookIsLeftAlone()
+    {
+        {
+            BookStore store(path);
+        }
+        OtherEye(path).ask("PRAGMA user_version = 99");
+        const QByteArray bytes = bytesOf(path);
+        const auto fault = faultOfOpening();
+        QCOMPARE(fault->kind(), BookFault::Newer);
+        QVERIFY(fault->line().contains(u"molvark-players.db"_s));
+        QCOMPARE(bytesOf(path), bytes);
+        QCOMPARE(filesHere(), QStringList{u"molvark-players.db"_s});
+    }
+
+    void aLockedBookIsLeftAlone()
+    {
+        {
+            BookStore store(path);
+            store.feed(populate(1000, {bob}));
+        }
+        {
+            OtherEye other(path);
+            other.ask("BEGIN EXCLUSIVE");
+            const auto fault = faultOfOpening();
+            QCOMPARE(fault->kind(), BookFault::Locked);
+            QVERIFY(fault->line().contains(u"molvark-players.db"_s));
+            QVERIFY(filesHere().filter(u"broken"_s).isEmpty());
+        }
+        BookStore store(path, 0, [](qint64) { return false; });
+        QCOMPARE(store.size().players, 1);
+        OtherEye other(path);
+        other.ask("BEGIN IMMEDIATE");
+        QVERIFY_EXCEPTION_THROWN(store.setFlag(1, true), BookFault);
+        QCOMPARE(store.search({}, 0, 10).size(), 1); // it can be read meanwhile
+        other.ask("ROLLBACK");
+        store.setFlag(1, true);
+        QVERIFY(store.search({}, 0, 10).first().isFlagged);
+    }
+
+    void whatIsNoFileIsLeftAlone()
+    {
+        QVERIFY(QDir().mkpath(path));
+        QVERIFY(faultOfOpening()->line().contains(u"folder"_s));
+        QCOMPARE(filesHere(), QStringList{u"molvark-players.db"_s});
+    }
+
+#ifndef Q_OS_WIN
+    void aLinkIsFollowed()
+    {
+        const QString target = folder->filePath(u"elsewhere.db"_s);
+        QVERIFY(QFile::link(target, path));
+        QVERIFY(faultOfOpening()->line().contains(u"link"_s)); // to nothing
+        QVERIFY(!QFile::exists(target));
+        {
+            BookStore made(target);
+            made.feed(populate(1000, {bob}));
+        }
+        BookStore store(path);
+        QCOMPARE(store.size().players, 1);
+        QVERIFY(QFileInfo(path).isSymLink());
+    }
+#endif
+
+    void aBookThatIsTakenAwayIsMissed()
+    {
+        BookStore store(path);
+        QVERIFY(store.isThere());
+#ifndef Q_OS_WIN
+        QVERIFY(QFile::remove(path));
+        QVERIFY(!store.isThere());
+#endif
+    }
+
+    void itsTablesAndItsVersionAreThose()
+    {
+        BookStore store(path);
+        OtherEye eye(path);
+        QCOMPARE(
+            eye.ask(
+                "SELECT group_concat(name) FROM (SELECT name FROM sqlite_schema WHERE type = 'table' ORDER BY name)"),
+            u"actions,addresses,counts,names,notes,players,servers,sightings"_s);
+        QCOMPARE(eye.ask("PRAGMA user_version"), 1);
+        QCOMPARE(eye.ask("PRAGMA journal_mode"), u"wal"_s);
+    }
+
+private:
+    [[nodiscard]] QString aside(int number) const
+    {
+        return folder->filePath(u"molvark-players.broken-%1.db"_s.arg(number));
+    }
+    [[nodiscard]] QStringList filesHere() const
+    {
+        return QDir(folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    }
+    [[nodiscard]] std::optional<BookFault> faultOfOpening() const
+    {
+        try {
+            BookStore store(path, 0, [](qint64) { return false; });
+        } catch (const BookFault &fault) {
+            return fault;
+        }
+        failTest(u"the book was opened"_s);
+    }
+
+    std::unique_ptr<QTemporaryDir> folder;
+    QString path;
+};
+
+GUILESS_TEST(BookFileTest)
+#include "tst_book_file.moc"

@@ -1,0 +1,270 @@
+// SPDX-License-Identifier: MIT
+#include "book/book_fault.h"
+#include "book/book_store.h"
+#include "evening.h"
+#include "test_class.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+class BookStoreTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".*"_s));
+        folder = std::make_unique<QTemporaryDir>();
+        path = folder->filePath(u"molvark-players.db"_s);
+    }
+
+    void aPlayerIsKeptWithAllThatIsKnownOfHim()
+    {
+        BookStore store(path);
+        const auto known = store.feed(populate(1000, {bob}));
+        QCOMPARE(known.size(), 1);
+        QVERIFY(known.first().hasCome);
+        QCOMPARE(known.first().guid, u"1001"_s);
+        QCOMPARE(known.first().address, u"10.0.0.1"_s);
+        QVERIFY(!store.feed(populate(1030, {bob})).first().hasCome);
+
+        const BookPage page = store.page(known.first().player).value();
+        QCOMPARE(page.player.name, u"^1Bob"_s);
+        QCOMPARE(page.player.firstSeen, 1000);
+        QCOMPARE(page.player.lastSeen, 1030);
+        QCOMPARE(page.player.visits, 1);
+        QCOMPARE(page.player.names, 1);
+        QCOMPARE(texts(page.names), QStringList{u"^1Bob"_s});
+        QCOMPARE(texts(page.addresses), QStringList{u"10.0.0.1"_s});
+        QCOMPARE(page.pings.size(), 2);
+        QCOMPARE(page.pings.at(1).time, 1030);
+        QCOMPARE(page.pings.at(1).ping, 48);
+    }
+
+    void aGapOfThirtyMinutesBeginsANewVisit_data()
+    {
+        QTest::addColumn<int>("gap");
+        QTest::addColumn<int>("visits");
+        QTest::newRow("one second less") << 1799 << 1;
+        QTest::newRow("exactly") << 1800 << 2;
+        QTest::newRow("more") << 7200 << 2;
+        QTest::newRow("the clock was set back a little") << -60 << 1;
+        QTest::newRow("the clock was set back by hours") << -7200 << 2;
+    }
+    void aGapOfThirtyMinutesBeginsANewVisit()
+    {
+        QFETCH(const int, gap);
+        QFETCH(const int, visits);
+        BookStore store(path);
+        store.feed(populate(100'000, {bob}));
+        const auto known = store.feed(populate(100'000 + gap, {bob}));
+        QCOMPARE(known.first().hasCome, visits == 2);
+        const BookPage page = store.page(known.first().player).value();
+        QCOMPARE(page.player.visits, visits);
+        QCOMPARE(page.names.first().times, visits);
+        QCOMPARE(page.addresses.first().times, visits);
+        QCOMPARE(page.player.lastSeen, 100'000 + gap);
+        QCOMPARE(page.player.firstSeen, 100'000 + qMin(0, gap));
+    }
+
+    void namesAndAddressesCountTheVisitsInWhichTheyWereSeen()
+    {
+        BookStore store(path);
+        const SeenPlayer robert = as(bob, u"Robert"_s, u"10.0.0.2:28960"_s);
+        store.feed(populate(1000, {bob}));
+        store.feed(populate(1100, {robert})); // he renames himself, and back again
+        store.feed(populate(1200, {bob}));
+        store.feed(populate(9000, {robert})); // the next visit
+        const auto player = store.feed(populate(9100, {robert})).first().player;
+
+        const BookPage page = store.page(player).value();
+        QCOMPARE(page.player.visits, 2);
+        QCOMPARE(page.player.names, 2);
+        QCOMPARE(texts(page.names), (QStringList{u"Robert"_s, u"^1Bob"_s})); // the one seen last first
+        QCOMPARE(page.names.at(0).times, 2);
+        QCOMPARE(page.names.at(0).firstSeen, 1100);
+        QCOMPARE(page.names.at(0).lastSeen, 9100);
+        QCOMPARE(page.names.at(1).times, 1);
+        QCOMPARE(page.names.at(1).lastSeen, 1200);
+        QCOMPARE(texts(page.addresses), (QStringList{u"10.0.0.2"_s, u"10.0.0.1"_s}));
+    }
+
+    void whoHasGuidZeroIsMergedWithNobody()
+    {
+        BookStore store(path);
+        const SeenPlayer first = guest(u"^2Unknown"_s, u"10.0.0.1:28960"_s);
+        const SeenPlayer recoloured = guest(u"^5Unknown"_s, u"10.0.0.1:1234"_s);
+        const SeenPlayer elsewhere = guest(u"Unknown"_s, u"10.0.0.2:28960"_s);
+        const SeenPlayer renamed = guest(u"unknown"_s, u"10.0.0.1:28960"_s);
+        QList<qint64> numbers;
+        for (const KnownPlayer &known : store.feed(populate(1000, {first, recoloured, elsewhere, renamed})))
+            numbers.append(known.player);
+        QCOMPARE(numbers.at(1), numbers.at(0));
+        QCOMPARE(QSet<qint64>(numbers.begin(), numbers.end()).size(), 3);
+        QCOMPARE(store.search({}, 0, 10).size(), 3);
+        QCOMPARE(store.find(u"0"_s, u"Unknown"_s, u"10.0.0.2:5"_s).value(), numbers.at(2));
+        QVERIFY(!store.find(u"0"_s, u"Unknown"_s, u"10.0.0.3"_s));
+        QVERIFY(!store.find({}, u"Unknown"_s, u"10.0.0.2"_s));
+    }
+
+    void everyPartOfNameGuidAndAddressFinds_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("found");
+        const QStringList all{u"ÄRGER"_s, u"100%_[x]"_s, u"^1B^2o^3b"_s};
+        const auto row = [](const char *what, const QString &text, const QStringList &found) {
+            QTest::newRow(what) << text << found;
+        };
+        row("nothing typed", u""_s, all);
+        row("colour codes aside", u"bob"_s, {u"^1B^2o^3b"_s});
+        row("with colour codes", u"^7BO"_s, {u"^1B^2o^3b"_s});
+        row("one character", u"b"_s, {u"^1B^2o^3b"_s});
+        row("two characters", u"OB"_s, {u"^1B^2o^3b"_s});
+        row("beyond ASCII", u"ärg"_s, {u"ÄRGER"_s});
+        row("composed of two characters", u"a\u0308rg"_s, {u"ÄRGER"_s});
+        row("percent", u"%"_s, {u"100%_[x]"_s});
+        row("underscore", u"_"_s, {u"100%_[x]"_s});
+        row("underscore for any", u"B_b"_s, {});
+        row("bracket", u"[x]"_s, {u"100%_[x]"_s});
+        row("a quote", u"'"_s, {});
+        row("double quote", u"\""_s, {});
+        row("backslash", u"\\"_s, {});
+        row("asterisk", u"*"_s, {});
+        row("question mark", u"?"_s, {});
+        row("a line's end comes along when it is pasted", u"bob\n"_s, {u"^1B^2o^3b"_s});
+        row("guid", u"0012"_s, {u"100%_[x]"_s});
+        row("address", u"0.0.77"_s, {u"ÄRGER"_s});
+        row("an older name", u"robert"_s, {u"^1B^2o^3b"_s});
+        row("not across name and address", u"bob10"_s, {});
+        row("the port is not kept", u"28960"_s, {});
+    }
+    void everyPartOfNameGuidAndAddressFinds()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const QStringList, found);
+        BookStore store(path);
+        store.feed(populate(900, {as(bob, u"Robert"_s, u"10.0.0.1:28960"_s)}));
+        store.feed(populate(1000, {as(bob, u"^1B^2o^3b"_s, u"10.0.0.1:28960"_s)}));
+        store.feed(populate(1001, {{u"230012"_s, u"100%_[x]"_s, u"10.9.8.7:28960"_s, 1, 2}}));
+        store.feed(populate(1002, {{u"777"_s, u"ÄRGER"_s, u"10.0.0.77:28960"_s, 1, 2}}));
+        QStringList names;
+        for (const BookPlayer &player : store.search(text, 0, 10))
+            names.append(player.name);
+        QCOMPARE(names, found);
+    }
+
+    void theListComesInParts()
+    {
+        BookStore store(path);
+        for (int number = 1; number <= 25; ++number)
+            store.feed(populate(1000 + number, {{QString::number(number), u"Player"_s, u"1.1.1.1:1"_s, 0, 0}}));
+        QCOMPARE(store.search({}, 0, 10).first().guid, u"25"_s);
+        QCOMPARE(store.search({}, 20, 10).size(), 5);
+        QCOMPARE(store.search(u"play"_s, 20, 10).last().guid, u"1"_s);
+        QCOMPARE(store.search({}, 25, 10).size(), 0);
+    }
+
+    void notesAndFlagsAreToldWithThePopulate()
+    {
+        BookStore store(path);
+        const qint64 player = store.feed(populate(1000, {bob})).first().player;
+        const qint64 first = store.addNote(player, u"first"_s, 2000);
+        const qint64 second = store.addNote(player, u"sécond\nline"_s, 2001);
+        store.setFlag(player, true);
+        QVERIFY(store.feed(populate(3000, {bob})).first().hasNote);
+        QVERIFY(store.feed(populate(3000, {bob})).first().isFlagged);
+        store.changeNote(first, u"changed"_s, 2002);
+        const auto notes = store.page(player).value().notes;
+        QCOMPARE(notes.at(0).text, u"changed"_s);
+        QCOMPARE(notes.at(0).time, 2002);
+        QCOMPARE(notes.at(1).text, u"sécond\nline"_s);
+        store.deleteNote(first);
+        store.deleteNote(second);
+        store.setFlag(player, false);
+        const KnownPlayer known = store.feed(populate(3001, {bob})).first();
+        QVERIFY(!known.hasNote && !known.isFlagged);
+        QCOMPARE(store.addNote(4711, u"of nobody"_s, 1), 0);
+    }
+
+    void countsOfServersAreKeptApart()
+    {
+        BookStore store(path);
+        BookFeed feed = populate(1000, {bob});
+        feed.map = u"mp_toujane"_s;
+        feed.gameType = u"sd"_s;
+        feed.count = 3; // two rows were damaged
+        store.feed(feed);
+        store.feed(populate(1000, {}, u"other:28961"_s));
+        store.feed(populate(1100, {}));
+        QCOMPARE(store.servers(), (QStringList{u"10.1.1.1:28960"_s, u"other:28961"_s}));
+        const auto counts = store.counts(u"10.1.1.1:28960"_s, 1000);
+        QCOMPARE(counts.size(), 2);
+        QCOMPARE(counts.first().players, 3);
+        QCOMPARE(counts.first().map, u"mp_toujane"_s);
+        QCOMPARE(counts.first().gameType, u"sd"_s);
+        QCOMPARE(store.counts(u"10.1.1.1:28960"_s, 1001).size(), 1);
+        QCOMPARE(store.counts(u"unknown"_s, 0).size(), 0);
+    }
+
+    void oldSightingsAreRemovedWhenItIsOpened()
+    {
+        qint64 player = 0;
+        {
+            BookStore store(path);
+            player = store.feed(populate(1000, {bob})).first().player;
+            store.feed(populate(5000, {bob}));
+            QCOMPARE(store.size().sightings, 2);
+        }
+        BookStore store(path, 5000);
+        QCOMPARE(store.size().sightings, 1);
+        QCOMPARE(store.size().players, 1);
+        QCOMPARE(store.page(player).value().pings.first().time, 5000);
+        QCOMPARE(store.page(player).value().player.firstSeen, 1000); // the rest stays
+        QCOMPARE(store.counts(u"10.1.1.1:28960"_s, 0).size(), 1);
+        QVERIFY(store.size().bytes > 0);
+    }
+
+    void whatNamesAreMadeOfIsKept_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("empty") << u""_s;
+        QTest::newRow("colour codes alone") << u"^1^2"_s;
+        QTest::newRow("quotes") << u"'; DROP TABLE players; --\""_s;
+        QTest::newRow("NUL") << u"a\0b"_s;
+        QTest::newRow("control characters") << u"a\x1f\x01"
+                                               u"b"_s;
+        QTest::newRow("beyond the first plane") << u"\U0001F600"_s;
+        QTest::newRow("a thousand characters") << QString(1000, u'x');
+    }
+    void whatNamesAreMadeOfIsKept()
+    {
+        QFETCH(const QString, name);
+        BookStore store(path);
+        const auto known = store.feed(populate(1000, {as(bob, name, u""_s)}));
+        QCOMPARE(known.first().name, name);
+        QCOMPARE(texts(store.page(known.first().player).value().names), QStringList{name});
+        QCOMPARE(store.search({}, 0, 10).first().name, name);
+    }
+
+    void theBookIsItsOwnersAlone()
+    {
+        BookStore store(path);
+        store.feed(populate(1000, {bob}));
+        for (const QString &ending : {u""_s, u"-wal"_s, u"-shm"_s}) {
+            const QFile::Permissions others =
+                QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+            QVERIFY2(QFile::exists(path + ending), qPrintable(ending));
+            QVERIFY2(!(QFile::permissions(path + ending) & others), qPrintable(ending));
+        }
+    }
+
+private:
+    std::unique_ptr<QTemporaryDir> folder;
+    QString path;
+};
+
+GUILESS_TEST(BookStoreTest)
+#include "tst_book_store.moc"
