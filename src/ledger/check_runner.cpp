@@ -18,10 +18,7 @@ const QByteArray printed = header + "print\n";
 const QByteArray variable = "g_gametype"; // its answer is short and tells nobody's secrets
 const QByteArray longCommand = "dvarlist s*";
 
-// In milliseconds. The strictest servers hear one command in half a second, and the latest answers known come after
-// five.
-constexpr int forQuery = 3000;
-constexpr int forCommand = 6000;
+// In milliseconds.
 constexpr int betweenCommands = 750;
 constexpr int behindDatagram = 1000;
 
@@ -34,7 +31,9 @@ QString preferred(const QList<QHostAddress> &addresses)
 
 } // namespace
 
-CheckRunner::CheckRunner(QObject *parent) : QObject(parent)
+CheckRunner::CheckRunner(QObject *parent) : CheckRunner(CheckPatience(), parent) {}
+
+CheckRunner::CheckRunner(const CheckPatience &patience_, QObject *parent) : QObject(parent), patience(patience_)
 {
     tmrcheck.setObjectName(u"tmrcheck"_s);
     tmrcheck.setParent(this);
@@ -51,6 +50,7 @@ void CheckRunner::start(const QString &server_, const QString &port_, const QStr
     password = trimBlanks(password_);
     query = {};
     console = {};
+    words.reset();
     sizes.clear();
     listing.clear();
     stage = Stage::LookUp;
@@ -98,7 +98,7 @@ void CheckRunner::goOnTo(const QString &address)
     } catch (const Fault &) {
         // Then nothing can be sent, as the next step says.
     }
-    ask("getstatus", Stage::Query, forQuery);
+    ask("getstatus", Stage::Query, patience.query);
 }
 
 void CheckRunner::enter(Stage next, int milliseconds)
@@ -107,22 +107,40 @@ void CheckRunner::enter(Stage next, int milliseconds)
     tmrcheck.start(milliseconds);
 }
 
-void CheckRunner::ask(const QByteArray &text, Stage next, int milliseconds)
+void CheckRunner::ask(const QByteArray &text_, Stage next, const CheckPatience::Question &how)
 {
-    enter(next, milliseconds);
-    if (next != Stage::ConsoleAgain)
-        since.start();
+    text = text_;
+    copiesLeft = how.copies;
+    enter(next, how.milliseconds);
+    since.start();
+    send();
+}
+
+void CheckRunner::send()
+{
+    --copiesLeft;
     try {
         link.SendData(header + text);
     } catch (const Fault &) {
-        (next == Stage::Query ? query : console).couldBeSent = false;
+        (stage == Stage::Query ? query : console).couldBeSent = false;
+        copiesLeft = 0;
         tmrcheck.start(0);
     }
 }
 
-void CheckRunner::askConsole(const QByteArray &command, Stage next, int milliseconds)
+void CheckRunner::askConsole(const QByteArray &command, Stage next, const CheckPatience::Question &how)
 {
-    ask("rcon " + toAnsi(password) + ' ' + command, next, milliseconds);
+    ask("rcon " + toAnsi(password) + ' ' + command, next, how);
+}
+
+/// True when a further copy has gone out.
+bool CheckRunner::askAgain()
+{
+    if (copiesLeft <= 0)
+        return false;
+    tmrcheck.start();
+    send();
+    return true;
 }
 
 void CheckRunner::timeOut()
@@ -132,15 +150,19 @@ void CheckRunner::timeOut()
     case Stage::LookUp:
         return;
     case Stage::Query:
-        return endQuery();
-    case Stage::Console: // perhaps somebody else had used up the server's limit
-        return console.couldBeSent ? askConsole(variable, Stage::ConsoleAgain, forCommand) : endConsole({});
-    case Stage::ConsoleAgain:
-        return endConsole({});
+        if (!askAgain())
+            endQuery();
+        return;
+    case Stage::Console:
+        if (!askAgain())
+            endConsole();
+        return;
     case Stage::Pause:
-        return askConsole(longCommand, Stage::Listing, forCommand);
+        return askConsole(longCommand, Stage::Listing, patience.listing);
     case Stage::Listing:
-        return finish(listingStep(sizes, listing));
+        if (!sizes.isEmpty() || !askAgain())
+            finish(listingStep(sizes, listing));
+        return;
     }
 }
 
@@ -154,7 +176,7 @@ void CheckRunner::arrive()
     }
     if (stage == Stage::Query)
         takeQuery(datagram);
-    else if (stage == Stage::Console || stage == Stage::ConsoleAgain)
+    else if (stage == Stage::Console)
         takeConsole(datagram);
     else if (stage == Stage::Listing)
         takeListing(datagram);
@@ -171,7 +193,7 @@ void CheckRunner::takeQuery(const QByteArray &datagram)
 void CheckRunner::endQuery()
 {
     emit stepped(queryStep(query));
-    askConsole(variable, Stage::Console, forCommand);
+    askConsole(variable, Stage::Console, patience.console);
 }
 
 void CheckRunner::takeConsole(const QByteArray &datagram)
@@ -179,13 +201,14 @@ void CheckRunner::takeConsole(const QByteArray &datagram)
     if (!datagram.startsWith(printed))
         return;
     console.answeredAfter = since.elapsed();
-    endConsole(fromAnsi(datagram.sliced(printed.size())));
+    words = fromAnsi(datagram.sliced(printed.size()));
+    endConsole();
 }
 
-void CheckRunner::endConsole(const QString &words)
+void CheckRunner::endConsole()
 {
-    emit stepped(consoleStep(console, words, password, query.answeredAfter.has_value()));
-    if (console.answeredAfter && !refusesInAnyWording(words))
+    emit stepped(consoleStep(console, words.value_or(QString()), password, query.answeredAfter.has_value()));
+    if (words && !refusesInAnyWording(*words))
         enter(Stage::Pause, betweenCommands);
     else
         finish(noListingStep());

@@ -8,44 +8,64 @@
 #include <QObject>
 #include <QTimer>
 
+#include <optional>
+
 class QHostInfo;
 
+/// How long a question of the check waits for its answer, in milliseconds, and how often it is sent.
+struct CheckPatience {
+    struct Question {
+        int milliseconds = 0;
+        int copies = 1;
+    };
+    // The strictest servers hear one command in half a second, and the latest answers known come after five.
+    Question query{3000, 1};
+    Question console{6000, 2}; // perhaps somebody else had used up the server's limit
+    Question listing{6000, 1};
+};
+
 /// Tries out the way to a server, step by step, by a link of its own: whatever the program has to say to its server
-/// goes on beside it. Sends at most four datagrams: the public query, a console command, the same again when nobody
-/// answers, and a command with a long reply.
+/// goes on beside it. Unless told otherwise it sends at most four datagrams: the public query, a console command, the
+/// same again when nobody answers, and a command with a long reply.
 class CheckRunner final : public QObject {
     Q_OBJECT
 
 public:
     explicit CheckRunner(QObject *parent = nullptr);
+    CheckRunner(const CheckPatience &patience_, QObject *parent);
 
     void start(const QString &server_, const QString &port_, const QString &password_);
     /// Ends without a word.
     void stop();
     /// True while the system still looks up a name, also one that nobody waits for any more.
     [[nodiscard]] bool isLookingUp() const { return lookUps > 0; }
+    /// What the console has answered; nothing while it has not.
+    [[nodiscard]] const std::optional<QString> &consoleWords() const { return words; }
 
 signals:
     void stepped(const CheckStep &step);
     void ended();
 
 private:
-    enum class Stage { Idle, LookUp, Query, Console, ConsoleAgain, Pause, Listing };
+    enum class Stage { Idle, LookUp, Query, Console, Pause, Listing };
 
     void takeAddresses(const QHostInfo &info);
     void goOnTo(const QString &address);
     void enter(Stage next, int milliseconds);
     void timeOut();
     void arrive();
-    void ask(const QByteArray &text, Stage next, int milliseconds);
-    void askConsole(const QByteArray &command, Stage next, int milliseconds);
+    void ask(const QByteArray &text_, Stage next, const CheckPatience::Question &how);
+    void send();
+    void askConsole(const QByteArray &command, Stage next, const CheckPatience::Question &how);
+    [[nodiscard]] bool askAgain();
     void takeQuery(const QByteArray &datagram);
     void endQuery();
     void takeConsole(const QByteArray &datagram);
-    void endConsole(const QString &words);
+    void endConsole();
     void takeListing(const QByteArray &datagram);
     void finish(const CheckStep &step);
 
+    const CheckPatience patience;
     UDPClient link;
     QTimer tmrcheck; ///< ends what is waited for
     QElapsedTimer since;
@@ -57,6 +77,9 @@ private:
     QString password;
     Asked query;
     Asked console;
+    QByteArray text; ///< the question that is out
+    int copiesLeft = 0;
+    std::optional<QString> words;
     QList<qsizetype> sizes;
     QString listing;
 };
