@@ -18,7 +18,7 @@ constexpr QLatin1StringView help(R"(Usage: molvark-cli [OPTIONS] COMMAND...
        molvark-cli [OPTIONS] status | players | query | check
        molvark-cli [OPTIONS] watch SECONDS | say TEXT
 
-Sends remote console commands to a Call of Duty 2 server and prints what it answers.
+Sends remote console commands to a Call of Duty 2 server and prints its answers.
 Each argument is one command, unless the first is one of these words:
   status               print the server's own table of players
   players              print who plays, as a table or with --json or --csv

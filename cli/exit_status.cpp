@@ -3,6 +3,8 @@
 
 #include "ledger/verdict.h"
 
+#include <QList>
+
 #include <algorithm>
 
 namespace {

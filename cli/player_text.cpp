@@ -112,16 +112,16 @@ QString playersTable(const QList<StatusRow> &players, const QString &password)
             cells.append(cell(player.*field.text, password));
         lines.append(cells);
     }
-    std::array<qsizetype, fields.size()> widths{};
+    QList<qsizetype> widths(static_cast<qsizetype>(fields.size()));
     for (const QStringList &line : std::as_const(lines)) {
         for (qsizetype column = 0; column < line.size(); ++column)
-            widths.at(column) = std::max(widths.at(column), line.at(column).size());
+            widths[column] = std::max(widths.at(column), line.at(column).size());
     }
     QString table;
     for (const QStringList &line : std::as_const(lines)) {
         QStringList cells;
         for (qsizetype column = 0; column < line.size(); ++column)
-            cells.append(padded(fields.at(column), line.at(column), widths.at(column)));
+            cells.append(padded(fields.at(static_cast<std::size_t>(column)), line.at(column), widths.at(column)));
         table += cells.join(u"  "_s) + u'\n';
     }
     return table;

@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString command = QStringLiteral("status");
+const QString asked = QStringLiteral("status");
 
 /// The slots of rows that may lack a character.
 QString doubtfulSlots(const QList<StatusRow> &players)
@@ -32,12 +32,12 @@ QString doubtfulSlots(const QList<StatusRow> &players)
 void PlayersErrand::goOn()
 {
     copiesLeft = asking.copies;
-    askConsole(command, copiesLeft);
+    askConsole(asked, copiesLeft);
 }
 
 void PlayersErrand::take(const RconReply &reply)
 {
-    const ExitStatus status = statusOfReply(command, reply.text);
+    const ExitStatus status = statusOfReply(asked, reply.text);
     copiesLeft -= reply.copies;
     if (const std::optional<QList<StatusRow>> players = wholeTable(reply.text, reply.pieces)) {
         takePlayers(*players);
@@ -46,7 +46,7 @@ void PlayersErrand::take(const RconReply &reply)
                                                           : u"The server does not tell who plays."_s);
         finish(status);
     } else if (copiesLeft > 0) {
-        askConsole(command, copiesLeft);
+        askConsole(asked, copiesLeft);
     } else {
         takeLoss(u"The list of players did not come whole"_s);
     }

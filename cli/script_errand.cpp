@@ -28,10 +28,10 @@ void ScriptErrand::goOn()
     if (next == steps.size())
         finish(first);
     else
-        begin(steps.at(next));
+        beginStep(steps.at(next));
 }
 
-void ScriptErrand::begin(const ScriptStep &step)
+void ScriptErrand::beginStep(const ScriptStep &step)
 {
     switch (step.kind) {
     case ScriptStep::Kind::Sleep:

@@ -17,7 +17,7 @@ private:
     void take(const RconReply &reply) override;
     void takeSilence() override;
     void stop() override;
-    void begin(const ScriptStep &step);
+    void beginStep(const ScriptStep &step);
     void print(const RconReply &reply);
     void endStep(ExitStatus status);
     [[nodiscard]] QString shown() const;
