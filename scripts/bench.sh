@@ -40,6 +40,7 @@ measure "$bin/bench/bench_book"
 measure "$bin/bench/bench_windows"
 measure "$bin/bench/bench_process" "$bin/src/app/molvark" "$bin/bench/empty_window" "$bin/bench/libfirst_paint.so" \
     "$network" "$bin/practice/molvark-practice"
+measure "$bin/bench/bench_cli" "$bin/cli/molvark-cli" "$bin/bench/empty_core"
 cat "$rows"
 [ $status -eq 0 ] || echo "A figure is beyond what it may be." >&2
 sed -i -e "/<!-- table/r $rows" -e '/<!-- table/,/<!-- end of table/{/<!--/!d}' docs/performance.md

@@ -11,11 +11,11 @@ echo "Formatting is clean."
 
 cppcheck --quiet --std=c++20 --library=qt --enable=warning,performance,portability --inline-suppr --error-exitcode=1 \
     "-DQ_DISABLE_COPY_MOVE(x)=" "-DQ_INIT_RESOURCE(x)=" "-DQ_COREAPP_STARTUP_FUNCTION(x)=" -DQ_OBJECT= \
-    -Isrc src practice demo bench fuzz
+    -Isrc src cli practice demo bench fuzz
 echo "cppcheck is clean."
 
-build dev molvark molvark-practice molvark-tour # their generated headers are read
-run-clang-tidy-14 -quiet -p build/dev "$PWD/(src|practice|demo|fuzz)/.*\.cpp$" >build/clang-tidy.log 2>&1 || {
+build dev molvark molvark-cli molvark-practice molvark-tour # their generated headers are read
+run-clang-tidy-14 -quiet -p build/dev "$PWD/(src|cli|practice|demo|fuzz)/.*\.cpp$" >build/clang-tidy.log 2>&1 || {
     grep -E 'warning:|error:' build/clang-tidy.log | sort -u >&2
     exit 1
 }

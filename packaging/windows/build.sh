@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the program and the practice server for 64-bit Windows, each one file, and packs them with manual and licences.
+# Builds the two programs and the practice server for 64-bit Windows, each one file, and packs them with manual and licences.
 # With --twice it then does the same with a copy of the sources elsewhere: each file is byte for byte the same.
 # Environment: MOLVARK_QT_WINDOWS, the folder of build-qt.sh; JOBS, how many compilers run at once; SOURCE_DATE_EPOCH, the
 # time of the files in the archive, that of the last commit when not set.
@@ -50,8 +50,9 @@ moment=${SOURCE_DATE_EPOCH:-$(git log -1 --pretty=%ct)} ||
 install_packages "${windows_packages[@]}" zip
 packaging/windows/build-qt.sh
 
-build_for_windows program molvark molvark-practice
-programs=(build/windows/program/src/app/molvark.exe build/windows/program/practice/molvark-practice.exe)
+build_for_windows program molvark molvark-cli molvark-practice
+programs=(build/windows/program/src/app/molvark.exe build/windows/program/cli/molvark-cli.exe
+    build/windows/program/practice/molvark-practice.exe)
 for program in "${programs[@]}"; do
     check_program "$program"
 done
@@ -63,6 +64,8 @@ stage=$(mktemp -d)
 trap 'rm -rf "$stage"' EXIT
 mkdir -p "$stage/$folder/licences"
 cp "${programs[@]}" LICENSE "$stage/$folder/"
+mkdir "$stage/$folder/shell"
+cp packaging/molvark-cli.1 packaging/molvark-cli.bash-completion "$stage/$folder/shell/"
 cp -r build/windows/program/docs/{manual.html,manual.css,pictures} "$stage/$folder/"
 cp packaging/windows/licences.txt "$stage/$folder/licences/README.txt"
 cp /usr/share/common-licenses/LGPL-3 "$stage/$folder/licences/LGPL-3.txt"

@@ -11,6 +11,6 @@ if ! windows_qt_is_there; then
     exit 0
 fi
 install_packages "${windows_packages[@]}"
-build_for_windows compile molvark molvark-practice molvark-tour -- -DCMAKE_CXX_FLAGS_RELEASE="-O1 -DNDEBUG" \
+build_for_windows compile molvark molvark-cli molvark-practice molvark-tour -- -DCMAKE_CXX_FLAGS_RELEASE="-O1 -DNDEBUG" \
     -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0
 echo "The programs compile for Windows."

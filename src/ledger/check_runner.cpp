@@ -18,10 +18,7 @@ const QByteArray printed = header + "print\n";
 const QByteArray variable = "g_gametype"; // its answer is short and tells nobody's secrets
 const QByteArray longCommand = "dvarlist s*";
 
-// In milliseconds. The strictest servers hear one command in half a second, and the latest answers known come after
-// five.
-constexpr int forQuery = 3000;
-constexpr int forCommand = 6000;
+// In milliseconds.
 constexpr int betweenCommands = 750;
 constexpr int behindDatagram = 1000;
 
@@ -34,7 +31,8 @@ QString preferred(const QList<QHostAddress> &addresses)
 
 } // namespace
 
-CheckRunner::CheckRunner(const Turn &turn_, QObject *parent) : QObject(parent), turn(turn_)
+CheckRunner::CheckRunner(const CheckPatience &patience_, CheckPace pace_, QObject *parent)
+    : QObject(parent), patience(patience_), pace(std::move(pace_))
 {
     tmrcheck.setObjectName(u"tmrcheck"_s);
     tmrcheck.setParent(this);
@@ -54,6 +52,7 @@ void CheckRunner::start(const QString &server_, const QString &port_, const QStr
     password = trimBlanks(password_);
     query = {};
     console = {};
+    words.reset();
     sizes.clear();
     listing.clear();
     stage = Stage::LookUp;
@@ -79,6 +78,7 @@ void CheckRunner::stop()
     ++run;
     tmrcheck.stop();
     link.Abandon();
+    isHeldBack = false;
     stage = Stage::Idle;
 }
 
@@ -101,7 +101,7 @@ void CheckRunner::goOnTo(const QString &address)
     } catch (const Fault &) {
         // Then nothing can be sent, as the next step says.
     }
-    ask("getstatus", Stage::Query, forQuery);
+    ask("getstatus", Stage::Query, patience.query);
 }
 
 void CheckRunner::enter(Stage next, int milliseconds)
@@ -110,50 +110,75 @@ void CheckRunner::enter(Stage next, int milliseconds)
     tmrcheck.start(milliseconds);
 }
 
-void CheckRunner::ask(const QByteArray &text, Stage next, int milliseconds)
+void CheckRunner::ask(const QByteArray &text_, Stage next, const CheckPatience::Question &how_)
 {
-    enter(next, milliseconds);
-    if (next != Stage::ConsoleAgain)
+    text = text_;
+    how = how_;
+    copiesSent = 0;
+    stage = next;
+    send();
+}
+
+// Others may send something while it is held back, and it waits for its turn anew.
+void CheckRunner::send()
+{
+    const bool isCommand = stage != Stage::Query && pace.left;
+    const qint64 left = isCommand ? pace.left() : 0;
+    isHeldBack = left > 0;
+    tmrcheck.start(isHeldBack ? static_cast<int>(left) : how.milliseconds);
+    if (isHeldBack)
+        return;
+    if (++copiesSent == 1)
         since.start();
     try {
         link.SendData(header + text);
+        if (isCommand)
+            pace.taken();
     } catch (const Fault &) {
-        (next == Stage::Query ? query : console).couldBeSent = false;
+        (stage == Stage::Query ? query : console).couldBeSent = false;
+        copiesSent = how.copies;
         tmrcheck.start(0);
     }
 }
 
-// The program may send something meanwhile, which is waited for anew.
-void CheckRunner::askConsole(const Question &asked)
+void CheckRunner::askConsole(const QByteArray &command, Stage next, const CheckPatience::Question &how_)
 {
-    question = asked;
-    if (const qint64 left = turn.left(); left > 0) {
-        enter(Stage::Turn, static_cast<int>(left));
-        return;
-    }
-    ask("rcon " + toAnsi(password) + ' ' + question.command, question.stage, forCommand);
-    if (console.couldBeSent)
-        turn.taken();
+    ask("rcon " + toAnsi(password) + ' ' + command, next, how_);
+}
+
+/// True when a further copy goes out.
+bool CheckRunner::askAgain()
+{
+    if (copiesSent >= how.copies)
+        return false;
+    send();
+    return true;
 }
 
 void CheckRunner::timeOut()
 {
+    if (isHeldBack) {
+        send();
+        return;
+    }
     switch (stage) {
     case Stage::Idle:
     case Stage::LookUp:
         return;
     case Stage::Query:
-        return endQuery();
-    case Stage::Console: // perhaps somebody else had used up the server's limit
-        return console.couldBeSent ? askConsole({variable, Stage::ConsoleAgain}) : endConsole({});
-    case Stage::ConsoleAgain:
-        return endConsole({});
-    case Stage::Turn:
-        return askConsole(question);
+        if (!askAgain())
+            endQuery();
+        return;
+    case Stage::Console:
+        if (!askAgain())
+            endConsole();
+        return;
     case Stage::Pause:
-        return askConsole({longCommand, Stage::Listing});
+        return askConsole(longCommand, Stage::Listing, patience.listing);
     case Stage::Listing:
-        return finish(listingStep(sizes, listing));
+        if (!sizes.isEmpty() || !askAgain())
+            finish(listingStep(sizes, listing));
+        return;
     }
 }
 
@@ -167,7 +192,7 @@ void CheckRunner::arrive()
     }
     if (stage == Stage::Query)
         takeQuery(datagram);
-    else if (isForConsole())
+    else if (stage == Stage::Console)
         takeConsole(datagram);
     else if (stage == Stage::Listing)
         takeListing(datagram);
@@ -184,14 +209,7 @@ void CheckRunner::takeQuery(const QByteArray &datagram)
 void CheckRunner::endQuery()
 {
     emit stepped(queryStep(query));
-    askConsole({variable, Stage::Console});
-}
-
-// The answer to the first copy may come while the second waits for its turn.
-bool CheckRunner::isForConsole() const
-{
-    const Stage asked = stage == Stage::Turn && question.stage == Stage::ConsoleAgain ? question.stage : stage;
-    return asked == Stage::Console || asked == Stage::ConsoleAgain;
+    askConsole(variable, Stage::Console, patience.console);
 }
 
 void CheckRunner::takeConsole(const QByteArray &datagram)
@@ -199,13 +217,14 @@ void CheckRunner::takeConsole(const QByteArray &datagram)
     if (!datagram.startsWith(printed))
         return;
     console.answeredAfter = since.elapsed();
-    endConsole(fromAnsi(datagram.sliced(printed.size())));
+    words = fromAnsi(datagram.sliced(printed.size()));
+    endConsole();
 }
 
-void CheckRunner::endConsole(const QString &words)
+void CheckRunner::endConsole()
 {
-    emit stepped(consoleStep(console, words, password, query.answeredAfter.has_value()));
-    if (console.answeredAfter && !refusesInAnyWording(words))
+    emit stepped(consoleStep(console, words.value_or(QString()), password, query.answeredAfter.has_value()));
+    if (words && !refusesInAnyWording(*words))
         enter(Stage::Pause, betweenCommands);
     else
         finish(noListingStep());

@@ -7,14 +7,25 @@
 #include "base/keys.h"
 #include "rcon/server_fields.h"
 #include "rcon/services.h"
+#include "rcon/turn.h"
 
 #include <QHideEvent>
 #include <QShowEvent>
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+CheckPace paceOf(const Services &services)
+{
+    const Turn turn(services);
+    return {[turn] { return turn.left(); }, [turn] { turn.taken(); }};
+}
+
+} // namespace
+
 CheckWindow::CheckWindow(const Services &services_, QWidget *parent)
-    : QWidget(parent), services(services_), ui(std::make_unique<Ui::CheckWindow>()), runner(Turn(services), this)
+    : QWidget(parent), services(services_), ui(std::make_unique<Ui::CheckWindow>()), runner(CheckPatience(), paceOf(services), this)
 {
     ui->setupUi(this);
     addCloseKey(*this);

@@ -48,10 +48,19 @@ bool consistsOf(QStringView reply, qsizetype (*length)(QStringView))
     return true;
 }
 
+// A line may also begin with the name of a player who calls himself like this; it goes on in another way then.
+bool says(QStringView line, QLatin1StringView words)
+{
+    if (!begins(line, words))
+        return false;
+    const QStringView behind = line.sliced(words.size()).trimmed();
+    return behind.isEmpty() || behind.startsWith(u'"') || behind.startsWith(u':');
+}
+
 bool namesNoPlayer(QStringView line)
 {
     const bool isInactive = begins(line, "Client "_L1) && line.endsWith("is not active"_L1, Qt::CaseInsensitive);
-    return isInactive || begins(line, "Bad client slot"_L1) || begins(line, "Bad slot number"_L1);
+    return isInactive || says(line, "Bad client slot"_L1) || says(line, "Bad slot number"_L1);
 }
 
 QStringView firstWord(QStringView command)
@@ -63,7 +72,7 @@ QStringView firstWord(QStringView command)
 
 bool tellsUsage(QStringView command, QStringView line)
 {
-    if (begins(line, "usage"_L1))
+    if (says(line, "usage"_L1))
         return true;
     const QStringView word = firstWord(command);
     if (word.isEmpty() || !line.startsWith(word, Qt::CaseInsensitive))
@@ -122,7 +131,7 @@ Verdict verdictOfReply(QStringView command, QStringView reply)
         return Verdict::Acknowledged;
     if (isRefusal(reply))
         return Verdict::PasswordRefused;
-    if (begins(line, "Unknown command"_L1))
+    if (says(line, "Unknown command"_L1))
         return Verdict::UnknownCommand;
     if (namesNoPlayer(line))
         return Verdict::NoSuchPlayer;

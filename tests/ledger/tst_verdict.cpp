@@ -66,6 +66,9 @@ private slots:
         row("clientkick 99", "Bad client slot: 99\n", "no such player");
         row("clientkick 99", "Bad client slot", "no such player");
         row("clientkick x", "Bad slot number: x\n", "no such player");
+        row("kick all", "Unknown command^7 was kicked\n", "answered");
+        row("clientkick 3", "Bad client slot^7 was kicked\n", "answered");
+        row("clientkick 3", "usage^7 was kicked\n", "answered");
         row("dir", "usage: dir <directory> [extension]\n", "usage");
         row("set", "USAGE: set <variable> <value>\n", "usage");
         row("exec", "exec <filename> : execute a script file\n", "usage");

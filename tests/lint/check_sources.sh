@@ -19,10 +19,11 @@ none "Only src/base may ask which system it runs on" 'Q_OS_|_WIN32|__linux__' \
     $(find src -mindepth 1 -maxdepth 1 -type d ! -name base)
 none "Only the UDP client includes sockets" '#include <(QUdpSocket|QAbstractSocket|QNetworkDatagram)>' \
     $(find src -name '*.cpp' ! -name udp_client.cpp) $(find src -name '*.h')
-none "No module prefix in an include" '#include <Qt(Core|Gui|Widgets|Network)/' src practice demo bench fuzz
+none "No module prefix in an include" '#include <Qt(Core|Gui|Widgets|Network)/' src cli practice demo bench fuzz
 
 # Includes run downwards only: each room with what it must not reach.
 pages='weapons|players|messages|mods|ledger|book'
+none "src reaches up" '#include "(cli|practice|demo)/' src
 none "base reaches up" "#include \"(settings|output|rcon|serverconfig|$pages|app)/" src/base
 none "settings or output reaches up" "#include \"(rcon|serverconfig|$pages|app)/" src/settings src/output
 none "settings and output are apart" '#include "output/' src/settings
@@ -34,7 +35,7 @@ for room in ${pages//|/ }; do
     none "$room reaches up or sideways" "#include \"($others|app)/" "src/$room"
 done
 
-for file in $(find src practice demo bench fuzz tests -name '*.cpp' -o -name '*.h'); do
+for file in $(find src cli practice demo bench fuzz tests -name '*.cpp' -o -name '*.h'); do
     [ "$(head -n 1 "$file")" = '// SPDX-License-Identifier: MIT' ] || { echo "No licence line: $file"; status=1; }
 done
 exit $status

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include "arguments.h"
+#include "base/console.h"
+#include "base/system_notices.h"
+#include "check_errand.h"
+#include "cli_output.h"
+#include "players_errand.h"
+#include "script_errand.h"
+#include "settings/ini_file.h"
+#include "wrong_usage.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Word = CliArguments::Word;
+
+/// Ends the reading of the standard input without a word.
+struct Interrupted final {};
+
+// By the C library, because Qt's files go on reading when a signal has come.
+QByteArray standardInput()
+{
+    QByteArray text;
+    std::array<char, 4096> part{};
+    while (true) {
+        const std::size_t count = std::fread(part.data(), 1, part.size(), stdin);
+        text.append(part.data(), static_cast<qsizetype>(count));
+        if (SystemNotices::isInterrupted())
+            throw Interrupted();
+        if (count < part.size() && (std::feof(stdin) != 0 || std::ferror(stdin) != 0))
+            return text;
+    }
+}
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw WrongUsage(u"%1 cannot be read: %2"_s.arg(path, file.errorString()));
+    QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        throw WrongUsage(u"%1 cannot be read: %2"_s.arg(path, file.errorString()));
+    return bytes;
+}
+
+CliServer serverOf(const CliArguments &arguments)
+{
+    if (!arguments.server.isEmpty())
+        return readServer(arguments.server);
+    return chooseServer(readSavedServers(IniFile(u"molvark.ini"_s).contents()).servers, arguments.saved);
+}
+
+/// The public status needs none, but hides it where it is known.
+QString passwordOf(const CliArguments &arguments, const CliServer &server)
+{
+    const QString environment = qEnvironmentVariable("MOLVARK_RCON_PASSWORD");
+    if (arguments.word == Word::Query && !arguments.passwordFile)
+        return environment.isEmpty() ? server.savedPassword : environment;
+    std::optional<QByteArray> file;
+    if (arguments.passwordFile)
+        file = contents(*arguments.passwordFile);
+    return choosePassword(file, environment, server.savedPassword);
+}
+
+QList<ScriptStep> stepsOf(const CliArguments &arguments)
+{
+    if (arguments.word == Word::Query)
+        return {{ScriptStep::Kind::Query, {}, {}}};
+    if (!arguments.script)
+        return stepsOf(arguments.commands);
+    return readScript(QString::fromUtf8(*arguments.script == "-"_L1 ? standardInput() : contents(*arguments.script)));
+}
+
+std::unique_ptr<Errand> errandOf(const CliArguments &arguments, CliOutput &output)
+{
+    Asking asking;
+    asking.server = serverOf(arguments);
+    asking.timeout = arguments.timeout;
+    asking.password = passwordOf(arguments, asking.server);
+    asking.copies = arguments.copiesOfCommand();
+    if (arguments.word == Word::Watch)
+        return std::make_unique<WatchErrand>(output, asking, arguments.interval);
+    if (arguments.word != Word::Players && arguments.word != Word::Check)
+        return std::make_unique<ScriptErrand>(output, asking, stepsOf(arguments), arguments.copiesOfQuestion());
+    asking.copies = arguments.copiesOfQuestion();
+    if (arguments.word == Word::Check)
+        return std::make_unique<CheckErrand>(output, asking);
+    return std::make_unique<PlayersErrand>(output, asking, arguments.format);
+}
+
+int run(Errand &errand, SystemNotices &notices)
+{
+    QObject::connect(&notices, &SystemNotices::interrupted, &errand, &Errand::interrupt);
+    QObject::connect(&notices, &SystemNotices::outputclosed, &errand, &Errand::outputClosed);
+    notices.watchOutput();
+    QObject::connect(&errand, &Errand::ended, qApp,
+                     [](ExitStatus status) { QCoreApplication::exit(static_cast<int>(status)); });
+    QMetaObject::invokeMethod(&errand, &Errand::begin, Qt::QueuedConnection);
+    return QCoreApplication::exec();
+}
+
+ExitStatus carryOut(const QStringList &words, CliOutput &output)
+{
+    SystemNotices notices;
+    const CliArguments arguments = readCliArguments(words, QStringLiteral(MOLVARK_VERSION));
+    if (!arguments.notice.isEmpty()) {
+        output.print(arguments.notice);
+        return ExitStatus::Done;
+    }
+    const std::unique_ptr<Errand> errand = errandOf(arguments, output);
+    const int status = run(*errand, notices);
+    // A name server that does not answer would hold the process for as long as it likes.
+    if (errand->isLookingUp())
+        std::_Exit(status);
+    return static_cast<ExitStatus>(status);
+}
+
+void ignoreMessages(QtMsgType, const QMessageLogContext &, const QString &) {}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    prepareStandardStreams();
+    // Under cron there is no locale, and Qt would say on standard error each time that it takes one of its own.
+    const QtMessageHandler handler = qInstallMessageHandler(ignoreMessages);
+    const QCoreApplication application(argc, argv);
+    qInstallMessageHandler(handler);
+
+    CliOutput output;
+    ExitStatus status = ExitStatus::Done;
+    try {
+        status = carryOut(QCoreApplication::arguments(), output);
+    } catch (const WrongUsage &wrong) {
+        output.note(wrong.text() + u" (--help says more.)"_s);
+        status = ExitStatus::WrongUsage;
+    } catch (const Interrupted &) {
+        status = ExitStatus::Interrupted;
+    }
+    if (status == ExitStatus::Done && output.hasFailed())
+        status = ExitStatus::WrongUsage;
+    return static_cast<int>(status);
+}

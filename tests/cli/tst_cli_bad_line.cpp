@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "cli_process.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+using namespace Qt::StringLiterals;
+
+/// The program without a window and a server that makes it hard, over a line that loses things.
+class CliBadLineTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void aScriptLosesNothingOnAServerThatHearsOneCommandInHalfASecond()
+    {
+        CliWithServer it(PracticeOptions::cod2());
+        QStringList dropped;
+        QObject::connect(&it.server, &PracticeServer::happened, &it.server, [&dropped](const QString &line) {
+            if (line.contains(u"not answered"_s))
+                dropped.append(line);
+        });
+        QByteArray script;
+        QByteArrayList expected;
+        for (int number = 1; number <= 6; ++number) {
+            expected.append("say line " + QByteArray::number(number));
+            script += expected.last() + '\n';
+        }
+        const CliOutcome outcome = it.run({u"-"_s}, script);
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(it.server.commands(), expected);
+        QCOMPARE(dropped, QStringList());
+        QVERIFY2(it.leastApart() >= leastPause, qPrintable(QString::number(it.leastApart())));
+        QVERIFY(it.times.last() - it.times.first() < 2 * 5 * 750); // but no slower than it must be
+    }
+
+    void theListOfAHardServerIsReadAndItsDoubtsAreTold()
+    {
+        PracticeOptions options = PracticeOptions::cod2();
+        options.players = 40;
+        CliWithServer it(options);
+        const CliOutcome outcome = it.run({u"players"_s, u"--json"_s});
+        QCOMPARE(outcome.status, 0);
+        QVERIFY2(outcome.errors.contains("loses a character now and then"), outcome.errors.constData());
+        QVERIFY(QJsonDocument::fromJson(outcome.output).array().size() >= 38); // a line feed can be what is lost
+    }
+
+    void aHardServersRefusalIsOne()
+    {
+        CliWithServer it(PracticeOptions::cod2());
+        it.cli.setPassword(u"wrong"_s);
+        const CliOutcome outcome = it.run({u"status"_s});
+        QCOMPARE(outcome.status, 4);
+        QCOMPARE(outcome.output, "Invalid password.\n");
+    }
+
+    void questionsAreAskedAgainOverALineThatLosesAThird_data()
+    {
+        QTest::addColumn<QString>("word");
+        for (const auto &word : {u"status"_s, u"players"_s, u"query"_s})
+            QTest::newRow(qPrintable(word)) << word;
+    }
+    void questionsAreAskedAgainOverALineThatLosesAThird()
+    {
+        QFETCH(QString, word);
+        for (quint32 seed = 1; seed <= 4; ++seed) {
+            PracticeOptions options;
+            options.players = 4; // one datagram
+            options.lossPercent = 33;
+            options.seed = seed;
+            options.latencyMs = 30;
+            CliWithServer it(options);
+            const CliOutcome outcome = it.run({u"--timeout"_s, u"0.8"_s, u"--retries"_s, u"15"_s, word});
+            QVERIFY2(outcome.status == 0, outcome.errors.constData());
+            QCOMPARE(outcome.output.count('\n'), word == "status"_L1 ? 8 : 5); // heads, players, an empty line
+        }
+    }
+
+    void aScriptGoesOnOverABadLineAndItsAnswersStayInPlace()
+    {
+        PracticeOptions options;
+        options.lossPercent = 30;
+        options.seed = 3;
+        CliWithServer it(options);
+        const CliOutcome outcome =
+            it.run({u"--timeout"_s, u"0.8"_s, u"--retries"_s, u"15"_s, u"sv_hostname"_s, u"nosuch"_s, u"g_gametype"_s});
+        QCOMPARE(outcome.status, 5);
+        const QByteArray output = outcome.output;
+        QVERIFY2(output.indexOf("\"sv_hostname\" is") < output.indexOf("Unknown command \"nosuch\"") &&
+                     output.indexOf("Unknown command \"nosuch\"") < output.indexOf("\"g_gametype\" is"),
+                 output.constData());
+    }
+
+    void anAnswerThatComesAfterTheSecondCopyIsNotThatToTheNextCommand()
+    {
+        CliWithServer it;
+        it.server.setLatency(1000);
+        it.server.answer("one", {"first\n"});
+        it.server.answer("two", {"second\n"});
+        const CliOutcome outcome = it.run({u"--timeout"_s, u"0.8"_s, u"--retries"_s, u"2"_s, u"one"_s, u"two"_s});
+        QCOMPARE(outcome.output, "first\nsecond\n");
+    }
+
+    void aCheckFindsOutTheHardServersHabit()
+    {
+        CliWithServer it(PracticeOptions::cod2());
+        const CliOutcome outcome = it.run({u"check"_s});
+        QCOMPARE(outcome.status, 0);
+        QVERIFY2(outcome.output.contains("Servers that cut like this lose a character"), outcome.output.constData());
+    }
+};
+
+GUILESS_TEST(CliBadLineTest)
+#include "tst_cli_bad_line.moc"

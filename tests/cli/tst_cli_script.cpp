@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include "cli/exit_status.h"
+#include "cli/masking.h"
+#include "cli/script.h"
+#include "cli/wrong_usage.h"
+#include "test_class.h"
+
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Commands as they are, and pauses as their milliseconds.
+QStringList shown(const QList<ScriptStep> &steps)
+{
+    QStringList texts;
+    for (const ScriptStep &step : steps)
+        texts.append(step.kind == ScriptStep::Kind::Sleep ? QString::number(step.pause.count()) : step.command);
+    return texts;
+}
+
+QString complaintAbout(const QString &script)
+{
+    try {
+        (void)readScript(script);
+        return {};
+    } catch (const WrongUsage &wrong) {
+        return wrong.text();
+    }
+}
+
+QString complaintAboutCommands(const QStringList &commands)
+{
+    try {
+        (void)stepsOf(commands);
+        return {};
+    } catch (const WrongUsage &wrong) {
+        return wrong.text();
+    }
+}
+
+} // namespace
+
+class CliScriptTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aLineIsACommand()
+    {
+        QCOMPARE(
+            shown(readScript(
+                u"# evening\r\nsay one  two \r\n\n\tsay #1 // no comment\n  # also one\nSleep 1.5\nsleep 0\nlast"_s)),
+            QStringList({u"say one  two"_s, u"say #1 // no comment"_s, u"1500"_s, u"0"_s, u"last"_s}));
+        QCOMPARE(shown(readScript({})), QStringList());
+    }
+
+    void theLineThatCannotBeSentIsNamed()
+    {
+        QCOMPARE(complaintAbout(u"say a\nsleep\n"_s),
+                 u"Line 2: sleep takes a number of seconds from 0 to 86400, not \"\"."_s);
+        QVERIFY(complaintAbout(u"sleep -1"_s).startsWith(u"Line 1: sleep takes"_s));
+        QVERIFY(complaintAbout(u"\n\nsay \u0142"_s).startsWith(u"Line 3 has characters"_s));
+        QVERIFY(complaintAbout(u"say a\n"_s + QString(1024, u'x')).startsWith(u"Line 2 has 1024 bytes"_s));
+        QCOMPARE(complaintAbout(u"sleeper 1\nsay what?\nsay \u20ac"_s), QString()); // all have a byte
+    }
+
+    void aCommandHas1023Bytes()
+    {
+        QCOMPARE(stepsOf({QString(1023, u'x')}).size(), 1);
+        QVERIFY(complaintAboutCommands({QString(1024, u'x')}).contains(u"1024 bytes"_s));
+        QVERIFY(complaintAboutCommands({u"a"_s, QString(1024, u'x')}).startsWith(u"Command 2 has"_s));
+    }
+
+    void aCommandIsOneLineOfReadableCharacters()
+    {
+        QVERIFY(complaintAboutCommands({u" "_s}).contains(u"is empty"_s));
+        QVERIFY(complaintAboutCommands({u"a\nb"_s}).contains(u"line end"_s));
+        QVERIFY(complaintAboutCommands({u"a\rb"_s}).contains(u"line end"_s));
+        QVERIFY(complaintAboutCommands({u"say \U0001F600"_s}).contains(u"cannot read"_s));
+        QCOMPARE(shown(stepsOf({u"# no comment here"_s, u"sleep 1"_s})),
+                 QStringList({u"# no comment here"_s, u"sleep 1"_s}));
+    }
+
+    void aRequestWithItsPasswordMayBeCut()
+    {
+        QVERIFY(!mayBeCut(QString(1023 - 5 - 3, u'x'), u"pw"_s));
+        QVERIFY(mayBeCut(QString(1023 - 5 - 2, u'x'), u"pw"_s));
+    }
+
+    void aReplyIsJudgedByTheBeginningsOfItsLines_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("reply");
+        QTest::addColumn<int>("status");
+        const auto row = [](const char *command, const char *reply, int status) {
+            QTest::addRow("%s: %s", command, reply)
+                << QString::fromLatin1(command) << QString::fromLatin1(reply) << status;
+        };
+        row("say a", "", 0);
+        row("foo", "Unknown command \"foo\"\n", 5);
+        row("clientkick 9", "Client 9 is not active\n", 5);
+        row("clientkick 99", "Bad client slot: 99\n", 5);
+        row("tell", "Usage: tell <client number> <text>\n", 5);
+        row("status", "Bad rconpassword.\n", 4);
+        row("status", "Invalid password.\n", 4);
+        row("status", "Bad rcon", 4);
+        row("foo", "late rest of a log\nUnknown command \"foo\"\n", 5);
+        row("status", "map: mp_a\n  0 0 50 1 Unknown command \"status\"^7 50\n", 0);
+        row("status", "map: mp_a\n  0 0 50 1 Client 9 is not active\n", 0);
+        row("kick all", "Unknown command^7 was kicked\n", 0);
+        row("kick all", "Bad rconpassword.^7 was kicked\n", 0);
+        row("fdir *.cfg", "---\n/server.cfg\nusage: of it.cfg\n2 files listed\n", 0);
+        row("g_gametype", "\"g_gametype\" is: \"dm\"\n", 0);
+    }
+    void aReplyIsJudgedByTheBeginningsOfItsLines()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, reply);
+        QTEST(static_cast<int>(statusOfReply(command, reply)), "status");
+    }
+
+    void aPasswordBecomesAsterisks()
+    {
+        QCOMPARE(withoutPassword(u"a secret, secretsecret"_s, u"secret"_s), u"a ******, ************"_s);
+        QCOMPARE(withoutPassword(u"a"_s, {}), u"a"_s);
+    }
+
+    void soDoesOneThatHasLostACharacterBetweenTwoDatagrams_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("after");
+        QTest::addColumn<bool>("isLossy");
+        QTest::addColumn<QString>("masked");
+        QTest::newRow("middle") << u"is sec"_s << u"et!"_s << true << u"is *****!"_s;
+        QTest::newRow("first") << u"is "_s << u"ecret!"_s << true << u"is *****!"_s;
+        QTest::newRow("last") << u"is secre"_s << u"!"_s << true << u"is *****!"_s;
+        QTest::newRow("nothing lost") << u"is sec"_s << u"ret!"_s << false << u"is ******!"_s;
+        QTest::newRow("another word") << u"is sec"_s << u"et!"_s << false << u"is secet!"_s;
+    }
+    void soDoesOneThatHasLostACharacterBetweenTwoDatagrams()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, after);
+        QFETCH(bool, isLossy);
+        const QList<ReplyPiece> pieces{{0, isLossy}, {before.size(), false}};
+        QTEST(withoutPassword(before + after, pieces, u"secret"_s), "masked");
+    }
+};
+
+GUILESS_TEST(CliScriptTest)
+#include "tst_cli_script.moc"
