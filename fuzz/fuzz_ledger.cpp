@@ -3,6 +3,7 @@
 #include "fuzz.h"
 #include "ledger/ledger_entry.h"
 #include "ledger/traffic_mask.h"
+#include "rcon/request_size.h"
 #include "rcon/shown_command.h"
 
 #include <QJsonDocument>

@@ -2,6 +2,7 @@
 #include "ledger_entry.h"
 
 #include "base/wire_text.h"
+#include "rcon/request_size.h"
 #include "rcon/shown_command.h"
 
 #include <algorithm>
@@ -24,7 +25,7 @@ std::optional<QString> readPartOf(const SentCopy &copy, const QString &command)
 {
     if (copy.datagram.size() <= headerSize + longestRequest)
         return std::nullopt;
-    const qsizetype before = QByteArrayView("rcon ").size() + toAnsi(copy.password).size() + 1;
+    const qsizetype before = requestSize({}, copy.password);
     const qsizetype read = std::max<qsizetype>(longestRequest - before, 0);
     return command.left(fromAnsi(copy.datagram.mid(headerSize + before, read)).size());
 }
