@@ -27,6 +27,7 @@ protected:
     {
         return tell(title, preset);
     }
+    QString showReadQuestion(const QString &title, const QString &) override { return tell(title, {}); }
 
 private:
     QString tell(const QString &title, const QString &text)

@@ -134,6 +134,15 @@ QString DialogPrompts::showFileQuestion(const QString &title, const QString &pre
     return accepted(dialog) ? dialog.selectedFiles().value(0) : QString();
 }
 
+QString DialogPrompts::showReadQuestion(const QString &title, const QString &filter)
+{
+    QFileDialog dialog(programWindow(), title, QDir::currentPath(), filter);
+    dialog.setObjectName(u"cdobj"_s);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return accepted(dialog) ? dialog.selectedFiles().value(0) : QString();
+}
+
 void DialogPrompts::close()
 {
     closed = true;

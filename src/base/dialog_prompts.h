@@ -17,6 +17,7 @@ protected:
     QString showTextQuestion(const QString &prompt, const QString &title, const QString &preset,
                              const BelowLine &below) override;
     QString showFileQuestion(const QString &title, const QString &preset, const QString &suffix) override;
+    QString showReadQuestion(const QString &title, const QString &filter) override;
 
 private:
     [[nodiscard]] bool accepted(QDialog &dialog);

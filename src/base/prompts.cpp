@@ -52,6 +52,13 @@ QString Prompts::askFileName(const QString &title, const QString &preset, const 
     return showFileQuestion(title, preset, suffix);
 }
 
+QString Prompts::askFileToRead(const QString &title, const QString &filter)
+{
+    open.append({.title = title, .text = {}});
+    const auto closed = qScopeGuard([this] { open.removeLast(); });
+    return showReadQuestion(title, filter);
+}
+
 void Prompts::notify(const Box &box, BroughtBy by)
 {
     const auto isLike = [&box](const Box &other) { return other.title == box.title; };

@@ -46,6 +46,8 @@ public:
     QString askText(const QString &prompt, const QString &title, const QString &preset, const BelowLine &below = {});
     /// Asks under which name to save; empty when cancelled. `suffix` is added to a name without one.
     QString askFileName(const QString &title, const QString &preset, const QString &suffix);
+    /// Asks for a file that is to be read; empty when cancelled. `filter` is what Qt's file dialog takes.
+    QString askFileToRead(const QString &title, const QString &filter);
     /// Closes what is open as if it had been cancelled, and shows nothing from now on.
     virtual void close() = 0;
     /// How many boxes and questions are open, one over the other.
@@ -66,6 +68,7 @@ protected:
     virtual QString showTextQuestion(const QString &prompt, const QString &title, const QString &preset,
                                      const BelowLine &below) = 0;
     virtual QString showFileQuestion(const QString &title, const QString &preset, const QString &suffix) = 0;
+    virtual QString showReadQuestion(const QString &title, const QString &filter) = 0;
 
 private:
     void notify(const Box &box, BroughtBy by);

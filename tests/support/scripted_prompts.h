@@ -19,7 +19,7 @@ public:
 
     QList<Answer> answers;           ///< to the coming boxes
     QStringList lines;               ///< answers to the coming questions for a text or a file name
-    QList<QStringList> asked;        ///< title, prompt or suffix, and preset of each such question
+    QList<QStringList> asked;        ///< title, prompt, suffix or filter, and preset of each such question
     std::function<void()> whileOpen; ///< happens while a box is open
     bool closed = false;
 
@@ -43,6 +43,10 @@ protected:
     QString showFileQuestion(const QString &title, const QString &preset, const QString &suffix) override
     {
         return askLine({title, suffix, preset});
+    }
+    QString showReadQuestion(const QString &title, const QString &filter) override
+    {
+        return askLine({title, filter, {}});
     }
 
 private:
