@@ -28,6 +28,7 @@ private:
     [[nodiscard]] bool populateTabs();
     [[nodiscard]] bool visitTabs();
     [[nodiscard]] bool visitWindows();
+    static void addUnknownMap();
     [[nodiscard]] static bool waitUntilChecked(const QWidget &shown);
     [[nodiscard]] bool takePicture(QWidget &shown, const QString &name);
     [[nodiscard]] bool save(const QPixmap &picture, const QString &name) const;
