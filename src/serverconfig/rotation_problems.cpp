@@ -10,9 +10,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// `words`, but not more of them than one can read.
+QString shortened(const QString &words)
+{
+    constexpr qsizetype most = 60;
+    return words.size() <= most ? words : words.first(most) + u"..."_s;
+}
+
 QString quoted(const QString &words)
 {
-    return u'"' + words + u'"';
+    return u'"' + shortened(words) + u'"';
 }
 
 QString oddReason(const QString &odd)
@@ -26,12 +33,12 @@ QString oddReason(const QString &odd)
 
 QString gametypeReason(const QString &gametype)
 {
-    return u"unknown game type "_s + gametype + u": the game has none of this name, only a mod could"_s;
+    return u"unknown game type "_s + shortened(gametype) + u": the game has none of this name, only a mod could"_s;
 }
 
 QString mapReason(const QString &map, bool areServersMaps)
 {
-    return u"unknown map "_s + map +
+    return u"unknown map "_s + shortened(map) +
            (areServersMaps ? u": the server's list does not have it"_s
                            : u": the game has none of this name, and the server's list has not been read"_s);
 }
@@ -40,9 +47,9 @@ QString mapReason(const QString &map, bool areServersMaps)
 QString letterReason(const QString &words)
 {
     if (words.contains(u'"'))
-        return words + u": a quotation mark ends the rotation"_s;
+        return shortened(words) + u": a quotation mark ends the rotation"_s;
     if (fromAnsi(toAnsi(words)) != words)
-        return words + u": has letters that cannot be sent"_s;
+        return shortened(words) + u": has letters that cannot be sent"_s;
     return {};
 }
 

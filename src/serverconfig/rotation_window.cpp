@@ -31,6 +31,7 @@ namespace {
 
 const QString title = u"Map rotation"_s;
 constexpr qint64 largestFile = 1024 * 1024;
+constexpr qsizetype mostProblems = 200; // that are listed; a text that is no rotation has thousands
 
 QString presetPath(const IniFile &ini)
 {
@@ -315,9 +316,13 @@ void RotationWindow::showProblems()
         problems.append({row, u"too long: the server would not read this line whole, nor those behind it"_s});
     model.mark(problems);
     ui->lstrotproblems->clear();
-    for (const auto &[row, reason] : problems) {
+    for (const auto &[row, reason] : problems.first(std::min(problems.size(), mostProblems))) {
         auto *item = new QListWidgetItem(u"Line %1: %2"_s.arg(row + 1).arg(reason), ui->lstrotproblems);
         item->setData(Qt::UserRole, row);
+    }
+    if (problems.size() > mostProblems) {
+        auto *item = new QListWidgetItem(u"and %1 more"_s.arg(problems.size() - mostProblems), ui->lstrotproblems);
+        item->setData(Qt::UserRole, problems.at(mostProblems).row);
     }
 }
 

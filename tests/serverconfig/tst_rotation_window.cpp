@@ -317,6 +317,20 @@ private slots:
         QCOMPARE(it.rows(u"lstrotproblems"_s).size(), 2);
     }
 
+    void aTextThatIsNoRotationHasItsFirstProblemsListed()
+    {
+        const RotationHands it;
+        it.read(QString(60'000, u'x'));
+        QCOMPARE(it.rows(u"lstrotproblems"_s),
+                 QStringList({u"Line 1: \""_s + QString(60, u'x') +
+                                  u"...\": odd words, neither \"gametype\" nor \"map\" stands before them"_s,
+                              u"Line 1: too long: the server would not read this line whole, nor those behind it"_s}));
+        it.read(u"map a "_s.repeated(10'000));
+        QCOMPARE(it.rows(u"lstrotproblems"_s).size(), 201);
+        QCOMPARE(it.rows(u"lstrotproblems"_s).constLast(), u"and 9801 more"_s); // and that it is too long
+        QVERIFY2(it.label(u"lblrotlength"_s).endsWith(u": too long"_s), qPrintable(it.label(u"lblrotlength"_s)));
+    }
+
     void theLengthIsThatOfTheRequestAsItIsSent()
     {
         RotationHands it;
