@@ -10,6 +10,7 @@
 #include "base/wire_text.h"
 #include "known_server.h"
 #include "misc_page.h"
+#include "preset_box.h"
 #include "rcon/request_size.h"
 #include "rcon/server_fields.h"
 #include "rcon/services.h"
@@ -46,18 +47,17 @@ QString counted(qsizetype bytes)
 } // namespace
 
 RotationWindow::RotationWindow(const Services &services_, MiscPage &misc_, const KnownServer &known_, QWidget *parent)
-    : QWidget(parent),
-      services(services_),
-      misc(misc_),
-      known(known_),
-      presets(presetPath(services_.ini)),
-      ui(std::make_unique<Ui::RotationWindow>())
+    : QWidget(parent), services(services_), misc(misc_), known(known_), ui(std::make_unique<Ui::RotationWindow>())
 {
     ui->setupUi(this);
     addCloseKey(*this);
     setUpList();
     wireButtons();
-    wirePresets();
+    presets = new PresetBox(
+        {ui->comrotpreset, ui->cmdrotsave, ui->cmdrotdelete}, presetPath(services.ini), services.prompts,
+        [this] { return model.text(); }, this);
+    connect(presets, &PresetBox::chosen, &model, &RotationModel::setText);
+    connect(presets, &PresetBox::done, ui->lblrotdone, &QLabel::setText);
     for (QListWidget *list : {ui->lstrotpreview, ui->lstrotproblems})
         showPlaceholder(list);
     ui->lstrotproblems->setWordWrap(true);
@@ -75,7 +75,7 @@ void RotationWindow::begin()
         model.setText(*rotation);
     showRotation(); // The time of day and the password may be others by now.
     ui->lblrotdone->clear();
-    showPresets();
+    presets->list();
 }
 
 void RotationWindow::setUpList()
@@ -119,14 +119,6 @@ void RotationWindow::wireButtons()
     const auto chooseLine = [this](const QListWidgetItem *problem) { choose(problem->data(Qt::UserRole).toInt(), 1); };
     connect(ui->lstrotproblems, &QListWidget::itemClicked, this, chooseLine);
     connect(ui->lstrotproblems, &QListWidget::itemActivated, this, chooseLine);
-}
-
-void RotationWindow::wirePresets()
-{
-    connect(ui->comrotpreset, &QComboBox::textActivated, this, &RotationWindow::usePreset);
-    connect(ui->comrotpreset, &QComboBox::editTextChanged, this, &RotationWindow::enableButtons);
-    connect(ui->cmdrotsave, &QPushButton::clicked, this, &RotationWindow::cmdrotsave_Click);
-    connect(ui->cmdrotdelete, &QPushButton::clicked, this, &RotationWindow::cmdrotdelete_Click);
 }
 
 void RotationWindow::cmdrotserver_Click()
@@ -176,57 +168,6 @@ void RotationWindow::moveLines(int by)
         model.move(chosen, before);
 }
 
-void RotationWindow::usePreset(const QString &name)
-{
-    const PresetList list = presets.contents();
-    if (isRefused(list.fault))
-        return;
-    if (const qsizetype index = list.indexOf(name); index >= 0)
-        model.setText(list.presets.at(index).rotation);
-}
-
-void RotationWindow::cmdrotsave_Click()
-{
-    const QString name = presetName();
-    if (name.isEmpty()) {
-        services.prompts.inform(u"Type a name for the preset first"_s, title);
-        return;
-    }
-    const PresetList list = presets.contents();
-    if (isRefused(list.fault))
-        return;
-    const qsizetype index = list.indexOf(name);
-    if (index >= 0 &&
-        services.prompts.ask({u"Replace preset"_s,
-                              u"There is a preset of this name already. Replace it?\r"_s + list.presets.at(index).name,
-                              BoxIcon::Question, BoxButtons::YesNo}) != Answer::Yes)
-        return;
-    if (isRefused(presets.put({name, model.text()})))
-        return;
-    showPresets();
-    ui->comrotpreset->setEditText(name);
-    ui->lblrotdone->setText(u"Saved as "_s + name);
-}
-
-void RotationWindow::cmdrotdelete_Click()
-{
-    const QString name = presetName();
-    if (services.prompts.ask({u"Delete preset"_s, u"Delete this preset?\r"_s + name, BoxIcon::Question,
-                              BoxButtons::YesNo}) != Answer::Yes ||
-        isRefused(presets.remove(name)))
-        return;
-    showPresets();
-    ui->lblrotdone->setText(name + u" is deleted; its maps stay here until you close the window"_s);
-}
-
-bool RotationWindow::isRefused(const QString &fault)
-{
-    if (!fault.isEmpty())
-        services.prompts.refuse(
-            u"The presets cannot be used: %1\rThe file is left as it is:\r%2"_s.arg(fault, presets.path()), title);
-    return !fault.isEmpty();
-}
-
 void RotationWindow::cmdrotcopy_Click()
 {
     misc.editRotation(model.text());
@@ -248,19 +189,6 @@ void RotationWindow::showMenu(QPoint place)
     addMenuItem(menu, u"actrotup"_s, u"Move &up"_s, any, [this] { moveLines(-1); });
     addMenuItem(menu, u"actrotdown"_s, u"Move do&wn"_s, any, [this] { moveLines(+1); });
     menu->popup(ui->lstrotation->viewport()->mapToGlobal(place));
-}
-
-void RotationWindow::showPresets()
-{
-    const QString shown = ui->comrotpreset->currentText();
-    const PresetList list = presets.contents();
-    ui->comrotpreset->clear();
-    for (const RotationPreset &preset : list.presets)
-        ui->comrotpreset->addItem(preset.name);
-    ui->comrotpreset->setCurrentIndex(-1);
-    ui->comrotpreset->setEditText(list.indexOf(shown) >= 0 ? shown : QString());
-    enableButtons();
-    (void)isRefused(list.fault);
 }
 
 void RotationWindow::showKnown()
@@ -315,6 +243,9 @@ void RotationWindow::showProblems()
     if (const int row = firstUnreadRow(model.rows(), services.fields.password()); row >= 0)
         problems.append({row, u"too long: the server would not read this line whole, nor those behind it"_s});
     model.mark(problems);
+    if (problems == shownProblems)
+        return; // What is being clicked at stays.
+    shownProblems = problems;
     ui->lstrotproblems->clear();
     for (const auto &[row, reason] : problems.first(std::min(problems.size(), mostProblems))) {
         auto *item = new QListWidgetItem(u"Line %1: %2"_s.arg(row + 1).arg(reason), ui->lstrotproblems);
@@ -340,7 +271,6 @@ void RotationWindow::enableButtons()
     ui->cmdrotdouble->setEnabled(any);
     ui->cmdrotremove->setEnabled(any);
     ui->cmdrotundo->setEnabled(model.canUndo());
-    ui->cmdrotdelete->setEnabled(ui->comrotpreset->findText(presetName(), Qt::MatchFixedString) >= 0);
 }
 
 void RotationWindow::choose(int first, int count)
@@ -361,11 +291,6 @@ QList<int> RotationWindow::chosenLines() const
         lines.append(index.row());
     std::ranges::sort(lines);
     return lines;
-}
-
-QString RotationWindow::presetName() const
-{
-    return ui->comrotpreset->currentText().trimmed();
 }
 
 void RotationWindow::changeEvent(QEvent *event)

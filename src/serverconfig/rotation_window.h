@@ -2,7 +2,6 @@
 #pragma once
 
 #include "rotation_model.h"
-#include "rotation_presets.h"
 
 #include <QWidget>
 
@@ -11,6 +10,7 @@
 
 class KnownServer;
 class MiscPage;
+class PresetBox;
 struct Services;
 
 namespace Ui {
@@ -35,18 +35,14 @@ protected:
 private:
     void setUpList();
     void wireButtons();
-    void wirePresets();
     void onListKey(const QKeySequence &keys, const std::function<void()> &handler);
     void cmdrotserver_Click();
     void cmdrotfile_Click();
     void cmdrotadd_Click();
-    void cmdrotsave_Click();
-    void cmdrotdelete_Click();
     void cmdrotcopy_Click();
     void cmdrotconfig_Click();
     void moveLines(int by);
     void showMenu(QPoint place);
-    void showPresets();
     void showKnown();
     void showMaps();
     void showRotation();
@@ -54,16 +50,14 @@ private:
     void showLength();
     void enableButtons();
     void choose(int first, int count);
-    void usePreset(const QString &name);
-    [[nodiscard]] bool isRefused(const QString &fault);
     [[nodiscard]] QList<int> chosenLines() const;
-    [[nodiscard]] QString presetName() const;
 
     const Services &services;
     MiscPage &misc;
     const KnownServer &known;
-    const PresetFile presets;
     std::unique_ptr<Ui::RotationWindow> ui;
     RotationModel model;
+    PresetBox *presets;
     QString shownText; ///< about which the notes are
+    QList<RotationProblem> shownProblems;
 };
