@@ -37,54 +37,58 @@ QList<QStringView> wordsOf(QStringView text)
     return words;
 }
 
-/// Takes one word after the other, as the game does.
+/// Takes one word after the other, as the game does. What lies between two maps has one order, whatever the text's: odd
+/// words, game types without a map, and the game type of the next map. So it stays the same when it is written.
 class RowReader final {
 public:
     void keyword(QStringView word, QStringView value)
     {
-        if (isWord(word, mapKeyword)) {
-            const bool names = !named.isEmpty();
-            if (names)
-                gametype = std::exchange(named, {});
-            rows.append({.gametype = gametype, .map = value.toString(), .namesGametype = names, .odd = {}});
-        } else {
+        if (!isWord(word, mapKeyword)) {
             endNamed();
             named = value.toString();
+            return;
         }
+        const bool names = !named.isEmpty();
+        if (names)
+            gametype = std::exchange(named, {});
+        endOdd();
+        rows.append({.gametype = gametype, .map = value.toString(), .namesGametype = names, .odd = {}});
     }
-    void oddWord(QStringView word)
-    {
-        // Neighbours are one line, but for the keywords, which stay to be seen.
-        if (!rows.isEmpty() && rows.constLast().isOdd() && !isKeyword(firstOf(rows.constLast().odd)))
-            rows.last().odd += u' ' + word.toString();
-        else
-            addOdd(word.toString());
-    }
+    void oddWord(QStringView word) { odd.append(word.toString()); }
     /// The last word is a keyword without its value.
     void loneKeyword(QStringView word)
     {
         endNamed();
-        addOdd(word.toString().toLower());
+        unused.append(word.toString().toLower());
     }
     QList<RotationRow> end()
     {
         endNamed();
+        endOdd();
         return rows;
     }
 
 private:
-    static QStringView firstOf(QStringView odd) { return odd.left(odd.indexOf(u' ')); }
-    void addOdd(const QString &words) { rows.append({.gametype = {}, .map = {}, .odd = words}); }
     /// A game type that has been named, but no map for it.
     void endNamed()
     {
         if (!named.isEmpty())
-            addOdd(gametypeKeyword + u' ' + std::exchange(named, {}));
+            unused.append(gametypeKeyword + u' ' + std::exchange(named, {}));
+    }
+    void endOdd()
+    {
+        QStringList all = std::exchange(unused, {});
+        if (!odd.isEmpty())
+            all.prepend(std::exchange(odd, {}).join(u' '));
+        for (const QString &words : all)
+            rows.append({.gametype = {}, .map = {}, .odd = words});
     }
 
     QList<RotationRow> rows;
     QString gametype;
     QString named;
+    QStringList odd;
+    QStringList unused;
 };
 
 /// The game type that holds on behind odd words; it was `before`.

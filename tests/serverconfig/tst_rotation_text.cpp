@@ -61,6 +61,8 @@ private slots:
         row("odd words", u"foo map a bar baz"_s, {u"[foo]"_s, u" a"_s, u"[bar baz]"_s});
         row("a keyword takes whatever is next", u"map gametype dm map x"_s, {u" gametype"_s, u"[dm]"_s, u" x"_s});
         row("a game type without a map", u"gametype dm gametype tdm map x"_s, {u"[gametype dm]"_s, u"tdm* x"_s});
+        row("odd words between all that", u"foo gametype sd gametype hq bar map a"_s,
+            {u"[foo bar]"_s, u"[gametype sd]"_s, u"hq* a"_s});
         row("nothing behind a keyword", u"map a MAP"_s, {u" a"_s, u"[map]"_s});
         row("nothing at all behind a game type", u"map a gametype dm map"_s, {u" a"_s, u"[gametype dm]"_s, u"[map]"_s});
     }
