@@ -114,7 +114,9 @@ bool Tour::visitWindows()
     window.findChild<QAction *>(u"helpabout"_s)->trigger();
     window.findChild<QPushButton *>(u"cmdhob"_s)->click();
     window.findChild<QAction *>(u"mcheck"_s)->trigger();
-    for (const QString &name : {u"frmpref"_s, u"frmAbout"_s, u"frmhob"_s, u"frmcheck"_s}) {
+    window.findChild<QAction *>(u"mrotation"_s)->trigger();
+    addUnknownMap();
+    for (const QString &name : {u"frmpref"_s, u"frmAbout"_s, u"frmhob"_s, u"frmcheck"_s, u"frmrotation"_s}) {
         const QWidgetList windows = QApplication::topLevelWidgets();
         const auto found = std::ranges::find(windows, name, &QObject::objectName);
         if (found == windows.end() || !waitUntilChecked(**found) || !takePicture(**found, name + u".png"_s))
@@ -162,6 +164,17 @@ bool Tour::enter(const QString &line, const QAbstractItemModel &ledger)
     const int datagrams = 4; // column
     return waitFor(
         [&] { return ledger.rowCount() > before && ledger.index(before, datagrams).data().toString() != u"0"; });
+}
+
+// So that the picture has a problem to show.
+void Tour::addUnknownMap()
+{
+    for (const QWidget *shown : QApplication::topLevelWidgets()) {
+        if (auto *map = shown->findChild<QComboBox *>(u"comrotmap"_s)) {
+            map->setEditText(u"mp_harbour"_s);
+            shown->findChild<QPushButton *>(u"cmdrotadd"_s)->click();
+        }
+    }
 }
 
 // The connection check takes a few seconds.

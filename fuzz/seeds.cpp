@@ -72,6 +72,7 @@ void writeListings(GameServer &game)
     const QByteArray maps = answerOf(game, u"dir maps/mp d3dbsp"_s);
     write(u"rotation"_s, u"rotation"_s, rotation);
     write(u"rotation"_s, u"files"_s, files);
+    write(u"rotation_text"_s, u"limits"_s, answerOf(game, u"dvarlist scr_*_timelimit"_s));
     write(u"file_listing"_s, u"files"_s, files);
     write(u"map_listing"_s, u"maps"_s, maps);
     write(u"dvar_reply"_s, u"rotation"_s, "sv_maprotation\n" + rotation);
@@ -107,6 +108,14 @@ void writeSmall()
     for (qsizetype index = 0; index < numbers.size(); ++index)
         write(u"numbers"_s, QString::number(index), numbers.at(index));
     write(u"placeholders"_s, u"all"_s, "%ip% runs %SN%, friendly fire %Ff%\n2\n\nsecond\n");
+    const QByteArray rotation = "gametype dm map mp_decoy gametype tdm map mp_toujane map mp_carentan";
+    write(u"rotation_text"_s, u"held"_s, rotation);
+    write(u"rotation_text"_s, u"odd"_s, "map mp_a foo GAMETYPE sd gametype hq bar MAP mp_b gametype dm map");
+    write(u"rotation_text"_s, u"config"_s, "// mine\r\nset sv_mapRotation \"" + rotation + "\"\r\nset g_speed 190\r\n");
+    write(u"rotation_presets"_s, u"two"_s,
+          "{\"presets\":[{\"name\":\"War\",\"rotation\":\"" + rotation +
+              "\"},{\"name\":\"Empty\",\"rotation\":\"\"}]}");
+    write(u"rotation_presets"_s, u"twice"_s, R"({"presets":[{"name":"a","rotation":""},{"name":"A","rotation":""}]})");
     write(u"practice_game"_s, u"asking"_s, "status\nserverinfo\ndvarlist scr_*\nfdir *.cfg\ndir maps/mp d3dbsp\n");
     write(u"practice_game"_s, u"setting"_s, "set g_gametype sd\nscr_sd_timelimit \"5\"\nmap mp_carentan\nmap_rotate\n");
     write(u"practice_game"_s, u"players"_s, "say hello\ntell 1 hi\nclientkick 0\ntempbanclient 1\nexec match.cfg\n");

@@ -24,6 +24,7 @@
 #include "rcon/services.h"
 #include "rcon/session.h"
 #include "rcon/shown_command.h"
+#include "serverconfig/known_server.h"
 #include "serverconfig/maps_page.h"
 #include "serverconfig/misc_page.h"
 #include "serverconfig/modes_page.h"
@@ -117,12 +118,13 @@ void MainWindow::buildPages()
     connect(modsPage, &ModsPage::hobwanted, this, &MainWindow::showhob);
     messagesPage = new MessagesPage(services, serverPage->placeholderVariables());
     miscPage = new MiscPage(services);
+    auto *mapsPage = new MapsPage(services);
+    connect(mapsPage, &MapsPage::mapsread, &others->knownServer(), &KnownServer::takeMaps);
     otherPage = new OtherPage(services);
 
     int tab = 0;
-    for (QWidget *page :
-         std::initializer_list<QWidget *>{new ModesPage(services), new MapsPage(services), new WeaponsPage(services),
-                                          playersPage, modsPage, messagesPage, miscPage, otherPage})
+    for (QWidget *page : std::initializer_list<QWidget *>{new ModesPage(services), mapsPage, new WeaponsPage(services),
+                                                          playersPage, modsPage, messagesPage, miscPage, otherPage})
         pageArea(++tab).setPage(*page);
     state->keep({u"columns"_s, [this] { return playersPage->view().columnState(); },
                  [this](const QString &text) { return playersPage->view().setColumnState(text); }});
@@ -143,6 +145,7 @@ void MainWindow::wirePages()
     connect(&connecting, &Connecting::connected, miscPage, &MiscPage::awaitServer);
     connect(&connecting, &Connecting::rotationread, miscPage, &MiscPage::showRotation);
     connect(&connecting, &Connecting::cfgfilesread, miscPage, &MiscPage::showCfgFiles);
+    connect(serverPage, &ServerPage::variablesread, &others->knownServer(), &KnownServer::takeVariables);
     connect(&connecting, &Connecting::surveyed, playersPage, &PlayersPage::startRefresh);
 
     connect(messagesPage, &MessagesPage::outlookchanged, ui->statusbar, &StatusBar::showCycle);
@@ -221,6 +224,10 @@ void MainWindow::wireMenus()
     connect(ui->Exit, &QAction::triggered, this, &MainWindow::cmdexit_Click);
     connect(ui->cmdexit, &QPushButton::clicked, this, &MainWindow::cmdexit_Click);
     connect(ui->mpref, &QAction::triggered, others.get(), &OtherWindows::mpref_Click);
+    connect(ui->mrotation, &QAction::triggered, this, [this] {
+        load();
+        others->showrotation(*miscPage);
+    });
     connect(ui->helpabout, &QAction::triggered, others.get(), &OtherWindows::helpabout_Click);
     connect(ui->mhelpsite, &QAction::triggered, this, [] { openurl(WebAddress::site); });
     connect(ui->mhelpforum, &QAction::triggered, this, [] { openurl(WebAddress::forum); });

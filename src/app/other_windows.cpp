@@ -8,8 +8,11 @@
 #include "ledger/ledger_window.h"
 #include "mods/hob_window.h"
 #include "preferences_window.h"
+#include "rcon/connecting.h"
 #include "rcon/read_label.h"
 #include "rcon/services.h"
+#include "serverconfig/known_server.h"
+#include "serverconfig/rotation_window.h"
 
 #include <QGuiApplication>
 #include <QWindow>
@@ -18,8 +21,10 @@
 #include <utility>
 
 OtherWindows::OtherWindows(Services &services_, const Connecting &connecting_, QWidget &owner_)
-    : services(services_), connecting(connecting_), owner(owner_)
+    : services(services_), connecting(connecting_), owner(owner_), known(std::make_unique<KnownServer>(services.clock))
 {
+    connect(&connecting, &Connecting::connected, known.get(), &KnownServer::forget);
+    connect(&connecting, &Connecting::disconnected, known.get(), &KnownServer::forget);
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &OtherWindows::watchActivation);
 }
 
@@ -77,6 +82,16 @@ void OtherWindows::mcheck_Click()
     bringUp(*checkWindow, owner);
 }
 
+void OtherWindows::showrotation(MiscPage &misc)
+{
+    if (!rotationWindow)
+        rotationWindow = std::make_unique<RotationWindow>(services, misc, *known);
+    const bool begins = !rotationWindow->isVisible();
+    bringUp(*rotationWindow, owner);
+    if (begins)
+        rotationWindow->begin();
+}
+
 void OtherWindows::hide()
 {
     for (QWidget *window : windows())
@@ -85,10 +100,12 @@ void OtherWindows::hide()
         ledgerWindow->hide();
     if (bookWindow)
         bookWindow->hide();
+    if (rotationWindow)
+        rotationWindow->hide();
 }
 
-// Boxes and the progress window are not left for the main window: they go away by themselves. Nor are ledger
-// and book, which lie beside the work: the cursor is to stay where the person works.
+// Boxes and the progress window are not left for the main window: they go away by themselves. Nor are ledger, book and
+// map rotation, which lie beside the work: the cursor is to stay where the person works.
 QWidgetList OtherWindows::windows() const
 {
     QWidgetList all{hobWindow.get(), preferencesWindow.get(), aboutWindow.get(), checkWindow.get()};

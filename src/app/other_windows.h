@@ -13,10 +13,13 @@ class CheckWindow;
 class Connecting;
 class HobWindow;
 class KeptBook;
+class KnownServer;
 class Ledger;
 class LedgerWindow;
+class MiscPage;
 class PreferencesWindow;
 class QWindow;
+class RotationWindow;
 struct Services;
 
 /// The windows that the menus and the pages of the main window open. They belong to it and stand in front of it, but
@@ -35,7 +38,11 @@ public:
     void showledger(Ledger &ledger, int number = -1);
     BookWindow &showbook(KeptBook &kept, BookWatch &watch);
     void mcheck_Click();
+    void showrotation(MiscPage &misc);
     void hide();
+
+    /// Is told what the pages read.
+    [[nodiscard]] KnownServer &knownServer() const { return *known; }
 
 signals:
     /// The person has left one of them for the main window, or the main window has come up for the first time.
@@ -58,5 +65,7 @@ private:
     std::unique_ptr<LedgerWindow> ledgerWindow;
     std::unique_ptr<BookWindow> bookWindow;
     std::unique_ptr<CheckWindow> checkWindow;
+    std::unique_ptr<KnownServer> known;
+    std::unique_ptr<RotationWindow> rotationWindow;
     bool wasActive = true; ///< one of them, or none has been yet
 };

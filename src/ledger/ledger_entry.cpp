@@ -4,6 +4,7 @@
 #include "base/wire_text.h"
 #include "known_passwords.h"
 #include "rcon/reply_piece.h"
+#include "rcon/request_size.h"
 #include "rcon/shown_command.h"
 
 #include <algorithm>
@@ -33,7 +34,7 @@ std::optional<QString> readPartOf(const SentCopy &copy, const QString &command)
 {
     if (copy.datagram.size() <= headerSize + longestRequest)
         return std::nullopt;
-    const qsizetype before = QByteArrayView("rcon ").size() + toAnsi(copy.password).size() + 1;
+    const qsizetype before = requestSize({}, copy.password);
     const qsizetype read = std::max<qsizetype>(longestRequest - before, 0);
     return command.left(fromAnsi(copy.datagram.mid(headerSize + before, read)).size());
 }

@@ -54,7 +54,5 @@ private:
 /// How long a command that nobody waits for may take for its answer, and when none is expected any more.
 inline constexpr std::chrono::seconds inTime(3);
 inline constexpr std::chrono::seconds silentAfter(15);
-/// In bytes: what a server reads of a request behind its header.
-inline constexpr qsizetype longestRequest = 1023;
 /// Of a reply in one entry, in characters.
 inline constexpr qsizetype longestKeptReply = 1'000'000;

@@ -11,18 +11,11 @@
 #include "rcon/read_label.h"
 #include "rcon/reading.h"
 #include "rcon/services.h"
+#include "stock_game.h"
 
 #include <QMenu>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-const QStringList stockMaps{u"mp_breakout"_s,  u"mp_brecourt"_s, u"mp_burgundy"_s, u"mp_carentan"_s,
-                            u"mp_dawnville"_s, u"mp_decoy"_s,    u"mp_downtown"_s, u"mp_farmhouse"_s,
-                            u"mp_leningrad"_s, u"mp_matmata"_s,  u"mp_toujane"_s,  u"mp_trainstation"_s};
-
-} // namespace
 
 MapsPage::MapsPage(Services &services_, QWidget *parent)
     : QWidget(parent), services(services_), ui(std::make_unique<Ui::MapsPage>())
@@ -42,7 +35,7 @@ MapsPage::~MapsPage() = default;
 void MapsPage::cmddefmaps_Click()
 {
     ui->lstmaps->clear();
-    ui->lstmaps->addItems(stockMaps);
+    ui->lstmaps->addItems(stockMaps());
     ui->lblread_cmdpopmaps->forget();
 }
 
@@ -70,6 +63,8 @@ void MapsPage::cmdpopmaps_Click()
         if (!names->isEmpty())
             ui->lstmaps->clear(); // The stock maps may have been loaded meanwhile.
         ui->lstmaps->addItems(*names);
+        if (!names->isEmpty())
+            emit mapsread(*names);
     } else {
         scope.leaveTimersHeldOff();
         services.prompts.inform(u"Asked server 3 times for list and none returned"_s, u"No response"_s);

@@ -22,6 +22,10 @@ public:
     explicit MapsPage(Services &services_, QWidget *parent = nullptr);
     ~MapsPage() override;
 
+signals:
+    /// The server has listed its maps.
+    void mapsread(const QStringList &maps);
+
 private:
     void cmddefmaps_Click();
     void cmdpopmaps_Click();

@@ -9,17 +9,11 @@
 #include "output/output.h"
 #include "rcon/conversation.h"
 #include "rcon/services.h"
+#include "rotation_text.h"
+
+#include <QTextCursor>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-// In characters. This is what fits into one datagram. A longer text cannot be a rotation, since it could not be sent
-// back, and it would take long to show: the time for breaking a line without blanks grows with the square of its
-// length.
-constexpr qsizetype longestRotation = 65'507;
-
-} // namespace
 
 MiscPage::MiscPage(Services &services_, QWidget *parent)
     : QWidget(parent), services(services_), ui(std::make_unique<Ui::MiscPage>())
@@ -36,6 +30,23 @@ MiscPage::MiscPage(Services &services_, QWidget *parent)
 }
 
 MiscPage::~MiscPage() = default;
+
+std::optional<QString> MiscPage::serverRotation() const
+{
+    return isRotationTold ? std::optional(txtcurmaprot[0]->toPlainText()) : std::nullopt;
+}
+
+QString MiscPage::editedRotation() const
+{
+    return txtcurmaprot[1]->toPlainText();
+}
+
+void MiscPage::editRotation(const QString &text)
+{
+    QTextCursor all(txtcurmaprot[1]->document());
+    all.select(QTextCursor::Document);
+    all.insertText(text);
+}
 
 void MiscPage::awaitServer()
 {
@@ -68,6 +79,7 @@ void MiscPage::showCfgFiles(const QString &listing)
 
 void MiscPage::forgetServer()
 {
+    isRotationTold = false;
     txtcurmaprot[0]->clear();
     ui->lstcfgs->clear();
     ui->cmdcfgexec->setEnabled(false);
@@ -85,7 +97,7 @@ void MiscPage::cmdsetservedit_Click()
     if (rotation.isEmpty())
         return;
     const Conversation talk(services);
-    talk.tell(u"sv_maprotationcurrent \""_s + rotation + u'"');
+    talk.tell(rotationCommand(rotation));
     talk.note(u"Set Map rotation to Custom choice."_s);
 }
 
@@ -119,6 +131,7 @@ void MiscPage::cmdcfgexec_Click()
 
 void MiscPage::setRotation(const QString &text, bool told)
 {
+    isRotationTold = told;
     QFont font = txtcurmaprot[0]->font();
     font.setBold(!told);
     txtcurmaprot[0]->setFont(font);

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 
 class QPlainTextEdit;
 class QPushButton;
@@ -21,6 +22,12 @@ class MiscPage final : public QWidget {
 public:
     explicit MiscPage(Services &services_, QWidget *parent = nullptr);
     ~MiscPage() override;
+
+    /// What the server has told of its rotation; nothing when it has told nothing.
+    [[nodiscard]] std::optional<QString> serverRotation() const;
+    [[nodiscard]] QString editedRotation() const;
+    /// As if the person had typed it.
+    void editRotation(const QString &text);
 
 public slots:
     /// Shows the texts that stand there until the server has told its rotation and its files.
@@ -43,4 +50,5 @@ private:
     std::unique_ptr<Ui::MiscPage> ui;
     std::array<QPlainTextEdit *, 2> txtcurmaprot;
     std::array<QPushButton *, 2> cmdsmrpaste;
+    bool isRotationTold = false;
 };

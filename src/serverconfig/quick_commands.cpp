@@ -5,6 +5,7 @@
 #include "rcon/conversation.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
+#include "stock_game.h"
 
 #include <array>
 
@@ -12,18 +13,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct GameType {
-    QLatin1StringView prefix;
-    QLatin1StringView confirmation;
-};
-
-constexpr std::array<GameType, 5> gameTypes{{
-    {"sd"_L1, "Mode changed to SD"_L1},
-    {"ctf"_L1, "Mode changed to CTF"_L1},
-    {"tdm"_L1, "Mode changed to TDM"_L1},
-    {"dm"_L1, "Mode changed to DM"_L1},
-    {"hq"_L1, "Mode changed to HeadQuarters"_L1},
-}};
+/// Of each of the game's own types.
+constexpr std::array<QLatin1StringView, stockGameTypes.size()> confirmations{
+    "Mode changed to SD"_L1, "Mode changed to CTF"_L1, "Mode changed to TDM"_L1, "Mode changed to DM"_L1,
+    "Mode changed to HeadQuarters"_L1};
 constexpr int teamDeathmatch = 2;
 
 struct FriendlyFire {
@@ -42,10 +35,10 @@ constexpr std::array<FriendlyFire, 4> friendlyFireModes{{
 
 void switchGameType(const Services &services, int index)
 {
-    if (index < 0 || index >= static_cast<int>(gameTypes.size()))
+    if (index < 0 || index >= static_cast<int>(stockGameTypes.size()))
         return;
-    const GameType &type = gameTypes.at(static_cast<std::size_t>(index));
-    const QString command = u"set g_gametype "_s + type.prefix;
+    const auto type = static_cast<std::size_t>(index);
+    const QString command = u"set g_gametype "_s + stockGameTypes.at(type);
     const QString restart = u"map_restart"_s;
 
     const Conversation talk(services);
@@ -57,7 +50,7 @@ void switchGameType(const Services &services, int index)
     if (services.session.rconnotconnected)
         return;
     talk.wait(1);
-    talk.note(type.confirmation);
+    talk.note(confirmations.at(type));
     if (index == teamDeathmatch)
         talk.tell(restart, true);
     else

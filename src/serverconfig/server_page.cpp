@@ -61,6 +61,7 @@ bool ServerPage::readVariables()
         fill(talk, *box);
 
     hasCome = readGroup(talk, u"scr_*"_s) && hasCome;
+    emit variablesread(talk.reply());
     fill(talk, *ui->txtservermotd);
     fillUnlessEmpty(talk, *ui->chkkillcam);
     fillUnlessEmpty(talk, *ui->chkteamicons);

@@ -27,6 +27,10 @@ public:
 
     [[nodiscard]] PlaceholderVariables placeholderVariables() const;
 
+signals:
+    /// The game's variables have been asked for; `listing` is what has come.
+    void variablesread(const QString &listing);
+
 private:
     void cmdservpop_Click();
     bool readVariables();

@@ -211,7 +211,8 @@ private slots:
         program.click(u"cmdhob"_s);
         program.trigger(u"mpref"_s);
         program.trigger(u"mledger"_s);
-        for (const QString &name : {u"frmhob"_s, u"frmpref"_s, u"frmledger"_s}) {
+        program.trigger(u"mrotation"_s);
+        for (const QString &name : {u"frmhob"_s, u"frmpref"_s, u"frmledger"_s, u"frmrotation"_s}) {
             QWidget *window = otherWindow(name);
             QVERIFY(window);
             window->activateWindow();
@@ -221,7 +222,9 @@ private slots:
                 if (auto *check = window->findChild<QCheckBox *>(box))
                     check->setChecked(true);
             }
-            const QString last = name == u"frmledger" ? u"cmdledgersave"_s : u"cmdexit"_s;
+            const QString last = name == u"frmledger"     ? u"cmdledgersave"_s
+                                 : name == u"frmrotation" ? u"cmdrotconfig"_s
+                                                          : u"cmdexit"_s;
             QWidgetList stops = tabStops(window, window->findChild<QWidget *>(last));
             if (name == u"frmhob") // the walk began behind "Exit", which ends the first line
                 std::ranges::rotate(stops, std::ranges::find(stops, u"cmdhobpop"_s, &QObject::objectName));
