@@ -7,6 +7,7 @@
 
 class ConnectPanel;
 class Connecting;
+class ConsoleHelp;
 class ConsolePanel;
 class MessagePanel;
 class MessagesPage;
@@ -95,6 +96,7 @@ private:
     std::unique_ptr<OtherWindows> others;
     WindowState *state;
     ToolsMenu *tools = nullptr;
+    ConsoleHelp *consoleHelp = nullptr;
     WindowKeys *keys = nullptr;
     bool wasShown = false;
 };

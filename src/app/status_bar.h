@@ -88,6 +88,8 @@ public slots:
     /// What became of the command of that number; `verdict` is empty when it is good, which hides an earlier one.
     void showVerdict(int number, const QString &verdict, const QString &command);
     void showRecording(bool on);
+    /// How far the words of the server are learned; hidden when empty.
+    void showLearning(const QString &progress);
 
 signals:
     /// The person wants to know more of the command of that number.
@@ -103,6 +105,7 @@ private:
     ElidedLabel *lblcycle = nullptr;
     ElidedLabel *lblrefresh = nullptr;
     ElidedLabel *lblanswer = nullptr;
+    ElidedLabel *lbllearn = nullptr;
     ElidedLabel *lblverdict = nullptr;
     RecordMark *lblrecord = nullptr;
     int verdictNumber = 0;
