@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -34,6 +35,12 @@ bool waitFor(const std::function<bool()> &condition)
     return condition();
 }
 
+void pressKey(QWidget &line, int key, const QString &text = {})
+{
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QApplication::sendEvent(&line, &press);
+}
+
 bool failed(const QString &step)
 {
     QTextStream(stderr) << "The walk failed: " << step << Qt::endl;
@@ -53,7 +60,8 @@ bool Tour::showFirstWindow()
 
 bool Tour::walk()
 {
-    if (!waitUntilConnected() || !askServer() || !populateTabs() || !visitTabs() || !visitWindows() || !visitLedger())
+    if (!waitUntilConnected() || !askServer() || !populateTabs() || !visitTabs() || !visitWindows() || !visitLedger() ||
+        !completeLine())
         return false;
     printWhatIsShown();
     return true;
@@ -175,6 +183,24 @@ void Tour::addUnknownMap()
             shown->findChild<QPushButton *>(u"cmdrotadd"_s)->click();
         }
     }
+}
+
+// Of a variable that the tabs have read.
+bool Tour::completeLine()
+{
+    auto *line = window.findChild<QComboBox *>(u"comdirect"_s);
+    line->setFocus();
+    line->clearEditText();
+    for (const QChar each : u"sv_max"_s)
+        pressKey(*line, 0, each);
+    pressKey(*line, Qt::Key_Down);
+    const auto *list = window.findChild<QWidget *>(u"lstcomplete"_s);
+    if (!list || !list->isVisible())
+        return failed(u"the console line did not complete"_s);
+    const bool taken = takePicture(window, u"console-completion.png"_s);
+    pressKey(*line, Qt::Key_Escape);
+    line->clearEditText();
+    return taken;
 }
 
 // The connection check takes a few seconds.

@@ -32,6 +32,7 @@ private:
     [[nodiscard]] bool visitLedger();
     [[nodiscard]] bool enter(const QString &line, const QAbstractItemModel &ledger);
     static void addUnknownMap();
+    [[nodiscard]] bool completeLine();
     [[nodiscard]] static bool waitUntilChecked(const QWidget &shown);
     [[nodiscard]] bool takePicture(QWidget &shown, const QString &name);
     [[nodiscard]] bool save(const QPixmap &picture, const QString &name) const;

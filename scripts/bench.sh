@@ -37,6 +37,7 @@ printf '| what | measured | at most |\n|---|---|---|\n' >"$rows"
 measure "$bin/bench/bench_readers"
 measure "$bin/bench/bench_ledger"
 measure "$bin/bench/bench_book"
+measure "$bin/bench/bench_completion"
 measure "$bin/bench/bench_windows"
 measure "$bin/bench/bench_process" "$bin/src/app/molvark" "$bin/bench/empty_window" "$bin/bench/libfirst_paint.so" \
     "$network" "$bin/practice/molvark-practice"

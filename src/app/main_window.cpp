@@ -5,6 +5,7 @@
 #include "base/prompts.h"
 #include "book_tools.h"
 #include "common_tasks.h"
+#include "console_help.h"
 #include "messages/message_panel.h"
 #include "messages/messages_page.h"
 #include "mods/mods_page.h"
@@ -19,6 +20,7 @@
 #include "rcon/connecting.h"
 #include "rcon/console_panel.h"
 #include "rcon/exchange.h"
+#include "rcon/kept_history.h"
 #include "rcon/read_label.h"
 #include "rcon/server_fields.h"
 #include "rcon/services.h"
@@ -79,6 +81,8 @@ MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Excha
     wireMenus();
     tools = new ToolsMenu(services, exchange, udpclient, *others, *this);
     tools->tell(*ui->statusbar);
+    consoleHelp = new ConsoleHelp(services, exchange, connecting, *this);
+    consoleHelp->tell(*ui->statusbar);
     wireStatusBar();
     wireKeys();
 }
@@ -128,6 +132,8 @@ void MainWindow::buildPages()
         pageArea(++tab).setPage(*page);
     state->keep({u"columns"_s, [this] { return playersPage->view().columnState(); },
                  [this](const QString &text) { return playersPage->view().setColumnState(text); }});
+    state->keep({u"consolehistory"_s, [this] { return consoleHelp->history().text(); },
+                 [this](const QString &text) { return consoleHelp->history().restore(text); }});
 }
 
 void MainWindow::wirePanels()
@@ -374,6 +380,7 @@ void MainWindow::endRun()
             services.output.savemessages_Click(true);
     }
     services.output.showprogress({}, Progress::Replace);
+    consoleHelp->history().save();
     state->save();
 }
 

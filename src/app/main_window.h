@@ -8,6 +8,7 @@
 class BookTools;
 class ConnectPanel;
 class Connecting;
+class ConsoleHelp;
 class ConsolePanel;
 class MessagePanel;
 class MessagesPage;
@@ -99,6 +100,7 @@ private:
     std::unique_ptr<OtherWindows> others;
     WindowState *state;
     ToolsMenu *tools = nullptr;
+    ConsoleHelp *consoleHelp = nullptr;
     WindowKeys *keys = nullptr;
     bool wasShown = false;
 };

@@ -170,11 +170,12 @@ void StatusBar::build()
     lblbook = new ElidedLabel(u"lblbook"_s, this);
     lblbook->setCursor(Qt::PointingHandCursor);
     connect(lblbook, &ElidedLabel::clicked, this, &StatusBar::bookclicked);
+    lbllearn = new ElidedLabel(u"lbllearn"_s, this);
     lblrecord = new RecordMark(this);
     lblanswer = new ElidedLabel(u"lblanswer"_s, this); // more than the rest it is for the moment, so it stands first
     int place = 4;                                     // behind the four at the left, before the button
     for (QLabel *label :
-         std::initializer_list<QLabel *>{lblanswer, lblbook, lblverdict, lblcycle, lblrefresh, lblrecord}) {
+         std::initializer_list<QLabel *>{lblanswer, lblbook, lblverdict, lbllearn, lblcycle, lblrefresh, lblrecord}) {
         insertPermanentWidget(place++, label);
         label->hide();
     }
@@ -265,6 +266,12 @@ void StatusBar::showRecording(bool on)
 {
     if (lblrecord)
         lblrecord->setVisible(on);
+}
+
+void StatusBar::showLearning(const QString &progress)
+{
+    if (lbllearn)
+        lbllearn->display(progress);
 }
 
 void StatusBar::showAnswer(const QString &answer)

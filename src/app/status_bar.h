@@ -91,6 +91,8 @@ public slots:
     void showRecording(bool on);
     /// What is wrong with the player book, or which flagged player has come; hidden when empty.
     void showBook(const QString &text);
+    /// How far the words of the server are learned; hidden when empty.
+    void showLearning(const QString &progress);
 
 signals:
     /// The person wants to know more of the command of that number.
@@ -108,6 +110,7 @@ private:
     ElidedLabel *lblcycle = nullptr;
     ElidedLabel *lblrefresh = nullptr;
     ElidedLabel *lblanswer = nullptr;
+    ElidedLabel *lbllearn = nullptr;
     ElidedLabel *lblverdict = nullptr;
     ElidedLabel *lblbook = nullptr;
     RecordMark *lblrecord = nullptr;

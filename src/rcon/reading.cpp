@@ -22,8 +22,7 @@ bool requireConnection(const Services &services, BroughtBy by)
 
 } // namespace
 
-FlagHolder::FlagHolder(ServerLink::HeldFlag &flag_, const ServerLink::Epoch &epoch)
-    : flag(flag_), isOutermost(!flag_.holders.contains(epoch))
+FlagHolder::FlagHolder(ServerLink::HeldFlag &flag_, const ServerLink::Epoch &epoch_) : flag(flag_), epoch(epoch_)
 {
     flag.holders.append(epoch);
     flag.value = true;
@@ -31,8 +30,8 @@ FlagHolder::FlagHolder(ServerLink::HeldFlag &flag_, const ServerLink::Epoch &epo
 
 FlagHolder::~FlagHolder()
 {
-    flag.holders.removeLast(); // handlers that are nested end before those around them
-    if (isOutermost && !isLeftSet)
+    flag.holders.removeOne(epoch);
+    if (!flag.holders.contains(epoch) && !isLeftSet)
         flag.value = false;
 }
 

@@ -13,11 +13,11 @@
 class ReadLabel;
 struct Services;
 
-/// Sets a flag of the session. Of nested holders the outermost clears it, whatever it was before; holders of another
-/// day or another server do not count.
+/// Sets a flag of the session. Of nested holders the one that ends last clears it, whatever it was before: the
+/// outermost, unless that has ended before its time. Holders of another day or another server do not count.
 class FlagHolder final {
 public:
-    FlagHolder(ServerLink::HeldFlag &flag_, const ServerLink::Epoch &epoch);
+    FlagHolder(ServerLink::HeldFlag &flag_, const ServerLink::Epoch &epoch_);
     ~FlagHolder();
     Q_DISABLE_COPY_MOVE(FlagHolder)
 
@@ -26,7 +26,7 @@ public:
 
 private:
     ServerLink::HeldFlag &flag;
-    const bool isOutermost;
+    const ServerLink::Epoch epoch;
     bool isLeftSet = false;
 };
 
@@ -66,7 +66,7 @@ public:
 
     /// The server has answered all that was asked of it.
     void setAnswered() { isAnswered = true; }
-    /// Replies are shown again from now on.
+    /// Replies are shown again from now on, but for those to a reading inside this one.
     void endCollecting() { collecting.reset(); }
     /// Replies stay silent afterwards, until another reading ends.
     void leaveCollecting() { collecting->leaveSet(); }

@@ -166,3 +166,17 @@ QStringList passwordsSetBy(const QString &comm)
     found.removeDuplicates();
     return found;
 }
+
+bool holdsPassword(const QString &comm, const QString &password)
+{
+    if (!password.isEmpty() && comm.contains(password))
+        return true;
+    const auto partsWords = [](QChar each) { return endsWord(each) || each == u';'; };
+    for (QStringView rest = comm; !rest.isEmpty();) {
+        const qsizetype end = std::ranges::find_if(rest, partsWords) - rest.begin();
+        if (rest.first(end).endsWith("password"_L1, Qt::CaseInsensitive))
+            return true;
+        rest = rest.sliced(std::min(end + 1, rest.size()));
+    }
+    return false;
+}

@@ -16,3 +16,6 @@
 /// What `comm` sets such variables to, in each way in which a server can read it. Words of less than four letters are
 /// left out, unless they are the whole value of "rcon_password": asterisks over them would tell more than they hide.
 [[nodiscard]] QStringList passwordsSetBy(const QString &comm);
+
+/// Whether a line is not to be kept: a word in it is the name of such a variable, or `password` occurs in it.
+[[nodiscard]] bool holdsPassword(const QString &comm, const QString &password);

@@ -237,6 +237,32 @@ private slots:
         walkTabs(program, points <= 9 && size.height() > 700);
     }
 
+    void theListOfTheConsoleLine_data() { everyOtherWindow_data(); }
+
+    void theListOfTheConsoleLine()
+    {
+        QFETCH(QPalette, palette);
+        QFETCH(int, points);
+        QApplication::setPalette(palette);
+        setPoints(points);
+        Program program;
+        program.start();
+        program.window.resize(1024, 700);
+        auto *line = program.find<QComboBox>(u"comdirect"_s);
+        line->setFocus();
+        QTest::keyClicks(line, u"sv_mapr"_s);
+        QApplication::processEvents();
+        const auto *list = program.find<QAbstractItemView>(u"lstcomplete"_s);
+        QVERIFY(list->isVisible());
+        checkWindow(&program.window);
+        const QPalette colours = list->palette();
+        QVERIFY(contrast(colours.color(QPalette::Active, QPalette::HighlightedText),
+                         colours.color(QPalette::Active, QPalette::Highlight)) >= 3);
+        const auto *popup = program.find<QWidget>(u"frmcomplete"_s);
+        QVERIFY(popup->autoFillBackground()); // nothing of the window is seen through it
+        QVERIFY(program.window.rect().contains(popup->geometry()));
+    }
+
     void everyTabAfterAChangeOfThePalette()
     {
         Program program;

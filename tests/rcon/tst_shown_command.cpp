@@ -74,6 +74,33 @@ private slots:
         QTEST(starredCommand(command, u"s3cret"_s), "starred");
     }
 
+    void aLineThatHoldsAPasswordIsFound_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<bool>("holds");
+        const auto row = [](const char *command, bool holds) {
+            QTest::newRow(command) << QString::fromLatin1(command) << holds;
+        };
+        row("g_password x", true);
+        row("set sv_privatePassword \"x\"", true);
+        row("RCON_PASSWORD", true);
+        row("seta g_password\"x\"", true);
+        row("exec a;g_password x", true);
+        row("vstr g_password;status", true);
+        row("say my s3cret", true);
+        row("say no passwords here", false);
+        row("set g_passwords x", false);
+        row("status", false);
+        row("", false);
+    }
+
+    void aLineThatHoldsAPasswordIsFound()
+    {
+        QFETCH(QString, command);
+        QTEST(holdsPassword(command, u"s3cret"_s), "holds");
+        QCOMPARE(holdsPassword(u"say my s3cret"_s, {}), false);
+    }
+
     void thePasswordCanBePartOfTheWord()
     {
         QCOMPARE(starredCommand(u"g_password abc"_s, u"password"_s), u"g_******** ***"_s);
