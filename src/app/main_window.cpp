@@ -74,7 +74,7 @@ MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Excha
     addTabs();
     wirePanels();
     wireMenus();
-    tools = new ToolsMenu(services, exchange, udpclient, *others, *this);
+    tools = new ToolsMenu(services, connecting, exchange, udpclient, *others, *this);
     tools->tell(*ui->statusbar);
     wireStatusBar(exchange);
     wireKeys();
@@ -274,6 +274,7 @@ void MainWindow::load()
     services.session.options = loadPreferences(ini);
     playersPage->showPreferences();
     state->restoreRest();
+    tools->load();
 }
 
 void MainWindow::autoConnect()

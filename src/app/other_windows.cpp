@@ -9,6 +9,7 @@
 #include "preferences_window.h"
 #include "rcon/read_label.h"
 #include "rcon/services.h"
+#include "timetable/timetable_window.h"
 
 #include <QGuiApplication>
 #include <QWindow>
@@ -68,6 +69,13 @@ void OtherWindows::mcheck_Click()
     bringUp(*checkWindow, owner);
 }
 
+void OtherWindows::showtimetable(Timetable &timetable)
+{
+    if (!timetableWindow)
+        timetableWindow = std::make_unique<TimetableWindow>(timetable, services.prompts);
+    bringUp(*timetableWindow, owner);
+}
+
 void OtherWindows::hide()
 {
     for (QWidget *window : windows())
@@ -80,7 +88,8 @@ void OtherWindows::hide()
 // lies beside the work: the cursor is to stay where the person works.
 QWidgetList OtherWindows::windows() const
 {
-    QWidgetList all{hobWindow.get(), preferencesWindow.get(), aboutWindow.get(), checkWindow.get()};
+    QWidgetList all{hobWindow.get(), preferencesWindow.get(), aboutWindow.get(), checkWindow.get(),
+                    timetableWindow.get()};
     all.removeAll(nullptr);
     return all;
 }

@@ -14,6 +14,8 @@ class Ledger;
 class LedgerWindow;
 class PreferencesWindow;
 class QWindow;
+class Timetable;
+class TimetableWindow;
 struct Services;
 
 /// The windows that the menus and the pages of the main window open. They belong to it and stand in front of it, but
@@ -31,6 +33,7 @@ public:
     /// At the entry of that number, if it is kept.
     void showledger(Ledger &ledger, int number = -1);
     void mcheck_Click();
+    void showtimetable(Timetable &timetable);
     void hide();
 
 signals:
@@ -53,5 +56,6 @@ private:
     std::unique_ptr<AboutWindow> aboutWindow;
     std::unique_ptr<LedgerWindow> ledgerWindow;
     std::unique_ptr<CheckWindow> checkWindow;
+    std::unique_ptr<TimetableWindow> timetableWindow;
     bool wasActive = true; ///< one of them, or none has been yet
 };

@@ -191,10 +191,12 @@ void StatusBar::build()
         lblverdict->display({});
         emit verdictclicked(verdictNumber);
     });
+    lbltimetable = new ElidedLabel(u"lbltimetable"_s, this);
     lblrecord = new RecordMark(this);
     lblanswer = new ElidedLabel(u"lblanswer"_s, this); // more than the rest it is for the moment, so it stands first
     int place = 4;                                     // behind the four at the left, before the button
-    for (QLabel *label : std::initializer_list<QLabel *>{lblanswer, lblverdict, lblcycle, lblrefresh, lblrecord}) {
+    for (QLabel *label :
+         std::initializer_list<QLabel *>{lblanswer, lblverdict, lbltimetable, lblcycle, lblrefresh, lblrecord}) {
         insertPermanentWidget(place++, label);
         label->hide();
     }
@@ -296,6 +298,11 @@ void StatusBar::showRecording(bool on)
 {
     if (lblrecord)
         lblrecord->setVisible(on);
+}
+
+void StatusBar::showTimetable(const QString &result)
+{
+    lbltimetable->display(result);
 }
 
 void StatusBar::showAnswer(const QString &answer)

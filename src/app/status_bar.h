@@ -88,6 +88,8 @@ public slots:
     /// What became of the command of that number; `verdict` is empty when it is good, which hides an earlier one.
     void showVerdict(int number, const QString &verdict, const QString &command);
     void showRecording(bool on);
+    /// What came of the timetable's last list; hidden when empty.
+    void showTimetable(const QString &result);
 
 signals:
     /// The person wants to know more of the command of that number.
@@ -104,6 +106,7 @@ private:
     ElidedLabel *lblrefresh = nullptr;
     ElidedLabel *lblanswer = nullptr;
     ElidedLabel *lblverdict = nullptr;
+    ElidedLabel *lbltimetable = nullptr;
     RecordMark *lblrecord = nullptr;
     int verdictNumber = 0;
     Connecting::State state = Connecting::State::NotConnected;

@@ -312,9 +312,10 @@ private slots:
         program.trigger(u"mledger"_s);
         program.click(u"cmdhob"_s);
         program.trigger(u"mcheck"_s);
+        program.trigger(u"mtimetable"_s);
         program.output.showprogress(u"Working"_s, Progress::Replace);
-        for (const QString &name :
-             {u"frmpref"_s, u"frmAbout"_s, u"frmhob"_s, u"frmledger"_s, u"frmcheck"_s, u"frmprogress"_s}) {
+        for (const QString &name : {u"frmpref"_s, u"frmAbout"_s, u"frmhob"_s, u"frmledger"_s, u"frmcheck"_s,
+                                    u"frmtimetable"_s, u"frmprogress"_s}) {
             const QWidget *window = otherWindow(name);
             QVERIFY2(window, qPrintable(name));
             QApplication::processEvents();

@@ -49,6 +49,7 @@ private slots:
         QTest::newRow("frmhob") << u"cmdhob"_s;
         QTest::newRow("frmledger") << u"mledger"_s;
         QTest::newRow("frmcheck") << u"mcheck"_s;
+        QTest::newRow("frmtimetable") << u"mtimetable"_s;
     }
 
     void theyBelongToTheMainWindowAndStandInItsMiddle()
