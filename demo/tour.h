@@ -30,6 +30,7 @@ private:
     [[nodiscard]] bool visitTabs();
     [[nodiscard]] bool visitWindows();
     [[nodiscard]] bool visitLedger();
+    [[nodiscard]] bool visitTimetable();
     [[nodiscard]] bool enter(const QString &line, const QAbstractItemModel &ledger);
     [[nodiscard]] static bool waitUntilChecked(const QWidget &shown);
     [[nodiscard]] bool takePicture(QWidget &shown, const QString &name);
