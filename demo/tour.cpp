@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDeadlineTimer>
 #include <QDir>
@@ -61,7 +62,7 @@ bool Tour::showFirstWindow()
 bool Tour::walk()
 {
     if (!waitUntilConnected() || !askServer() || !populateTabs() || !visitTabs() || !visitWindows() || !visitLedger() ||
-        !completeLine())
+        !completeLine() || !visitTimetable())
         return false;
     printWhatIsShown();
     return true;
@@ -162,6 +163,34 @@ bool Tour::visitLedger()
     const bool isTaken = takePicture(ledger, u"frmledger.png"_s);
     ledger.close();
     return isTaken;
+}
+
+bool Tour::visitTimetable()
+{
+    window.findChild<QAction *>(u"mtimetable"_s)->trigger();
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto found = std::ranges::find(windows, u"frmtimetable"_s, &QObject::objectName);
+    if (found == windows.end())
+        return failed(u"no timetable"_s);
+    QWidget &timetable = **found;
+    const auto add = [&timetable](const QString &name, const QString &commands, const QString &when) {
+        timetable.findChild<QPushButton *>(u"cmdttadd"_s)->click();
+        timetable.findChild<QLineEdit *>(u"txtttname"_s)->setText(name);
+        timetable.findChild<QPlainTextEdit *>(u"txtttcommands"_s)->setPlainText(commands);
+        timetable.findChild<QComboBox *>(u"comttwhen"_s)->setCurrentText(when);
+        timetable.findChild<QCheckBox *>(u"chkttday_4"_s)->setChecked(true);
+        timetable.findChild<QCheckBox *>(u"chkttactive"_s)->setChecked(true);
+    };
+    add(u"Fresh map when nobody is there"_s, u"map_restart"_s, u"when empty"_s);
+    add(u"Friday night"_s, u"say Match night: the server restarts its map\nset g_password letmein\nmap_restart"_s,
+        u"at a time"_s);
+    timetable.findChild<QPushButton *>(u"cmdttrun"_s)->click();
+    const auto *results = timetable.findChild<QListWidget *>(u"lstttresults"_s);
+    const bool isDone = waitFor(
+        [results] { return results->count() > 0 && results->item(0)->text().contains(u"the server answered"_s); });
+    const bool isTaken = isDone && takePicture(timetable, u"frmtimetable.png"_s);
+    timetable.close();
+    return isTaken || failed(u"the timetable's list was not answered"_s);
 }
 
 bool Tour::enter(const QString &line, const QAbstractItemModel &ledger)

@@ -30,6 +30,7 @@ private:
     [[nodiscard]] bool visitTabs();
     [[nodiscard]] bool visitWindows();
     [[nodiscard]] bool visitLedger();
+    [[nodiscard]] bool visitTimetable();
     [[nodiscard]] bool enter(const QString &line, const QAbstractItemModel &ledger);
     static void addUnknownMap();
     [[nodiscard]] bool completeLine();

@@ -79,7 +79,7 @@ MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Excha
     addTabs();
     wirePanels();
     wireMenus();
-    tools = new ToolsMenu(services, exchange, udpclient, *others, *this);
+    tools = new ToolsMenu(services, connecting, exchange, udpclient, *others, *this);
     tools->tell(*ui->statusbar);
     consoleHelp = new ConsoleHelp(services, exchange, connecting, *this);
     consoleHelp->tell(*ui->statusbar);
@@ -298,6 +298,7 @@ void MainWindow::load()
     playersPage->showPreferences();
     state->restoreRest();
     book->load(ini);
+    tools->load();
 }
 
 void MainWindow::autoConnect()

@@ -13,6 +13,7 @@
 #include "rcon/services.h"
 #include "serverconfig/known_server.h"
 #include "serverconfig/rotation_window.h"
+#include "timetable/timetable_window.h"
 
 #include <QGuiApplication>
 #include <QWindow>
@@ -92,23 +93,31 @@ void OtherWindows::showrotation(MiscPage &misc)
         rotationWindow->begin();
 }
 
-void OtherWindows::hide()
+void OtherWindows::showtimetable(Timetable &timetable)
 {
-    for (QWidget *window : windows())
-        window->hide();
-    if (ledgerWindow)
-        ledgerWindow->hide();
-    if (bookWindow)
-        bookWindow->hide();
-    if (rotationWindow)
-        rotationWindow->hide();
+    if (!timetableWindow)
+        timetableWindow = std::make_unique<TimetableWindow>(timetable, services.prompts);
+    bringUp(*timetableWindow, owner);
 }
 
-// Boxes and the progress window are not left for the main window: they go away by themselves. Nor are ledger, book and
-// map rotation, which lie beside the work: the cursor is to stay where the person works.
+void OtherWindows::hide()
+{
+    for (QWidget *window : windows() + besides())
+        window->hide();
+}
+
+// Boxes and the progress window are not left for the main window: they go away by themselves. Nor are those that lie
+// beside the work: the cursor is to stay where the person works.
 QWidgetList OtherWindows::windows() const
 {
     QWidgetList all{hobWindow.get(), preferencesWindow.get(), aboutWindow.get(), checkWindow.get()};
+    all.removeAll(nullptr);
+    return all;
+}
+
+QWidgetList OtherWindows::besides() const
+{
+    QWidgetList all{ledgerWindow.get(), bookWindow.get(), rotationWindow.get(), timetableWindow.get()};
     all.removeAll(nullptr);
     return all;
 }

@@ -20,6 +20,8 @@ class MiscPage;
 class PreferencesWindow;
 class QWindow;
 class RotationWindow;
+class Timetable;
+class TimetableWindow;
 struct Services;
 
 /// The windows that the menus and the pages of the main window open. They belong to it and stand in front of it, but
@@ -39,6 +41,7 @@ public:
     BookWindow &showbook(KeptBook &kept, BookWatch &watch);
     void mcheck_Click();
     void showrotation(MiscPage &misc);
+    void showtimetable(Timetable &timetable);
     void hide();
 
     /// Is told what the pages read.
@@ -54,6 +57,7 @@ signals:
 
 private:
     [[nodiscard]] QWidgetList windows() const;
+    [[nodiscard]] QWidgetList besides() const;
     void watchActivation(const QWindow *active);
 
     Services &services;
@@ -67,5 +71,6 @@ private:
     std::unique_ptr<CheckWindow> checkWindow;
     std::unique_ptr<KnownServer> known;
     std::unique_ptr<RotationWindow> rotationWindow;
+    std::unique_ptr<TimetableWindow> timetableWindow;
     bool wasActive = true; ///< one of them, or none has been yet
 };

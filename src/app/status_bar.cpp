@@ -171,11 +171,13 @@ void StatusBar::build()
     lblbook->setCursor(Qt::PointingHandCursor);
     connect(lblbook, &ElidedLabel::clicked, this, &StatusBar::bookclicked);
     lbllearn = new ElidedLabel(u"lbllearn"_s, this);
+    lbltimetable = new ElidedLabel(u"lbltimetable"_s, this);
     lblrecord = new RecordMark(this);
     lblanswer = new ElidedLabel(u"lblanswer"_s, this); // more than the rest it is for the moment, so it stands first
     int place = 4;                                     // behind the four at the left, before the button
     for (QLabel *label :
-         std::initializer_list<QLabel *>{lblanswer, lblbook, lblverdict, lbllearn, lblcycle, lblrefresh, lblrecord}) {
+         std::initializer_list<QLabel *>{lblanswer, lblbook, lblverdict, lbltimetable, lbllearn, lblcycle, lblrefresh,
+                                         lblrecord}) {
         insertPermanentWidget(place++, label);
         label->hide();
     }
@@ -272,6 +274,12 @@ void StatusBar::showLearning(const QString &progress)
 {
     if (lbllearn)
         lbllearn->display(progress);
+}
+
+void StatusBar::showTimetable(const QString &result)
+{
+    if (lbltimetable)
+        lbltimetable->display(result);
 }
 
 void StatusBar::showAnswer(const QString &answer)

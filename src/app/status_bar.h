@@ -93,6 +93,8 @@ public slots:
     void showBook(const QString &text);
     /// How far the words of the server are learned; hidden when empty.
     void showLearning(const QString &progress);
+    /// What came of the timetable's last list; hidden when empty.
+    void showTimetable(const QString &result);
 
 signals:
     /// The person wants to know more of the command of that number.
@@ -113,6 +115,7 @@ private:
     ElidedLabel *lbllearn = nullptr;
     ElidedLabel *lblverdict = nullptr;
     ElidedLabel *lblbook = nullptr;
+    ElidedLabel *lbltimetable = nullptr;
     RecordMark *lblrecord = nullptr;
     int verdictNumber = 0;
     Connecting::State state = Connecting::State::NotConnected;

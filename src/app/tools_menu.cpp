@@ -4,16 +4,21 @@
 #include "ledger/ledger_watch.h"
 #include "ledger/recorder.h"
 #include "other_windows.h"
+#include "rcon/connecting.h"
 #include "rcon/services.h"
 #include "status_bar.h"
+#include "timetable/timetable.h"
 
 #include <QAction>
 
 using namespace Qt::StringLiterals;
 
-ToolsMenu::ToolsMenu(const Services &services, const Exchange &exchange, const UDPClient &udpclient,
-                     OtherWindows &others_, QWidget &window)
+ToolsMenu::ToolsMenu(const Services &services_, const Connecting &connecting_, const Exchange &exchange,
+                     const UDPClient &udpclient_, OtherWindows &others_, QWidget &window)
     : QObject(&window),
+      services(services_),
+      connecting(connecting_),
+      udpclient(udpclient_),
       others(others_),
       ledgerWatch(new LedgerWatch(exchange, udpclient, services.clock, this)),
       recorder(new Recorder(exchange, udpclient, ledgerWatch->ledger().passwords(), services.output, services.prompts,
@@ -21,6 +26,7 @@ ToolsMenu::ToolsMenu(const Services &services, const Exchange &exchange, const U
 {
     const auto item = [&window](QLatin1StringView name) { return window.findChild<QAction *>(name); };
     connect(item("mledger"_L1), &QAction::triggered, this, [this] { others.showledger(ledgerWatch->ledger()); });
+    connect(item("mtimetable"_L1), &QAction::triggered, this, [this] { others.showtimetable(timetableNow()); });
     connect(item("mcheck"_L1), &QAction::triggered, &others, &OtherWindows::mcheck_Click);
 
     connect(&others, &OtherWindows::checksent, &ledgerWatch->ledger(),
@@ -34,15 +40,38 @@ ToolsMenu::ToolsMenu(const Services &services, const Exchange &exchange, const U
     });
 }
 
-void ToolsMenu::tell(StatusBar &statusBar)
+void ToolsMenu::tell(StatusBar &statusBar_)
 {
-    connect(&ledgerWatch->ledger(), &Ledger::judged, &statusBar, [&statusBar](const LedgerEntry &entry) {
-        statusBar.showVerdict(entry.number, isGood(entry.verdict) ? QString() : verdictWord(entry.verdict),
-                              entry.command);
+    statusBar = &statusBar_;
+    connect(&ledgerWatch->ledger(), &Ledger::judged, statusBar, [bar = statusBar](const LedgerEntry &entry) {
+        bar->showVerdict(entry.number, isGood(entry.verdict) ? QString() : verdictWord(entry.verdict), entry.command);
     });
-    connect(&statusBar, &StatusBar::verdictclicked, this,
+    connect(statusBar, &StatusBar::verdictclicked, this,
             [this](int number) { others.showledger(ledgerWatch->ledger(), number); });
-    connect(recorder, &Recorder::recordingchanged, &statusBar, &StatusBar::showRecording);
+    connect(recorder, &Recorder::recordingchanged, statusBar, &StatusBar::showRecording);
+}
+
+void ToolsMenu::load()
+{
+    if (Timetable::isKept())
+        (void)timetableNow();
+}
+
+Timetable &ToolsMenu::timetableNow()
+{
+    if (timetable)
+        return *timetable;
+    timetable = new Timetable(services, udpclient, this);
+    timetable->setConnected(connecting.state() == Connecting::State::Connected);
+    connect(&connecting, &Connecting::statechanged, timetable,
+            [this](Connecting::State state) { timetable->setConnected(state == Connecting::State::Connected); });
+    connect(&ledgerWatch->ledger(), &Ledger::judged, timetable, [this](const LedgerEntry &entry) {
+        timetable->takeVerdict(entry.number, isGood(entry.verdict), verdictWord(entry.verdict));
+    });
+    connect(timetable, &Timetable::told, statusBar, &StatusBar::showTimetable);
+    if (const QString trouble = timetable->trouble(); !trouble.isEmpty())
+        statusBar->showTimetable(trouble);
+    return *timetable;
 }
 
 const Ledger &ToolsMenu::ledger() const

@@ -59,6 +59,18 @@ Fate Conversation::tellOnce(const QString &comm, const std::function<bool(const 
     return isAlone && !services.session.rconarrived ? Fate::Silent : Fate::Disturbed;
 }
 
+int Conversation::tellAside(const QString &comm) const
+{
+    return isOpen() ? services.link.exchange.sendaside(comm) : 0;
+}
+
+bool Conversation::isElsewhere() const
+{
+    const ServerLink &link = services.link;
+    return link.exchange.isWaitedIn() || link.collecting.holders.contains(link.epoch(services.clock)) ||
+           link.busy.holders.contains(link.epoch(services.clock));
+}
+
 bool Conversation::ask(const QString &comm, bool quietmode) const
 {
     beginStep();

@@ -43,6 +43,11 @@ public:
     /// meet somebody else. Silence is told by the result alone; see `Exchange::sendonce`.
     [[nodiscard]] Fate tellOnce(const QString &comm,
                                 const std::function<bool(const QString &reply)> &isWhole = {}) const;
+    /// Sends a command once, in the time that the strictest server leaves between two, and neither waits for the reply
+    /// nor says anything. Returns the number of the exchange; 0 when it could not be sent.
+    [[nodiscard]] int tellAside(const QString &comm) const;
+    /// True while another handler waits for the server or a page reads: a command would empty its reply.
+    [[nodiscard]] bool isElsewhere() const;
     /// Sends a command whose reply comes in many datagrams, and gives it a second more. False when nothing came, too.
     bool ask(const QString &comm, bool quietmode = true) const;
     /// Sends a query, without the word rcon and the password, once. Throws what UDPClient::SendData throws.

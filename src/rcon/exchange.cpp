@@ -152,6 +152,26 @@ bool Exchange::sendonce(const QString &comm, const std::function<bool(const QStr
     return session.rconarrived && !isOld;
 }
 
+int Exchange::sendaside(const QString &comm)
+{
+    const int generation = udpclient.generation();
+    awaitTurn(comm);
+    if (session.closing || udpclient.generation() != generation)
+        return 0;
+    lastBy = BroughtBy::Tick;
+    const int number = begin(comm);
+    const Sent sent = send(comm, number);
+    timeSending(milliseconds());
+    emit over(number, false);
+    return sent == Sent::Yes ? number : 0;
+}
+
+// A wait that runs across midnight never ends, and nothing is held up by it.
+bool Exchange::isWaitedIn() const
+{
+    return yielding > 0 || resting.contains(clock.now().date());
+}
+
 // What has been sent was sent just now.
 void Exchange::timeSending(qint64 now)
 {
@@ -194,6 +214,8 @@ void Exchange::awaitTurn(const QString &comm)
 void Exchange::rest(qint64 milliseconds_, const std::function<bool()> &isOver)
 {
     const qint64 start = milliseconds();
+    resting.append(QDateTime::fromMSecsSinceEpoch(start).date());
+    const auto rested = qScopeGuard([this] { resting.removeLast(); });
     for (qint64 now = start; !session.closing && !isOver() && now >= start && now < start + milliseconds_;
          now = milliseconds())
         clock.rest(static_cast<double>(start + milliseconds_ - now) / 1000);
@@ -339,12 +361,16 @@ void Exchange::waitseconds(qint16 seconds)
     timeSending(begun.toMSecsSinceEpoch());
     const auto start = static_cast<qint32>(roundHalfToEven(begun.time().msecsSinceStartOfDay() / 1000.0));
     const double end = start + seconds;
+    resting.append(begun.date());
+    const auto rested = qScopeGuard([this] { resting.removeLast(); });
     for (double now = clock.secondsSinceMidnight(); !session.closing && now < end; now = clock.secondsSinceMidnight())
         clock.rest(end - now);
 }
 
 void Exchange::yield()
 {
+    ++yielding;
+    const auto yielded = qScopeGuard([this] { --yielding; });
     QCoreApplication::processEvents();
 }
 
@@ -364,7 +390,7 @@ void Exchange::UDPClient_DataArrival()
 
     // A datagram that comes during this yield does not yield once more: a flood would pile up handlers without end.
     if (!yieldingInArrival) {
-        const QScopedValueRollback yielding(yieldingInArrival, true);
+        const QScopedValueRollback inArrival(yieldingInArrival, true);
         yield();
     }
     session.rconarrived = true;

@@ -6,6 +6,7 @@
 #include "reply_piece.h"
 #include "traffic.h"
 
+#include <QDate>
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -54,6 +55,9 @@ public:
     /// Waits six seconds for the reply, and then one and a half more until `isWhole` finds it complete. True when a
     /// reply has come and no other command has emptied it; boxes only for a closed link and for no route.
     bool sendonce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole);
+    /// Sends one console command a single time, in the time that the strictest server leaves between two, and neither
+    /// waits for the reply nor says anything. Returns its number; 0 when it could not be sent.
+    int sendaside(const QString &comm);
     /// Sends `query` without the word rcon and the password, once, and yields once. Throws what SendData throws.
     void sendquery(const QString &query);
     /// Waits that many seconds by the time of day, from half a second less to half a second more, or until the main
@@ -62,6 +66,8 @@ public:
     /// Tells one exchange from the next: how often something has been asked. A reply that is still being read has been
     /// emptied by another exchange when this has changed.
     [[nodiscard]] int exchanges() const { return asked; }
+    /// True while a handler that began today waits in here: what is sent now would empty its reply.
+    [[nodiscard]] bool isWaitedIn() const;
     /// Which parts of the session's `rconreply` came in one datagram each, in order. Those without text are left out.
     [[nodiscard]] const QList<ReplyPiece> &pieces() const { return replyPieces; }
     /// The password that was sent last by the command that has ended last.
@@ -144,7 +150,8 @@ private:
     const Clock &clock;
     QString lastPassword;
     QList<ReplyPiece> replyPieces;
-    QList<Wait> waits; ///< the outermost first
+    QList<Wait> waits;    ///< the outermost first
+    QList<QDate> resting; ///< since when each handler does that waits, the outermost first
     Steps steps;
     bool isStep = false;
     const CodePage codePage;
@@ -152,6 +159,7 @@ private:
     qint64 staleUntil = 0; ///< when the last answer to an earlier "status" may come
     ReplyPiece arrived;    ///< what the datagram that came last may lack
     int asked = 0;
+    int yielding = 0;       ///< handlers that let the event loop run once
     bool isUntimed = false; ///< something has been sent, and the clock not been read since
     bool isStatusUntimed = false;
     BroughtBy lastBy = BroughtBy::Person;

@@ -29,6 +29,9 @@ public:
     [[nodiscard]] SocketState State() const;
     /// Tells one link from the next; what belongs to an earlier one has nothing more to say.
     [[nodiscard]] int generation() const { return links; }
+    /// Where datagrams go, as found out by `Bind`.
+    [[nodiscard]] QHostAddress address() const { return remoteAddress; }
+    [[nodiscard]] qint32 port() const { return remotePort; }
     void setRemoteHost(const QString &host) { remoteHost = host; }
     void setRemotePort(qint32 port) { remotePort = port; }
 

@@ -6,6 +6,8 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+using namespace Qt::StringLiterals;
+
 std::optional<Fault> readWholeFile(const QString &path, qint64 largest, QByteArray &bytes)
 {
     const QFileInfo info(path);
@@ -41,4 +43,17 @@ std::optional<Fault> replaceWholeFile(const QString &path, const QByteArray &byt
     if (file.write(bytes) != bytes.size() || !file.flush() || !file.commit())
         return lastSystemError(file.errorString());
     return std::nullopt;
+}
+
+QString putFileAside(const QString &path)
+{
+    constexpr int most = 1000;
+    const QFileInfo info(path);
+    for (int number = 1; number <= most; ++number) {
+        const QString aside = u"%1.broken-%2.%3"_s.arg(info.completeBaseName()).arg(number).arg(info.suffix());
+        const QString there = info.path() + u'/' + aside;
+        if (!QFileInfo::exists(there))
+            return QFile::rename(path, there) ? aside : QString();
+    }
+    return {};
 }

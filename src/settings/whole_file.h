@@ -14,3 +14,7 @@
 /// Replaces the file or makes it; when that fails the old one is left whole. A new file is the user's alone, an old one
 /// keeps its permissions.
 [[nodiscard]] std::optional<Fault> replaceWholeFile(const QString &path, const QByteArray &bytes);
+
+/// Gives a broken file a name of its own beside it, "NAME.broken-N.SUFFIX" with the first number that is free; returns
+/// that, or nothing when it cannot be moved.
+[[nodiscard]] QString putFileAside(const QString &path);

@@ -339,9 +339,11 @@ private slots:
         program.click(u"cmdhob"_s);
         program.trigger(u"mcheck"_s);
         program.trigger(u"mrotation"_s);
+        program.trigger(u"mtimetable"_s);
+        program.trigger(u"mbook"_s);
         program.output.showprogress(u"Working"_s, Progress::Replace);
         for (const QString &name : {u"frmpref"_s, u"frmAbout"_s, u"frmhob"_s, u"frmledger"_s, u"frmcheck"_s,
-                                    u"frmrotation"_s, u"frmprogress"_s}) {
+                                    u"frmrotation"_s, u"frmtimetable"_s, u"frmbook"_s, u"frmprogress"_s}) {
             const QWidget *window = otherWindow(name);
             QVERIFY2(window, qPrintable(name));
             QApplication::processEvents();

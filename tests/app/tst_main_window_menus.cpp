@@ -102,8 +102,8 @@ private slots:
         Program program;
         QCOMPARE(items(menu(program, u"Tools"_s)),
                  QStringList({u"mledger: Ledger..."_s, u"mbook: Player book..."_s, u"mcheck: Check connection..."_s,
-                               u"mrecord: Record traffic..."_s, u"mrotation: Map rotation..."_s,
-                               u"mlearn: Learn from this server"_s}));
+                              u"mrecord: Record traffic..."_s, u"mrotation: Map rotation..."_s,
+                              u"mtimetable: Timetable..."_s, u"mlearn: Learn from this server"_s}));
     }
 
     void theHelpMenuHasItsItems()

@@ -50,6 +50,8 @@ private slots:
         QTest::newRow("frmledger") << u"mledger"_s;
         QTest::newRow("frmcheck") << u"mcheck"_s;
         QTest::newRow("frmrotation") << u"mrotation"_s;
+        QTest::newRow("frmtimetable") << u"mtimetable"_s;
+        QTest::newRow("frmbook") << u"mbook"_s;
     }
 
     void theyBelongToTheMainWindowAndStandInItsMiddle()

@@ -1,0 +1,370 @@
+// SPDX-License-Identifier: MIT
+#include "at_request.h"
+#include "connected_program.h"
+#include "other_windows.h"
+#include "window_test.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QJsonDocument>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString fileName = u"molvark-timetable.json"_s;
+
+/// The window of the timetable, as a person uses it.
+struct TimetableHands {
+    explicit TimetableHands(const Beginning &beginning = {}) : on(beginning) { open(); }
+
+    void open()
+    {
+        on.program.trigger(u"mtimetable"_s);
+        window = otherWindow(u"frmtimetable"_s);
+        if (!window)
+            failTest(u"no timetable"_s);
+    }
+    template <typename Widget>
+    [[nodiscard]] Widget *find(const QString &name) const
+    {
+        auto *found = window->findChild<Widget *>(name);
+        if (!found)
+            failTest(u"no control named "_s + name);
+        return found;
+    }
+    void click(const QString &button) const { find<QAbstractButton>(button)->click(); }
+    void type(const QString &line, const QString &text) const
+    {
+        auto *box = find<QLineEdit>(line);
+        box->setText(text);
+        emit box->editingFinished();
+    }
+    void add(const QString &name, const QStringList &commands, const QString &when = u"by hand"_s) const
+    {
+        click(u"cmdttadd"_s);
+        type(u"txtttname"_s, name);
+        find<QPlainTextEdit>(u"txtttcommands"_s)->setPlainText(commands.join(u'\n'));
+        find<QComboBox>(u"comttwhen"_s)->setCurrentText(when);
+    }
+    void activate() const { find<QCheckBox>(u"chkttactive"_s)->setChecked(true); }
+    [[nodiscard]] QStringList rows(const QString &list) const
+    {
+        QStringList texts;
+        const auto *box = find<QListWidget>(list);
+        for (int row = 0; row < box->count(); ++row)
+            texts.append(box->item(row)->text());
+        return texts;
+    }
+    [[nodiscard]] QString result() const { return rows(u"lstttresults"_s).value(rows(u"lstttresults"_s).size() - 1); }
+    [[nodiscard]] QString next() const { return find<QLabel>(u"lblttnext"_s)->text(); }
+    [[nodiscard]] QString status() const
+    {
+        const auto *label = on.program.find<QLabel>(u"lbltimetable"_s);
+        return label->isVisible() ? label->text() : QString();
+    }
+    [[nodiscard]] QTimer *timer() const { return on.program.find<QTimer>(u"tmrtimetable"_s); }
+    /// It is that time by now, and the timer has run out.
+    void comes(const QDateTime &time)
+    {
+        on.program.clock.set(time);
+        QMetaObject::invokeMethod(timer(), "timeout");
+    }
+    [[nodiscard]] QDateTime now() const { return on.program.clock.now(); }
+
+    ConnectedProgram on;
+    QWidget *window = nullptr;
+};
+
+// The clock begins on a Sunday at noon.
+const QDateTime evening(QDate(2006, 3, 5), QTime(20, 30));
+
+} // namespace
+
+/// The timetable, through its window and against a server.
+class TimetableTest final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { failOnWarnings(); }
+
+    void nothingIsThereUntilItIsAskedFor()
+    {
+        ConnectedProgram on;
+        QVERIFY(!on.program.window.findChild<QTimer *>(u"tmrtimetable"_s));
+        on.program.trigger(u"mtimetable"_s);
+        QVERIFY(!on.program.find<QTimer>(u"tmrtimetable"_s)->isActive());
+        QCOMPARE(on.program.file(fileName), QByteArray());
+    }
+
+    void aNewListIsOff()
+    {
+        const TimetableHands it;
+        QCOMPARE(it.rows(u"lsttimetable"_s), QStringList());
+        it.add(u"Friday"_s, {u"say hello"_s}, u"every N minutes"_s);
+        QVERIFY(!it.find<QCheckBox>(u"chkttactive"_s)->isChecked());
+        QVERIFY(!it.timer()->isActive());
+        QCOMPARE(it.rows(u"lsttimetable"_s), QStringList{u"Friday (off)"_s});
+        QCOMPARE(it.next(), u"Nothing is due."_s);
+    }
+
+    void theKindsAreTheirWords()
+    {
+        const TimetableHands it;
+        const auto *kinds = it.find<QComboBox>(u"comttwhen"_s);
+        QStringList words;
+        for (int index = 0; index < kinds->count(); ++index)
+            words.append(kinds->itemText(index));
+        QCOMPARE(words, (QStringList{u"by hand"_s, u"at a time"_s, u"every N minutes"_s, u"when empty"_s}));
+    }
+
+    void runNowSendsOneCommandAfterTheOther()
+    {
+        TimetableHands it;
+        it.add(u"Friday"_s, {u"say one"_s, QString(), u"  say two  "_s, u"say three"_s});
+        const QDateTime before = it.now();
+        it.click(u"cmdttrun"_s);
+        QTRY_COMPARE(it.on.server.commands(), (QList<QByteArray>{"say one", "say two", "say three"}));
+        QVERIFY(before.msecsTo(it.now()) >= 1500);
+        QTRY_VERIFY2(it.result().endsWith(u" Friday: 3 commands sent; the server answered"_s), qPrintable(it.result()));
+        QCOMPARE(it.status(), it.result());
+    }
+
+    void noneIsLostToTheLimitOfRealServers()
+    {
+        TimetableHands it({.practice = PracticeOptions::cod2(), .prepare = {}});
+        QStringList commands;
+        for (int number = 1; number <= 10; ++number)
+            commands.append(u"set timed_%1 %1"_s.arg(number));
+        it.add(u"many"_s, commands);
+        it.click(u"cmdttrun"_s);
+        for (int number = 1; number <= 10; ++number)
+            QTRY_COMPARE(it.on.server.game().dvars().value(u"timed_%1"_s.arg(number)), QString::number(number));
+    }
+
+    void badNewsIsTold()
+    {
+        TimetableHands it;
+        it.on.server.answer("foo", {"Unknown command \"foo\"\n"});
+        it.add(u"Friday"_s, {u"say one"_s, u"foo"_s});
+        it.click(u"cmdttrun"_s);
+        QTRY_VERIFY2(it.result().endsWith(u" Friday: 2 commands sent; foo: unknown command"_s),
+                     qPrintable(it.result()));
+    }
+
+    void runNowNeedsAConnection()
+    {
+        TimetableHands it({.connects = false});
+        it.add(u"Friday"_s, {u"say one"_s});
+        QVERIFY(!it.find<QPushButton>(u"cmdttrun"_s)->isEnabled());
+        it.on.program.connectTo(it.on.server);
+        QVERIFY(it.find<QPushButton>(u"cmdttrun"_s)->isEnabled());
+        it.on.program.click(u"cmdconnect"_s);
+        QVERIFY(!it.find<QPushButton>(u"cmdttrun"_s)->isEnabled());
+    }
+
+    void atItsTimeOnItsDay()
+    {
+        TimetableHands it;
+        it.add(u"evening"_s, {u"say good evening"_s}, u"at a time"_s);
+        it.type(u"txttttime"_s, u"20:30"_s);
+        it.find<QCheckBox>(u"chkttday_6"_s)->setChecked(true);
+        it.activate();
+        QCOMPARE(it.next(), u"Next: evening, Sun 5 Mar 20:30."_s);
+        QVERIFY(it.timer()->isActive());
+        it.comes(evening.addSecs(-60));
+        QCOMPARE(it.on.server.commands(), QList<QByteArray>());
+        it.comes(evening.addMSecs(20));
+        QTRY_COMPARE(it.on.server.commands(), QList<QByteArray>{"say good evening"});
+        QCOMPARE(it.next(), u"Next: evening, Sun 12 Mar 20:30."_s);
+    }
+
+    void everySoManyMinutes()
+    {
+        TimetableHands it;
+        it.add(u"often"_s, {u"say again"_s}, u"every N minutes"_s);
+        it.type(u"txtttminutes"_s, u"10"_s);
+        it.activate();
+        const QDateTime begun = it.now();
+        it.comes(begun.addSecs(602));
+        QTRY_COMPARE(it.on.server.commands().size(), 1);
+        it.comes(begun.addSecs(1202));
+        QTRY_COMPARE(it.on.server.commands(), (QList<QByteArray>{"say again", "say again"}));
+    }
+
+    void whatIsDueWhileDisconnectedIsMissed()
+    {
+        TimetableHands it({.connects = false});
+        it.add(u"evening"_s, {u"say good evening"_s}, u"every N minutes"_s);
+        it.activate();
+        it.comes(it.now().addSecs(1801));
+        QTRY_VERIFY2(it.result().endsWith(u" evening: missed, not connected"_s), qPrintable(it.result()));
+        it.on.program.connectTo(it.on.server);
+        QVERIFY(it.on.program.showsRepliesOf(it.on.server));
+        QVERIFY(!it.on.server.commands().contains("say good evening"));
+    }
+
+    void whatIsDueWhileAPageIsReadIsMissed()
+    {
+        TimetableHands it;
+        it.add(u"often"_s, {u"say again"_s}, u"every N minutes"_s);
+        it.activate();
+        const QDateTime due = it.now().addSecs(1801);
+        bool isReading = false;
+        atRequest(it.on.server, "dvarlist sv_*", [&] {
+            isReading = it.on.program.session.rconbusy;
+            it.comes(due);
+        });
+        it.on.program.click(u"cmdservpop"_s);
+        QVERIFY(isReading);
+        QVERIFY2(it.result().endsWith(u" often: missed, a page was being read or written"_s), qPrintable(it.result()));
+        QVERIFY(!it.on.server.commands().contains("say again"));
+    }
+
+    void whatIsDueWhileAnotherWaitsComesAfterwards()
+    {
+        TimetableHands it;
+        it.add(u"often"_s, {u"say again"_s}, u"every N minutes"_s);
+        it.activate();
+        atRequest(it.on.server, "serverinfo", [&] { it.comes(it.now().addSecs(1801)); });
+        it.on.program.click(u"cmsserverinfo"_s);
+        QVERIFY(!it.on.server.commands().contains("say again"));
+        QMetaObject::invokeMethod(it.on.program.find<QTimer>(u"tmrpostponed"_s), "timeout");
+        QTRY_VERIFY(it.on.server.commands().contains("say again"));
+    }
+
+    void whatTheComputerSleptThroughIsMissed()
+    {
+        TimetableHands it;
+        it.add(u"often"_s, {u"say again"_s}, u"every N minutes"_s);
+        it.activate();
+        it.comes(it.now().addSecs(1800 + 600));
+        QVERIFY2(it.result().endsWith(u" often: missed, the computer slept"_s), qPrintable(it.result()));
+    }
+
+    void whenTheServerIsEmpty()
+    {
+        TimetableHands it({.prepare = {}});
+        while (it.on.server.game().players().count() > 0)
+            it.on.server.game().players().remove(it.on.server.game().players().all().constFirst().slot);
+        it.add(u"empty"_s, {u"map_rotate"_s}, u"when empty"_s);
+        it.type(u"txtttminutes"_s, u"5"_s);
+        it.activate();
+        auto *timer = it.on.program.find<QTimer>(u"tmrcount"_s);
+        QTRY_VERIFY2(it.next().contains(u"empty since"_s), qPrintable(it.next()));
+        const QDateTime begun = it.now();
+        it.on.forget();
+        for (int minute = 1; minute <= 4; ++minute) {
+            it.on.program.clock.set(begun.addSecs(60 * minute));
+            const auto before = it.on.server.requests().size();
+            QMetaObject::invokeMethod(timer, "timeout");
+            QTRY_VERIFY(it.on.server.requests().size() > before);
+        }
+        QVERIFY(!it.on.server.commands().contains("map_rotate"));
+        it.on.program.clock.set(begun.addSecs(301));
+        QMetaObject::invokeMethod(timer, "timeout");
+        QTRY_VERIFY(it.on.server.commands().contains("map_rotate"));
+        it.on.forget();
+        it.on.program.clock.set(begun.addSecs(400));
+        QMetaObject::invokeMethod(timer, "timeout");
+        QTRY_COMPARE(it.on.server.requests().size(), 1);
+        QVERIFY(!it.on.server.commands().contains("map_rotate")); // once for each time that it is empty
+        it.find<QCheckBox>(u"chkttactive"_s)->setChecked(false);
+        QVERIFY(!timer->isActive());
+    }
+
+    void badTimesAreTold()
+    {
+        const TimetableHands it;
+        it.add(u"evening"_s, {u"say x"_s}, u"at a time"_s);
+        it.find<QCheckBox>(u"chkttday_6"_s)->setChecked(true);
+        it.activate();
+        QVERIFY(it.timer()->isActive());
+        it.type(u"txttttime"_s, u"25:99"_s);
+        QCOMPARE(it.find<QLabel>(u"lbltthint"_s)->text(),
+                 u"The time is written like 20:30; as it stands here the list is not sent."_s);
+        QVERIFY(!it.timer()->isActive());
+        it.type(u"txttttime"_s, u"21:00"_s);
+        QCOMPARE(it.find<QLabel>(u"lbltthint"_s)->text(), QString());
+        QVERIFY(it.timer()->isActive());
+    }
+
+    void listsAreThereTheNextTime()
+    {
+        QByteArray kept;
+        {
+            const TimetableHands it({.connects = false});
+            it.add(u"evening"_s, {u"say one"_s, u"say two"_s}, u"at a time"_s);
+            it.find<QCheckBox>(u"chkttday_4"_s)->setChecked(true);
+            it.activate();
+            kept = it.on.program.file(fileName);
+        }
+        QVERIFY(kept.contains("evening"));
+        Program program;
+        program.write(fileName, kept);
+        program.start();
+        QVERIFY(program.find<QTimer>(u"tmrtimetable"_s)->isActive()); // also without its window
+        program.trigger(u"mtimetable"_s);
+        const QWidget *window = otherWindow(u"frmtimetable"_s);
+        QVERIFY(window);
+        QCOMPARE(window->findChild<QListWidget *>(u"lsttimetable"_s)->item(0)->text(), u"evening"_s);
+        QCOMPARE(window->findChild<QPlainTextEdit *>(u"txtttcommands"_s)->toPlainText(), u"say one\nsay two"_s);
+        QCOMPARE(program.file(fileName), kept);
+    }
+
+    void aBrokenFileIsPutAside()
+    {
+        Program program;
+        program.write(fileName, "{broken");
+        program.start();
+        program.trigger(u"mtimetable"_s);
+        const QWidget *window = otherWindow(u"frmtimetable"_s);
+        QCOMPARE(window->findChild<QLabel *>(u"lblttnext"_s)->text(),
+                 u"The timetable was broken and is kept as molvark-timetable.broken-1.json"_s);
+        QCOMPARE(program.file(u"molvark-timetable.broken-1.json"_s), QByteArray("{broken"));
+        window->findChild<QPushButton *>(u"cmdttadd"_s)->click();
+        QVERIFY(program.file(fileName).contains("List 1"));
+    }
+
+    void removingAsks()
+    {
+        TimetableHands it;
+        it.add(u"evening"_s, {u"say one"_s});
+        it.on.program.prompts.answers.append(Answer::No);
+        it.click(u"cmdttremove"_s);
+        QCOMPARE(it.on.program.prompts.takeBoxes().size(), 1);
+        QCOMPARE(it.rows(u"lsttimetable"_s).size(), 1);
+        it.on.program.prompts.answers.append(Answer::Yes);
+        it.click(u"cmdttremove"_s);
+        QCOMPARE(it.on.program.prompts.takeBoxes().size(), 1);
+        QCOMPARE(it.rows(u"lsttimetable"_s).size(), 0);
+    }
+
+    void passwordsAreStarsInResults()
+    {
+        TimetableHands it;
+        it.on.server.answer("set g_password hunter2", {"Unknown command \"set\"\n"});
+        it.add(u"lock"_s, {u"set g_password hunter2"_s});
+        it.click(u"cmdttrun"_s);
+        QTRY_VERIFY2(it.result().contains(u"unknown command"_s), qPrintable(it.result()));
+        QVERIFY(!it.result().contains(u"hunter2"_s));
+    }
+
+    void closingTheProgramEndsARun()
+    {
+        TimetableHands it;
+        it.add(u"many"_s, QStringList(50, u"say x"_s));
+        atRequest(it.on.server, "say x", [&] { it.on.program.window.close(); });
+        it.click(u"cmdttrun"_s);
+        QVERIFY(it.on.server.commands().size() < 50);
+    }
+};
+
+WINDOW_TEST(TimetableTest)
+
+#include "tst_timetable.moc"
