@@ -95,7 +95,7 @@ WatchErrand::WatchErrand(CliOutput &output_, const Asking &asking_, AskSchedule:
 
 void WatchErrand::goOn()
 {
-    nextAt = AskSchedule::Time(since.elapsed()) + interval;
+    nextAt = std::max(nextAt + interval, AskSchedule::Time(since.elapsed())); // what was missed is not made up for
     PlayersErrand::goOn();
 }
 

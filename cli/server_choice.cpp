@@ -95,7 +95,7 @@ QString choosePassword(const std::optional<QByteArray> &file, const QString &env
     if (file && passwordIn(*file).isEmpty())
         throw WrongUsage(u"The password file is empty."_s);
     const QString fileless = environment.isEmpty() ? saved : environment;
-    const QString password = file ? passwordIn(*file) : fileless;
+    QString password = file ? passwordIn(*file) : fileless;
     if (password.isEmpty())
         throw WrongUsage(u"There is no RCON password: name a file with --password-file, set MOLVARK_RCON_PASSWORD, or "
                          "use a saved server that has one."_s);

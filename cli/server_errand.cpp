@@ -4,9 +4,11 @@
 #include "base/fault.h"
 #include "cli_output.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
-ServerErrand::ServerErrand(CliOutput &output_, const Asking &asking_) : Errand(output_), asking(asking_)
+ServerErrand::ServerErrand(CliOutput &output_, Asking asking_) : Errand(output_), asking(std::move(asking_))
 {
     connect(&client, &RconClient::answered, this, &ServerErrand::take);
     connect(&client, &RconClient::unanswered, this, &ServerErrand::endUnanswered);

@@ -18,7 +18,7 @@ class ServerErrand : public Errand {
     Q_OBJECT
 
 public:
-    ServerErrand(CliOutput &output_, const Asking &asking_);
+    ServerErrand(CliOutput &output_, Asking asking_);
 
     void begin() override;
     [[nodiscard]] bool isLookingUp() const override { return client.isLookingUp(); }

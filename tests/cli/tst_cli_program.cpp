@@ -9,6 +9,10 @@
 #include <memory>
 #include <vector>
 
+#ifdef Q_OS_UNIX
+#include <csignal>
+#endif
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -244,7 +248,7 @@ private slots:
         it.server.answer("status", {table});
         it.cli.start(it.withServer({u"watch"_s, u"1"_s}));
         QTRY_COMPARE_WITH_TIMEOUT(it.server.requests().size(), 3, 20'000);
-        it.cli.process.terminate();
+        QCOMPARE(kill(static_cast<pid_t>(it.cli.process.processId()), SIGINT), 0);
         const CliOutcome outcome = it.cli.end();
         QCOMPARE(outcome.status, 0);
         QCOMPARE(outcome.errors, QByteArray());
@@ -348,6 +352,8 @@ private slots:
     void thePasswordIsSeenNowhere()
     {
         CliWithServer it;
+        it.server.answer("g_gametype", {"Bad rcon, practice"});
+        QVERIFY(it.run({u"check"_s}).output.contains("refused with \"Bad rcon, ********\""));
         it.server.answer("foo", {"it is prac", "tice, and practice\n"});
         it.server.answer("status",
                          {QByteArray(table).replace("BandAid", "practice").replace("^1Band^2Aid", "^1prac^2tice")});
@@ -395,19 +401,23 @@ private slots:
     void interruptedItEndsWith130_data()
     {
         QTest::addColumn<QStringList>("words");
-        QTest::newRow("waiting for an answer") << QStringList{u"--timeout"_s, u"60"_s, u"say"_s, u"a"_s};
-        QTest::newRow("in a pause") << QStringList{u"--script"_s, u"pause"_s};
-        QTest::newRow("in a check") << QStringList{u"--timeout"_s, u"60"_s, u"check"_s};
+        QTest::addColumn<int>("signal");
+        const QStringList waiting{u"--timeout"_s, u"60"_s, u"say"_s, u"a"_s};
+        QTest::newRow("waiting for an answer") << waiting << SIGINT;
+        QTest::newRow("the system ends it") << waiting << SIGTERM;
+        QTest::newRow("in a pause") << QStringList{u"--script"_s, u"pause"_s} << SIGINT;
+        QTest::newRow("in a check") << QStringList{u"--timeout"_s, u"60"_s, u"check"_s} << SIGINT;
     }
     void interruptedItEndsWith130()
     {
         QFETCH(QStringList, words);
+        QFETCH(int, signal);
         CliWithServer it;
         it.server.setSilent(!words.contains(u"pause"_s));
         it.cli.writeFile(u"pause"_s, "say a\nsleep 3600\nsay b\n");
         it.cli.start(it.withServer(words));
         QTRY_COMPARE_WITH_TIMEOUT(it.server.requests().size(), 1, 20'000);
-        it.cli.process.terminate();
+        QCOMPARE(kill(static_cast<pid_t>(it.cli.process.processId()), signal), 0);
         QCOMPARE(it.cli.end().status, 130);
         QCOMPARE(it.server.requests().size(), 1);
     }
@@ -424,9 +434,8 @@ private slots:
                                  20'000);
         // It may still be on its way to the reading: then the signal ends it there or at its first line.
         QTimer again;
-        QObject::connect(&again, &QTimer::timeout, &it.cli.process, [&it] {
-            QProcess::execute(u"kill"_s, {u"-INT"_s, QString::number(it.cli.process.processId())});
-        });
+        QObject::connect(&again, &QTimer::timeout, &it.cli.process,
+                         [&it] { kill(static_cast<pid_t>(it.cli.process.processId()), SIGINT); });
         again.start(200);
         QCOMPARE(it.cli.end().status, 130);
         QCOMPARE(it.server.requests().size(), 0);
