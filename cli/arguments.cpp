@@ -37,20 +37,20 @@ The server:
                        (Otherwise: MOLVARK_RCON_PASSWORD in the environment,
                        else that of the saved server.)
 What is sent:
-  --script FILE        read the commands from a file: one a line, lines that begin
-                       with "#" are comments, "sleep SECONDS" is a pause
+  --script FILE        read the commands from a file, one a line; lines with
+                       "#" first are comments, "sleep SECONDS" is a pause
   --timeout SECONDS    wait that long for the answer to each copy (3)
-  --retries N          send so many further copies while no answer comes (0; 2 for
-                       status, players, query and check, which change nothing)
+  --retries N          send so many further copies while no answer comes (0; 2
+                       for status, players, query and check)
   --json, --csv        what players prints
   -h, --help           print this help
   -v, --version        print the version
 
-Exit status: 0 done, 2 wrong usage, 3 no answer, 4 password refused, 5 the server
-said that it could not be done, 130 interrupted.
+Exit status: 0 done, 2 wrong usage, 3 no answer, 4 password refused,
+5 the server said that it could not be done, 130 interrupted.
 
 Examples:
-  molvark-cli --server game.example.org --password-file ~/.rcon say Restart at six
+  molvark-cli --server game.example.org --password-file ~/.rcon say Hello
   molvark-cli --saved 1 "g_gametype sd" map_restart
   molvark-cli --saved game.example.org players --json
   printf '%s\n' "say Good night" "sleep 10" killserver | molvark-cli --saved 1 -
