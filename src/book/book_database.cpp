@@ -59,8 +59,8 @@ bool BookDatabase::Rows::next()
     return false;
 }
 
-BookDatabase::BookDatabase(const QString &path, Access access)
-    : file(path), name(u"player book %1"_s.arg(++connections))
+BookDatabase::BookDatabase(QString path, Access access)
+    : file(std::move(path)), name(u"player book %1"_s.arg(++connections))
 {
     const QString driver = u"QSQLITE"_s;
     if (!QSqlDatabase::isDriverAvailable(driver))
@@ -71,10 +71,10 @@ BookDatabase::BookDatabase(const QString &path, Access access)
     connection.setConnectOptions(access == Access::Read ? wait + u";QSQLITE_OPEN_READONLY"_s : wait);
     if (connection.open())
         return;
-    const BookFault reason = fault(connection.lastError());
+    const QSqlError error = connection.lastError();
     connection = {};
     QSqlDatabase::removeDatabase(name);
-    throw reason;
+    throw fault(error);
 }
 
 BookDatabase::~BookDatabase()
@@ -100,9 +100,9 @@ QSqlQuery &BookDatabase::prepared(const QString &sql, const QVariantList &values
     for (qsizetype at = 0; at < values.size(); ++at)
         query->bindValue(static_cast<int>(at), stored(values.at(at)));
     if (!query->exec()) {
-        const BookFault reason = fault(query->lastError());
+        const QSqlError error = query->lastError();
         query->finish();
-        throw reason;
+        throw fault(error);
     }
     return *query;
 }

@@ -34,7 +34,7 @@ public:
         QSqlQuery &query;
     };
 
-    BookDatabase(const QString &path, Access access);
+    BookDatabase(QString path, Access access);
     ~BookDatabase();
     Q_DISABLE_COPY_MOVE(BookDatabase)
 

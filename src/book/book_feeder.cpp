@@ -12,8 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 visitGap = 30 * 60; // seconds; who has not been seen for so long comes anew
-constexpr QChar apart = u'\x1F';     // between the texts that a player is found by; no search key has it
+constexpr qint64 visitGap = 1800; // seconds; who has not been seen for so long comes anew
+constexpr QChar apart = u'\x1F';  // between the texts that a player is found by; no search key has it
 
 /// A player as the book has him.
 struct Record {

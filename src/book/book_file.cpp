@@ -45,7 +45,7 @@ QString freeName(const QString &path)
     const QFileInfo info(path);
     for (int number = 1;; ++number) {
         const QString name = u"%1.broken-%2.%3"_s.arg(info.completeBaseName()).arg(number).arg(info.suffix());
-        const QString free = info.dir().filePath(name);
+        QString free = info.dir().filePath(name);
         if (!QFileInfo::exists(free) &&
             std::ranges::none_of(companions, [&](QLatin1StringView each) { return QFileInfo::exists(free + each); }))
             return free;
