@@ -27,7 +27,7 @@ double costOf(Ledger &ledger, int &number, const QString &comm, const QString &r
     for (int command = 0; command < commands; ++command) {
         const Ledger::Time at = std::chrono::seconds(++number);
         ledger.sent({number, comm, password, datagram}, QDateTime::currentDateTime(), at);
-        ledger.came({header + "print\n", reply, reply.size() + 10}, password, at);
+        ledger.came({header + "print\n", reply, reply.size() + 10}, at);
         ledger.over(number, true);
     }
     return static_cast<double>(time.nsecsElapsed()) / 1e3 / commands;

@@ -2,13 +2,16 @@
 #include "tour.h"
 
 #include "app/main_window.h"
+#include "book/time_plot.h"
 #include "callouts.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -53,7 +56,8 @@ bool Tour::showFirstWindow()
 
 bool Tour::walk()
 {
-    if (!waitUntilConnected() || !askServer() || !populateTabs() || !visitTabs() || !visitWindows())
+    if (!waitUntilConnected() || !askServer() || !populateTabs() || !visitBook() || !visitTabs() || !visitWindows() ||
+        !visitLedger())
         return false;
     printWhatIsShown();
     return true;
@@ -108,6 +112,77 @@ bool Tour::visitTabs()
     return true;
 }
 
+// A book of the last week, with somebody who is flagged and somebody with a note among those who are there.
+bool Tour::visitBook()
+{
+    window.findChild<QAction *>(u"mbook"_s)->trigger();
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto found = std::ranges::find(windows, u"frmbook"_s, &QObject::objectName);
+    if (found == windows.end())
+        return failed(u"no player book"_s);
+    QWidget &book = **found;
+    book.findChild<QCheckBox *>(u"chkbook"_s)->click();
+    window.findChild<QPushButton *>(u"cmdplypop"_s)->click();
+    if (!writeIntoBook(book) || !banTwo())
+        return false;
+    auto *pages = book.findChild<QTabWidget *>(u"tabbook"_s);
+    const auto *bans = book.findChild<QTableView *>(u"tblbans"_s);
+    if (!waitFor([bans] { return bans->model()->rowCount() == 2; }))
+        return failed(u"the bans are not in the book"_s);
+    const QStringList names{u"frmbook.png"_s, u"frmbook-servers.png"_s, u"frmbook-bans.png"_s};
+    for (int page = 0; page < pages->count(); ++page) {
+        pages->setCurrentIndex(page);
+        const auto *plot = pages->currentWidget()->findChild<TimePlot *>();
+        if (plot && !waitFor([plot] { return !plot->isEmpty(); }))
+            return failed(u"nothing is plotted"_s);
+        if (page == 2)
+            pages->currentWidget()->findChild<QTableView *>()->selectRow(0);
+        if (!takePicture(book, names.at(page)))
+            return false;
+    }
+    book.close();
+    return true;
+}
+
+bool Tour::writeIntoBook(QWidget &book)
+{
+    auto *list = book.findChild<QTableView *>(u"tblbook"_s);
+    auto *notes = book.findChild<QListWidget *>(u"lstbooknotes"_s);
+    auto *flag = book.findChild<QCheckBox *>(u"chkbookflag"_s);
+    const auto *state = book.findChild<QLabel *>(u"lblbookplayer"_s);
+    const auto isShown = [&](int row) {
+        return waitFor([&] { return state->text().contains(list->model()->index(row, 1).data().toString()); });
+    };
+    if (!waitFor([list] { return list->model()->rowCount() > 4; }))
+        return failed(u"nobody is in the book"_s);
+    list->selectRow(3);
+    if (!isShown(3))
+        return failed(u"no player is shown"_s);
+    flag->click();
+    if (!waitFor([list] { return !list->model()->index(3, 6).data().toString().isEmpty(); }))
+        return failed(u"no flag is shown"_s);
+    list->selectRow(1);
+    if (!isShown(1))
+        return failed(u"no player is shown"_s);
+    book.findChild<QLineEdit *>(u"txtbooknote"_s)->setText(u"Shoots through walls? Watch him on mp_toujane."_s);
+    book.findChild<QPushButton *>(u"cmdbooknote"_s)->click();
+    return waitFor([notes] { return notes->count() == 1; }) || failed(u"no note is shown"_s);
+}
+
+bool Tour::banTwo()
+{
+    auto *grid = window.findChild<QTableView *>(u"msfplayers"_s);
+    for (const QString &button : {u"cmdplyban"_s, u"cmdtempban"_s}) {
+        const int before = grid->model()->rowCount();
+        grid->selectRow(before - 2);
+        window.findChild<QPushButton *>(button)->click();
+        if (grid->model()->rowCount() != before - 1)
+            return failed(u"nobody was banned"_s);
+    }
+    grid->selectRow(2);
+    return true;
+}
+
 bool Tour::visitWindows()
 {
     window.findChild<QAction *>(u"mpref"_s)->trigger();
@@ -122,6 +197,46 @@ bool Tour::visitWindows()
         (*found)->close();
     }
     return true;
+}
+
+// Lines of which the server makes different things; the details are those of the one that needs them most.
+bool Tour::visitLedger()
+{
+    window.findChild<QAction *>(u"mledger"_s)->trigger();
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto found = std::ranges::find(windows, u"frmledger"_s, &QObject::objectName);
+    if (found == windows.end())
+        return failed(u"no ledger"_s);
+    QWidget &ledger = **found;
+    ledger.resize(900, 560);
+    auto *table = ledger.findChild<QTableView *>(u"tblledger"_s);
+    const QStringList lines{u"say Good evening"_s,
+                            u"set g_password letmein"_s,
+                            u"sv_hostname"_s,
+                            u"map_rotat"_s,
+                            u"exec"_s,
+                            u"say \u017B\u00F3\u0142w"_s,
+                            u"set motd "_s + QString(1100, u'-'),
+                            u"clientkick 31"_s};
+    for (const QString &line : lines) {
+        if (!enter(line, *table->model()))
+            return failed(u"no verdict on "_s + line);
+    }
+    QApplication::processEvents(); // it follows the newest
+    table->selectRow(table->model()->rowCount() - 1);
+    const bool isTaken = takePicture(ledger, u"frmledger.png"_s);
+    ledger.close();
+    return isTaken;
+}
+
+bool Tour::enter(const QString &line, const QAbstractItemModel &ledger)
+{
+    const int before = ledger.rowCount();
+    window.findChild<QComboBox *>(u"comdirect"_s)->setEditText(line);
+    window.findChild<QPushButton *>(u"cmdsend"_s)->click();
+    const int datagrams = 4; // column
+    return waitFor(
+        [&] { return ledger.rowCount() > before && ledger.index(before, datagrams).data().toString() != u"0"; });
 }
 
 // The connection check takes a few seconds.

@@ -7,6 +7,7 @@
 #include <utility>
 
 class MainWindow;
+class QAbstractItemModel;
 class QWidget;
 
 /// A walk through the main window as a person would take it, with one picture per tab.
@@ -27,7 +28,12 @@ private:
     [[nodiscard]] bool askServer();
     [[nodiscard]] bool populateTabs();
     [[nodiscard]] bool visitTabs();
+    [[nodiscard]] bool visitBook();
+    [[nodiscard]] bool writeIntoBook(QWidget &book);
+    [[nodiscard]] bool banTwo();
     [[nodiscard]] bool visitWindows();
+    [[nodiscard]] bool visitLedger();
+    [[nodiscard]] bool enter(const QString &line, const QAbstractItemModel &ledger);
     [[nodiscard]] static bool waitUntilChecked(const QWidget &shown);
     [[nodiscard]] bool takePicture(QWidget &shown, const QString &name);
     [[nodiscard]] bool save(const QPixmap &picture, const QString &name) const;

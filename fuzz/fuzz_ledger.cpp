@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "base/wire_text.h"
 #include "fuzz.h"
+#include "ledger/known_passwords.h"
 #include "ledger/ledger_entry.h"
 #include "ledger/traffic_mask.h"
 #include "rcon/shown_command.h"
@@ -38,18 +39,21 @@ Exchanged exchanged(const QByteArray &input)
 
 void keep(const Exchanged &all)
 {
-    const QString password = fromAnsi(all.password);
-    LedgerEntry entry({1, fromAnsi(all.command), password, all.request()}, {}, 0s);
+    KnownPasswords passwords;
+    passwords.add(fromAnsi(all.password));
+    LedgerEntry entry({1, fromAnsi(all.command), fromAnsi(all.password), all.request()}, passwords, {}, 0s);
     require(entry.command.size() == all.command.size(), "each character keeps its place");
     require(all.isHidden(toAnsi(entry.command)), "no command shows the password");
     require(entry.readPart.has_value() == (all.request().size() > 4 + longestRequest), "1,023 bytes are read");
     qsizetype size = 0;
+    bool isRefused = false; // in words that anybody can know
     for (const QByteArray &answer : all.answers) {
-        entry.take({replyHead, fromAnsi(answer), answer.size()}, password, 1s);
+        entry.take({replyHead, fromAnsi(answer), answer.size()}, passwords, 1s);
+        isRefused = isRefused || isUsualRefusal(fromAnsi(answer));
         size += answer.size();
     }
     require(entry.reply.size() == size && entry.bytes == size, "all of a reply is kept");
-    require(all.isHidden(toAnsi(entry.reply)), "no reply shows the password");
+    require(isRefused || all.isHidden(toAnsi(entry.reply)), "no reply shows the password");
     require(size > 0 || all.answers.isEmpty() || entry.readPart || entry.judged() == Verdict::Acknowledged,
             "an empty answer is an acknowledgement");
 }

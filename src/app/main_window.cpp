@@ -4,14 +4,11 @@
 
 #include "base/prompts.h"
 #include "book_tools.h"
-#include "ledger/ledger_watch.h"
-#include "ledger/recorder.h"
-#include "manual.h"
+#include "common_tasks.h"
 #include "messages/message_panel.h"
 #include "messages/messages_page.h"
 #include "mods/mods_page.h"
 #include "other_windows.h"
-#include "output/find_bar.h"
 #include "output/message_list.h"
 #include "output/output.h"
 #include "output/rcon_pane.h"
@@ -31,25 +28,24 @@
 #include "serverconfig/misc_page.h"
 #include "serverconfig/modes_page.h"
 #include "serverconfig/other_page.h"
-#include "serverconfig/quick_commands.h"
 #include "serverconfig/server_page.h"
 #include "settings/ini_file.h"
 #include "settings/saved_servers.h"
 #include "settings/saved_servers_panel.h"
 #include "status_bar.h"
+#include "tab_order.h"
+#include "tools_menu.h"
 #include "weapons/weapons_page.h"
 #include "web_links.h"
+#include "window_keys.h"
 #include "window_state.h"
 
 #include <QCloseEvent>
 #include <QListWidget>
-#include <QShortcut>
 #include <QSplitter>
-#include <QTabBar>
 #include <QTimer>
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -73,16 +69,15 @@ MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Excha
       savedServers(new SavedServersPanel(services.prompts)),
       serverPage(new ServerPage(services)),
       others(std::make_unique<OtherWindows>(services, connecting, *this)),
-      state(new WindowState(*this, services.ini, [this] { divide(); })),
-      ledgerWatch(new LedgerWatch(exchange, udpclient, services.clock, this)),
-      recorder(new Recorder(exchange, udpclient, services.output, services.prompts, services.clock, this))
+      state(new WindowState(*this, services.ini, [this] { divide(); }))
 {
     ui->setupUi(this);
     placePanels();
     addTabs();
     wirePanels();
     wireMenus();
-    wireTools();
+    tools = new ToolsMenu(services, exchange, udpclient, *others, *this);
+    tools->tell(*ui->statusbar);
     wireStatusBar();
     wireKeys();
 }
@@ -185,35 +180,17 @@ void MainWindow::wireStatusBar()
 
 void MainWindow::wireKeys()
 {
-    const auto onKey = [this](const QKeySequence &keys, const auto &handler) {
-        auto *shortcut = new QShortcut(keys, this);
-        shortcut->setAutoRepeat(false);
-        connect(shortcut, &QShortcut::activated, this, handler);
-    };
     ui->mpref->setShortcut(Qt::CTRL | Qt::Key_Comma);
     ui->mpref->setAutoRepeat(false);
     ui->Exit->setShortcut(Qt::CTRL | Qt::Key_Q);
-    onKey(Qt::Key_F1, [this] { showmanual(services.prompts); });
-    onKey(Qt::Key_F5, [this] { populateShownPage(); });
-    onKey(Qt::CTRL | Qt::Key_L, [consolePanel = consolePanel] { consolePanel->focusLine(); });
-    onKey(Qt::CTRL | Qt::Key_F, [this] { find(); });
-    onKey(Qt::CTRL | Qt::SHIFT | Qt::Key_F, [this] { filterPlayers(); });
-    onKey(Qt::Key_Escape, [this] { leaveAside(); });
-    for (int tab = 0; tab < ui->SSTab->count(); ++tab) {
-        onKey(QKeyCombination(Qt::CTRL, Qt::Key(Qt::Key_1 + tab)), [this, tab] {
-            ui->SSTab->setCurrentIndex(tab);
-            ui->SSTab->tabBar()->setFocus(Qt::ShortcutFocusReason);
-        });
-    }
-}
-
-void MainWindow::populateShownPage()
-{
-    const QWidget *page = ui->SSTab->currentWidget();
-    for (const auto *name : {"cmdservpop", "cmdpopmaps", "cmdpopwep", "cmdplypop", "cmdCodOther_1"}) {
-        if (auto *button = page->findChild<QPushButton *>(QLatin1StringView(name)))
-            button->click();
-    }
+    keys = new WindowKeys(services,
+                          {.tabs = *ui->SSTab,
+                           .console = *consolePanel,
+                           .pane = *ui->txtoutput,
+                           .aroundPane = *ui->responseRows,
+                           .filterPlayers = [this] { filterPlayers(); }},
+                          *this);
+    connect(keys, &WindowKeys::findbarbuilt, this, &MainWindow::orderTabs);
 }
 
 void MainWindow::filterPlayers()
@@ -222,25 +199,6 @@ void MainWindow::filterPlayers()
         return;
     ui->SSTab->setCurrentIndex(playersTab);
     playersPage->focusFilter();
-}
-
-void MainWindow::find()
-{
-    if (!findBar) {
-        findBar = new FindBar(*ui->txtoutput);
-        ui->responseRows->insertWidget(ui->responseRows->indexOf(ui->txtoutput) + 1, findBar);
-        orderTabs();
-    }
-    findBar->open();
-}
-
-// What has come up beside the work: the find bar, else a note about something that is over.
-void MainWindow::leaveAside()
-{
-    if (findBar && findBar->isVisible())
-        findBar->leave();
-    else
-        services.output.closeNote();
 }
 
 void MainWindow::wireMenus()
@@ -258,53 +216,21 @@ void MainWindow::wireMenus()
     services.output.list().setMenuActions({ui->savemessages, ui->clearmessage});
     services.output.pane().setMenuActions({ui->savercon, ui->clearrcon});
 
-    wireCommonTasks();
+    wireCommonTasks(*this, services);
 
     connect(ui->Exit, &QAction::triggered, this, &MainWindow::cmdexit_Click);
     connect(ui->cmdexit, &QPushButton::clicked, this, &MainWindow::cmdexit_Click);
     connect(ui->mpref, &QAction::triggered, others.get(), &OtherWindows::mpref_Click);
-    connect(ui->mcheck, &QAction::triggered, others.get(), &OtherWindows::mcheck_Click);
     connect(ui->helpabout, &QAction::triggered, others.get(), &OtherWindows::helpabout_Click);
     connect(ui->mhelpsite, &QAction::triggered, this, [] { openurl(WebAddress::site); });
     connect(ui->mhelpforum, &QAction::triggered, this, [] { openurl(WebAddress::forum); });
 }
 
-void MainWindow::wireTools()
-{
-    Ledger &ledger = ledgerWatch->ledger();
-    connect(&ledger, &Ledger::judged, ui->statusbar, [bar = ui->statusbar](const LedgerEntry &entry) {
-        bar->showVerdict(entry.number, isGood(entry.verdict) ? QString() : verdictWord(entry.verdict), entry.command);
-    });
-    connect(ui->statusbar, &StatusBar::verdictclicked, this,
-            [this, &ledger](int number) { others->showledger(ledger, number); });
-    connect(ui->mledger, &QAction::triggered, this, [this, &ledger] { others->showledger(ledger); });
-
-    connect(ui->mrecord, &QAction::triggered, recorder, &Recorder::mrecord_Click);
-    connect(recorder, &Recorder::recordingchanged, ui->statusbar, &StatusBar::showRecording);
-    connect(recorder, &Recorder::recordingchanged, ui->mrecord, [item = ui->mrecord](bool isRecording) {
-        item->setText(isRecording ? u"Stop &recording"_s : u"&Record traffic..."_s);
-    });
-}
-
 void MainWindow::wireBook()
 {
     book = std::make_unique<BookTools>(services, *others, *this);
-    book->wire(connecting, exchange, ledgerWatch->ledger(), *playersPage, *ui->statusbar);
+    book->wire(connecting, exchange, tools->ledger(), *playersPage, *ui->statusbar);
     connect(ui->mbook, &QAction::triggered, book.get(), &BookTools::mbook_Click);
-}
-
-void MainWindow::wireCommonTasks()
-{
-    connect(ui->commmap_restart, &QAction::triggered, this, [this] { restartMap(services); });
-    connect(ui->commmap_rotate, &QAction::triggered, this, [this] { rotateMap(services); });
-    const std::array friendlyFire{ui->commFFOFF, ui->COMMFFON, ui->commFFREFL, ui->commFFSHARE};
-    for (int mode = 0; mode < static_cast<int>(friendlyFire.size()); ++mode)
-        connect(friendlyFire.at(static_cast<std::size_t>(mode)), &QAction::triggered, this,
-                [this, mode] { setFriendlyFire(services, mode); });
-    // The last three do not switch to what their captions say, because they count on from 3. No game type is number 5.
-    for (const auto &[item, gameType] : std::initializer_list<std::pair<QAction *, int>>{
-             {ui->gmsd, 0}, {ui->gmtdm, 2}, {ui->gmctf, 3}, {ui->gmdm, 4}, {ui->gmhq, 5}})
-        connect(item, &QAction::triggered, this, [this, index = gameType] { switchGameType(services, index); });
 }
 
 void MainWindow::setclanbase()
@@ -320,26 +246,8 @@ void MainWindow::showhob()
 // The Tab key goes through the window as one reads it. The widgets were made in another order.
 void MainWindow::orderTabs()
 {
-    QWidgetList stops;
-    for (QWidget *next = nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
-        // The combo boxes and the tab widget pass the focus on to their inner parts.
-        const bool isPart =
-            next == ui->SSTab->tabBar() || (next->focusProxy() && next->focusProxy()->isAncestorOf(next));
-        if ((next->focusPolicy() & Qt::TabFocus) != 0 && !isPart)
-            stops.append(next);
-    }
-    QWidgetList ordered;
-    for (const QWidget *area : QList<const QWidget *>{connectPanel, ui->SSTab, ui->txtoutput, findBar, ui->responses,
-                                                      savedServers, &messagePanel->list(), messagePanel, ui->cmdexit}) {
-        if (!area)
-            continue;
-        for (QWidget *stop : std::as_const(stops)) {
-            if ((stop == area || area->isAncestorOf(stop)) && !ordered.contains(stop))
-                ordered.append(stop);
-        }
-    }
-    for (qsizetype stop = 1; stop < ordered.size(); ++stop)
-        setTabOrder(ordered.at(stop - 1), ordered.at(stop));
+    ::orderTabs(*this, {connectPanel, ui->SSTab, ui->txtoutput, keys->findBar(), ui->responses, savedServers,
+                        &messagePanel->list(), messagePanel, ui->cmdexit});
 }
 
 void MainWindow::cmdexit_Click()

@@ -13,16 +13,15 @@ class MessagePanel;
 class MessagesPage;
 class MiscPage;
 class Exchange;
-class FindBar;
-class LedgerWatch;
 class OtherPage;
 class OtherWindows;
 class PageArea;
 class PlayersPage;
-class Recorder;
 class SavedServersPanel;
 class ServerPage;
+class ToolsMenu;
 class UDPClient;
+class WindowKeys;
 class WindowState;
 struct Services;
 
@@ -70,14 +69,9 @@ private:
     void wireStatusBar();
     void wireKeys();
     void wireMenus();
-    void wireTools();
     void wireBook();
-    void wireCommonTasks();
     [[nodiscard]] PageArea &pageArea(int tab) const;
-    void populateShownPage();
     void filterPlayers();
-    void find();
-    void leaveAside();
     void orderTabs();
     void cmdexit_Click();
     void autoConnect();
@@ -104,8 +98,7 @@ private:
     std::unique_ptr<BookTools> book; ///< likewise; the windows are gone before it
     std::unique_ptr<OtherWindows> others;
     WindowState *state;
-    LedgerWatch *ledgerWatch;
-    Recorder *recorder;
-    FindBar *findBar = nullptr; ///< built when it is asked for
+    ToolsMenu *tools = nullptr;
+    WindowKeys *keys = nullptr;
     bool wasShown = false;
 };

@@ -69,8 +69,11 @@ BookWindow &OtherWindows::showbook(KeptBook &kept, BookWatch &watch)
 
 void OtherWindows::mcheck_Click()
 {
-    if (!checkWindow)
-        checkWindow = std::make_unique<CheckWindow>(services.fields, services.clock);
+    if (!checkWindow) {
+        checkWindow = std::make_unique<CheckWindow>(services);
+        connect(checkWindow.get(), &CheckWindow::datagramsent, this, &OtherWindows::checksent);
+        connect(checkWindow.get(), &CheckWindow::datagramread, this, &OtherWindows::checkread);
+    }
     bringUp(*checkWindow, owner);
 }
 

@@ -41,6 +41,9 @@ signals:
     /// The person has left one of them for the main window, or the main window has come up for the first time.
     void left();
     void preferenceschanged();
+    /// What goes over the link of the connection check.
+    void checksent(const QByteArray &datagram, const QString &password);
+    void checkread(const QByteArray &datagram);
 
 private:
     [[nodiscard]] QWidgetList windows() const;

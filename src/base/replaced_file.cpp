@@ -20,11 +20,18 @@ QString askReplacedFile(Prompts &prompts, const FileQuestion &question)
     return answer == Answer::Yes ? name : QString();
 }
 
-std::optional<Fault> replaceFile(const QString &name, const QByteArray &bytes)
+std::optional<Fault> faultOfNoFile(const QString &name)
 {
     const QFileInfo info(name);
     if (info.exists() && !info.isFile() && !info.isDir())
         return systemFault(std::errc::not_supported);
+    return {};
+}
+
+std::optional<Fault> replaceFile(const QString &name, const QByteArray &bytes)
+{
+    if (const std::optional<Fault> fault = faultOfNoFile(name))
+        return fault;
     QSaveFile file(name);
     clearSystemError();
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())

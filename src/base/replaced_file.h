@@ -21,6 +21,9 @@ struct FileQuestion {
 /// The name that the person chooses; empty when he cancels or wants the file that is there to stay.
 [[nodiscard]] QString askReplacedFile(Prompts &prompts, const FileQuestion &question);
 
+/// A fault when a device or a pipe has that name, which is no file to write to: opening one could wait for ever.
+[[nodiscard]] std::optional<Fault> faultOfNoFile(const QString &name);
+
 /// Replaces the file, or makes it, as a whole; an old one is left as it is when that fails, which is then what comes
 /// back.
 [[nodiscard]] std::optional<Fault> replaceFile(const QString &name, const QByteArray &bytes);

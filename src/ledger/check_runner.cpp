@@ -34,13 +34,16 @@ QString preferred(const QList<QHostAddress> &addresses)
 
 } // namespace
 
-CheckRunner::CheckRunner(QObject *parent) : QObject(parent)
+CheckRunner::CheckRunner(const Turn &turn_, QObject *parent) : QObject(parent), turn(turn_)
 {
     tmrcheck.setObjectName(u"tmrcheck"_s);
     tmrcheck.setParent(this);
     tmrcheck.setSingleShot(true);
     connect(&tmrcheck, &QTimer::timeout, this, &CheckRunner::timeOut);
     connect(&link, &UDPClient::DataArrival, this, &CheckRunner::arrive);
+    connect(&link, &UDPClient::datagramsent, this,
+            [this](const QByteArray &datagram) { emit datagramsent(datagram, password); });
+    connect(&link, &UDPClient::datagramread, this, &CheckRunner::datagramread);
 }
 
 void CheckRunner::start(const QString &server_, const QString &port_, const QString &password_)
@@ -120,9 +123,17 @@ void CheckRunner::ask(const QByteArray &text, Stage next, int milliseconds)
     }
 }
 
-void CheckRunner::askConsole(const QByteArray &command, Stage next, int milliseconds)
+// The program may send something meanwhile, which is waited for anew.
+void CheckRunner::askConsole(const Question &asked)
 {
-    ask("rcon " + toAnsi(password) + ' ' + command, next, milliseconds);
+    question = asked;
+    if (const qint64 left = turn.left(); left > 0) {
+        enter(Stage::Turn, static_cast<int>(left));
+        return;
+    }
+    ask("rcon " + toAnsi(password) + ' ' + question.command, question.stage, forCommand);
+    if (console.couldBeSent)
+        turn.taken();
 }
 
 void CheckRunner::timeOut()
@@ -134,11 +145,13 @@ void CheckRunner::timeOut()
     case Stage::Query:
         return endQuery();
     case Stage::Console: // perhaps somebody else had used up the server's limit
-        return console.couldBeSent ? askConsole(variable, Stage::ConsoleAgain, forCommand) : endConsole({});
+        return console.couldBeSent ? askConsole({variable, Stage::ConsoleAgain}) : endConsole({});
     case Stage::ConsoleAgain:
         return endConsole({});
+    case Stage::Turn:
+        return askConsole(question);
     case Stage::Pause:
-        return askConsole(longCommand, Stage::Listing, forCommand);
+        return askConsole({longCommand, Stage::Listing});
     case Stage::Listing:
         return finish(listingStep(sizes, listing));
     }
@@ -154,7 +167,7 @@ void CheckRunner::arrive()
     }
     if (stage == Stage::Query)
         takeQuery(datagram);
-    else if (stage == Stage::Console || stage == Stage::ConsoleAgain)
+    else if (isForConsole())
         takeConsole(datagram);
     else if (stage == Stage::Listing)
         takeListing(datagram);
@@ -171,7 +184,14 @@ void CheckRunner::takeQuery(const QByteArray &datagram)
 void CheckRunner::endQuery()
 {
     emit stepped(queryStep(query));
-    askConsole(variable, Stage::Console, forCommand);
+    askConsole({variable, Stage::Console});
+}
+
+// The answer to the first copy may come while the second waits for its turn.
+bool CheckRunner::isForConsole() const
+{
+    const Stage asked = stage == Stage::Turn && question.stage == Stage::ConsoleAgain ? question.stage : stage;
+    return asked == Stage::Console || asked == Stage::ConsoleAgain;
 }
 
 void CheckRunner::takeConsole(const QByteArray &datagram)
@@ -194,7 +214,9 @@ void CheckRunner::endConsole(const QString &words)
 // The answer to the second of two copies can come only now.
 void CheckRunner::takeListing(const QByteArray &datagram)
 {
-    if (!datagram.startsWith(printed) || datagram.startsWith(printed + '"' + variable))
+    const bool isOfVariable =
+        datagram.startsWith(printed + '"' + variable) || datagram.startsWith(printed + "Unknown command \"" + variable);
+    if (!datagram.startsWith(printed) || isOfVariable)
         return;
     sizes.append(datagram.size());
     listing += fromAnsi(datagram.sliced(printed.size()));

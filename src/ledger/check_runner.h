@@ -2,6 +2,7 @@
 #pragma once
 
 #include "connection_check.h"
+#include "rcon/turn.h"
 #include "rcon/udp_client.h"
 
 #include <QElapsedTimer>
@@ -12,12 +13,12 @@ class QHostInfo;
 
 /// Tries out the way to a server, step by step, by a link of its own: whatever the program has to say to its server
 /// goes on beside it. Sends at most four datagrams: the public query, a console command, the same again when nobody
-/// answers, and a command with a long reply.
+/// answers, and a command with a long reply. Commands keep their distance from those of the program.
 class CheckRunner final : public QObject {
     Q_OBJECT
 
 public:
-    explicit CheckRunner(QObject *parent = nullptr);
+    explicit CheckRunner(const Turn &turn_, QObject *parent = nullptr);
 
     void start(const QString &server_, const QString &port_, const QString &password_);
     /// Ends without a word.
@@ -28,9 +29,17 @@ public:
 signals:
     void stepped(const CheckStep &step);
     void ended();
+    /// What goes over its link.
+    void datagramsent(const QByteArray &datagram, const QString &password);
+    void datagramread(const QByteArray &datagram);
 
 private:
-    enum class Stage { Idle, LookUp, Query, Console, ConsoleAgain, Pause, Listing };
+    enum class Stage { Idle, LookUp, Query, Turn, Console, ConsoleAgain, Pause, Listing };
+    /// A console command, and what is waited for then.
+    struct Question {
+        QByteArray command;
+        Stage stage = Stage::Idle;
+    };
 
     void takeAddresses(const QHostInfo &info);
     void goOnTo(const QString &address);
@@ -38,18 +47,21 @@ private:
     void timeOut();
     void arrive();
     void ask(const QByteArray &text, Stage next, int milliseconds);
-    void askConsole(const QByteArray &command, Stage next, int milliseconds);
+    void askConsole(const Question &asked);
     void takeQuery(const QByteArray &datagram);
     void endQuery();
+    [[nodiscard]] bool isForConsole() const;
     void takeConsole(const QByteArray &datagram);
     void endConsole(const QString &words);
     void takeListing(const QByteArray &datagram);
     void finish(const CheckStep &step);
 
+    const Turn turn;
     UDPClient link;
     QTimer tmrcheck; ///< ends what is waited for
     QElapsedTimer since;
     Stage stage = Stage::Idle;
+    Question question; ///< that waits for its turn
     int run = 0;
     int lookUps = 0;
     QString server;

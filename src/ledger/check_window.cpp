@@ -6,20 +6,23 @@
 #include "base/context_menu.h"
 #include "base/keys.h"
 #include "rcon/server_fields.h"
+#include "rcon/services.h"
 
 #include <QHideEvent>
 #include <QShowEvent>
 
 using namespace Qt::StringLiterals;
 
-CheckWindow::CheckWindow(const ServerFields &fields_, const Clock &clock_, QWidget *parent)
-    : QWidget(parent), fields(fields_), clock(clock_), ui(std::make_unique<Ui::CheckWindow>()), runner(this)
+CheckWindow::CheckWindow(const Services &services_, QWidget *parent)
+    : QWidget(parent), services(services_), ui(std::make_unique<Ui::CheckWindow>()), runner(Turn(services), this)
 {
     ui->setupUi(this);
     addCloseKey(*this);
     connect(ui->cmdcheckagain, &QPushButton::clicked, this, &CheckWindow::begin);
     connect(ui->cmdcheckcopy, &QPushButton::clicked, this, &CheckWindow::cmdcheckcopy_Click);
     connect(&runner, &CheckRunner::stepped, this, &CheckWindow::show);
+    connect(&runner, &CheckRunner::datagramsent, this, &CheckWindow::datagramsent);
+    connect(&runner, &CheckRunner::datagramread, this, &CheckWindow::datagramread);
     connect(&runner, &CheckRunner::ended, this, [this] { ui->cmdcheckagain->setEnabled(true); });
 }
 
@@ -44,8 +47,9 @@ void CheckWindow::begin()
     ui->cmdcheckagain->setEnabled(false);
     ui->lststeps->clear();
     steps.clear();
+    const ServerFields &fields = services.fields;
     heading = u"Connection check of %1, %2"_s.arg(fields.address(),
-                                                  QLocale::c().toString(clock.now(), u"dd-MMM-yyyy hh:mm"_s));
+                                                  QLocale::c().toString(services.clock.now(), u"dd-MMM-yyyy hh:mm"_s));
     runner.start(fields.server(), fields.port(), fields.password());
 }
 

@@ -7,8 +7,7 @@
 
 #include <memory>
 
-class Clock;
-class ServerFields;
+struct Services;
 
 namespace Ui {
 class CheckWindow;
@@ -20,11 +19,16 @@ class CheckWindow final : public QWidget {
     Q_OBJECT
 
 public:
-    CheckWindow(const ServerFields &fields_, const Clock &clock_, QWidget *parent = nullptr);
+    explicit CheckWindow(const Services &services_, QWidget *parent = nullptr);
     ~CheckWindow() override;
 
     /// See `CheckRunner`.
     [[nodiscard]] bool isLookingUp() const { return runner.isLookingUp(); }
+
+signals:
+    /// See `CheckRunner`.
+    void datagramsent(const QByteArray &datagram, const QString &password);
+    void datagramread(const QByteArray &datagram);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -35,8 +39,7 @@ private:
     void show(const CheckStep &step);
     void cmdcheckcopy_Click();
 
-    const ServerFields &fields;
-    const Clock &clock;
+    const Services &services;
     std::unique_ptr<Ui::CheckWindow> ui;
     CheckRunner runner;
     QString heading;

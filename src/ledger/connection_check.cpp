@@ -150,6 +150,10 @@ CheckStep listingStep(const QList<qsizetype> &sizes, const QString &text)
             "asked too often."_s};
     const QString came = sizes.size() == 1 ? u"in one datagram of %1 bytes"_s.arg(sizes.first())
                                            : u"in %1 datagrams: %2"_s.arg(sizes.size()).arg(sizesText(sizes));
+    if (text.trimmed().startsWith("Unknown command"_L1, Qt::CaseInsensitive))
+        return {title + u"the server does not know \"dvarlist\""_s,
+                u"The program reads settings by this command: on this server many of its boxes stay empty, and whether "
+                "long replies arrive cannot be told."_s};
     if (!hasEnd(text))
         return {title + u"its end is missing; it came "_s + came,
                 u"Datagrams get lost on the way: lists may lack rows, so read them twice before acting on them."_s};

@@ -22,12 +22,30 @@ bool isPublic(const CameDatagram &datagram)
 
 void Ledger::sent(const SentCopy &copy, const QDateTime &time, Time at)
 {
+    const bool isSetNew = known.addFrom(copy.comm);
+    if (known.add(copy.password) || isSetNew)
+        hideInAll();
     if (rowOf(copy.number) < 0)
-        add(LedgerEntry(copy, time, at));
+        add(LedgerEntry(copy, known, time, at));
     const int row = rowOf(copy.number);
     ++entries[row].copies;
-    receivers.sent(copy.number, at);
+    receivers.sent(copy.number, entries.at(row).command, at);
     judge(row);
+}
+
+void Ledger::hide(const QString &password)
+{
+    if (known.add(password))
+        hideInAll();
+}
+
+// It may have been typed before without being known as one.
+void Ledger::hideInAll()
+{
+    for (LedgerEntry &entry : entries)
+        entry.hide(known);
+    if (!entries.isEmpty())
+        emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 void Ledger::add(const LedgerEntry &entry)
@@ -43,16 +61,16 @@ void Ledger::add(const LedgerEntry &entry)
     endInsertRows();
 }
 
-void Ledger::came(const CameDatagram &datagram, const QString &password, Time at)
+void Ledger::came(const CameDatagram &datagram, Time at)
 {
     if (isPublic(datagram))
         return;
-    const int row = rowOf(receivers.receiver(datagram.size, at).value_or(-1));
+    const int row = rowOf(receivers.receiver(datagram.text, datagram.size, at).value_or(-1));
     if (row < 0)
         return;
     LedgerEntry &entry = entries[row];
     const qsizetype before = entry.reply.size();
-    entry.take(datagram, password, at);
+    entry.take(datagram, known, at);
     kept += entry.reply.size() - before;
     pending.removeOne(entry.number);
     judge(row);

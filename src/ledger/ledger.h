@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "known_passwords.h"
 #include "ledger_entry.h"
 #include "receivers.h"
 
@@ -26,12 +27,16 @@ public:
     using QAbstractTableModel::QAbstractTableModel;
 
     void sent(const SentCopy &copy, const QDateTime &time, Time at);
-    /// `password`: the one that was sent last. It is not kept.
-    void came(const CameDatagram &datagram, const QString &password, Time at);
+    void came(const CameDatagram &datagram, Time at);
+    /// A password that is not to be seen in any entry.
+    void hide(const QString &password);
     /// The exchange of that number has ended; `isAwaited` as in `Exchange::over`.
     void over(int number, bool isAwaited);
     /// Another server, or the same one anew.
     void linkBegun() { receivers.forget(); }
+
+    /// Those of this run; entries hold none of them.
+    [[nodiscard]] const KnownPasswords &passwords() const { return known; }
 
     /// When the next command without an answer is silent; none when no such command is there.
     [[nodiscard]] std::optional<Time> nextSilence() const;
@@ -52,10 +57,12 @@ signals:
 
 private:
     void add(const LedgerEntry &entry);
+    void hideInAll();
     void judge(int row);
     void makeRoom();
 
     QList<LedgerEntry> entries;
+    KnownPasswords known;
     Receivers receivers;
     QList<int> pending; ///< the numbers of those that nobody waits for and that have no answer yet
     qsizetype kept = 0; ///< characters of all replies

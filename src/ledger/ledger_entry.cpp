@@ -2,6 +2,8 @@
 #include "ledger_entry.h"
 
 #include "base/wire_text.h"
+#include "known_passwords.h"
+#include "rcon/reply_piece.h"
 #include "rcon/shown_command.h"
 
 #include <algorithm>
@@ -19,6 +21,13 @@ bool hasLostCharacters(const SentCopy &copy)
     return copy.datagram.count('?') > copy.comm.count(u'?') + copy.password.count(u'?');
 }
 
+QString hiddenCommand(const SentCopy &copy, const KnownPasswords &passwords)
+{
+    QString command = starredCommand(copy.comm, copy.password);
+    passwords.star(command);
+    return command;
+}
+
 /// As many characters of `command` as the server reads of the datagram.
 std::optional<QString> readPartOf(const SentCopy &copy, const QString &command)
 {
@@ -31,17 +40,17 @@ std::optional<QString> readPartOf(const SentCopy &copy, const QString &command)
 
 } // namespace
 
-LedgerEntry::LedgerEntry(const SentCopy &copy, const QDateTime &time_, Time sent_)
+LedgerEntry::LedgerEntry(const SentCopy &copy, const KnownPasswords &passwords, const QDateTime &time_, Time sent_)
     : number(copy.number),
       time(time_),
-      command(starredCommand(copy.comm, copy.password)),
+      command(hiddenCommand(copy, passwords)),
       sent(sent_),
       isUnreadable(hasLostCharacters(copy)),
       readPart(readPartOf(copy, command))
 {
 }
 
-void LedgerEntry::take(const CameDatagram &datagram, const QString &password, Time at)
+void LedgerEntry::take(const CameDatagram &datagram, const KnownPasswords &passwords, Time at)
 {
     if (datagrams == 0) {
         firstAnswer = std::max(at - sent, Time::zero());
@@ -50,20 +59,32 @@ void LedgerEntry::take(const CameDatagram &datagram, const QString &password, Ti
     ++datagrams;
     bytes += datagram.size;
     isCut = isCut || datagram.size > largestTaken;
-    addText(datagram.text, password);
+    addText(datagram.text, passwords);
+    isLosing = datagram.size == ReplyPiece::losingSize;
+    if (isLosing)
+        passwords.starLosingEnd(reply);
 }
 
 // A password can be parted by the border between two datagrams.
-void LedgerEntry::addText(const QString &text, const QString &password)
+void LedgerEntry::addText(const QString &text, const KnownPasswords &passwords)
 {
     if (isReplyForgotten)
         return;
-    const qsizetype border = std::max<qsizetype>(reply.size() - password.size(), 0);
-    QString added = reply.sliced(border) + text.left(longestKeptReply - std::min(reply.size(), longestKeptReply));
-    if (!password.isEmpty())
-        added.replace(password, QString(password.size(), u'*'));
-    reply.truncate(border);
-    reply += added;
+    QString added = text.left(longestKeptReply - std::min(reply.size(), longestKeptReply));
+    QString tail = reply.last(std::min(reply.size(), passwords.longest()));
+    if (!isUsualRefusal(added)) // asterisks in its usual words would give a password away that is one of them
+        passwords.starNext(tail, added, isLosing);
+    reply.chop(tail.size());
+    reply += tail + added;
+}
+
+void LedgerEntry::hide(const KnownPasswords &passwords)
+{
+    passwords.star(command);
+    if (!isUsualRefusal(reply))
+        passwords.star(reply);
+    if (readPart)
+        passwords.star(*readPart);
 }
 
 Verdict LedgerEntry::judged() const

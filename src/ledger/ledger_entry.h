@@ -10,12 +10,14 @@
 #include <chrono>
 #include <optional>
 
+class KnownPasswords;
+
 /// What is known of one command.
 struct LedgerEntry {
     using Time = std::chrono::microseconds;
 
     /// Of a command whose first copy has just gone out.
-    LedgerEntry(const SentCopy &copy, const QDateTime &time_, Time sent_);
+    LedgerEntry(const SentCopy &copy, const KnownPasswords &passwords, const QDateTime &time_, Time sent_);
 
     int number = 0;
     QDateTime time;
@@ -24,7 +26,7 @@ struct LedgerEntry {
     std::optional<Time> firstAnswer; ///< after the first copy
     int datagrams = 0;
     qint64 bytes = 0; ///< on the wire
-    QString reply;    ///< with asterisks for the RCON password
+    QString reply;    ///< with asterisks for passwords
     Verdict verdict = Verdict::None;
 
     Time sent{};
@@ -34,16 +36,19 @@ struct LedgerEntry {
     bool isLate = false;
     bool isCut = false;
     bool isUnreadable = false;
+    bool isLosing = false;           ///< what came last may lack its last character
     std::optional<QString> readPart; ///< of a command that is too long what the server reads
     bool isReplyForgotten = false;   ///< to make room for later ones
 
     /// Takes the datagram that came at `at`.
-    void take(const CameDatagram &datagram, const QString &password, Time at);
+    void take(const CameDatagram &datagram, const KnownPasswords &passwords, Time at);
+    /// Hides passwords that were not known when it was written.
+    void hide(const KnownPasswords &passwords);
     /// What is to be said of it by now.
     [[nodiscard]] Verdict judged() const;
 
 private:
-    void addText(const QString &text, const QString &password);
+    void addText(const QString &text, const KnownPasswords &passwords);
 };
 
 /// How long a command that nobody waits for may take for its answer, and when none is expected any more.

@@ -9,8 +9,8 @@
 
 using namespace Qt::StringLiterals;
 
-LedgerWatch::LedgerWatch(const Exchange &exchange_, const UDPClient &udpclient, const Clock &clock_, QObject *parent)
-    : QObject(parent), exchange(exchange_), clock(clock_), tmrledger(new QTimer(this))
+LedgerWatch::LedgerWatch(const Exchange &exchange, const UDPClient &udpclient, const Clock &clock_, QObject *parent)
+    : QObject(parent), clock(clock_), tmrledger(new QTimer(this))
 {
     tmrledger->setObjectName(u"tmrledger"_s);
     tmrledger->setSingleShot(true);
@@ -19,7 +19,7 @@ LedgerWatch::LedgerWatch(const Exchange &exchange_, const UDPClient &udpclient, 
     connect(&exchange, &Exchange::copysent, this,
             [this](const SentCopy &copy) { book.sent(copy, clock.now(), clock.elapsed()); });
     connect(&exchange, &Exchange::datagramcame, this,
-            [this](const CameDatagram &datagram) { book.came(datagram, exchange.sentPassword(), clock.elapsed()); });
+            [this](const CameDatagram &datagram) { book.came(datagram, clock.elapsed()); });
     connect(&exchange, &Exchange::over, this, [this](int number, bool isAwaited) {
         book.over(number, isAwaited);
         startTimer();

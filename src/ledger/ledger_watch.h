@@ -16,7 +16,7 @@ class LedgerWatch final : public QObject {
     Q_OBJECT
 
 public:
-    LedgerWatch(const Exchange &exchange_, const UDPClient &udpclient, const Clock &clock_, QObject *parent = nullptr);
+    LedgerWatch(const Exchange &exchange, const UDPClient &udpclient, const Clock &clock_, QObject *parent = nullptr);
 
     [[nodiscard]] Ledger &ledger() { return book; }
 
@@ -24,7 +24,6 @@ private:
     void tmrledger_Timer();
     void startTimer();
 
-    const Exchange &exchange;
     const Clock &clock;
     Ledger book;
     QTimer *tmrledger;

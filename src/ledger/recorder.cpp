@@ -6,18 +6,23 @@
 #include "base/replaced_file.h"
 #include "base/system_error.h"
 #include "base/wire_text.h"
+#include "known_passwords.h"
 #include "output/log_file.h"
 #include "output/output.h"
 #include "rcon/exchange.h"
 #include "rcon/udp_client.h"
 
-#include <QFileInfo>
-
 using namespace Qt::StringLiterals;
 
-Recorder::Recorder(const Exchange &exchange_, const UDPClient &udpclient_, Output &output_, Prompts &prompts_,
-                   const Clock &clock_, QObject *parent)
-    : QObject(parent), exchange(exchange_), udpclient(udpclient_), output(output_), prompts(prompts_), clock(clock_)
+Recorder::Recorder(const Exchange &exchange_, const UDPClient &udpclient_, const KnownPasswords &passwords_,
+                   Output &output_, Prompts &prompts_, const Clock &clock_, QObject *parent)
+    : QObject(parent),
+      exchange(exchange_),
+      udpclient(udpclient_),
+      passwords(passwords_),
+      output(output_),
+      prompts(prompts_),
+      clock(clock_)
 {
 }
 
@@ -48,17 +53,19 @@ void Recorder::begin(const QString &name)
     }
     start = clock.elapsed();
     mask = {};
-    mask.hide(sentPassword());
-    connect(&udpclient, &UDPClient::datagramsent, this, &Recorder::takeSent);
-    connect(&udpclient, &UDPClient::datagramread, this, &Recorder::takeRead);
+    for (const QString &password : passwords.all())
+        mask.hide(toAnsi(password));
+    connect(&udpclient, &UDPClient::datagramsent, this,
+            [this](const QByteArray &datagram) { writeOrEnd(mask.sent(sinceStart(), datagram, sentPassword())); });
+    connect(&udpclient, &UDPClient::datagramread, this,
+            [this](const QByteArray &datagram) { writeOrEnd(mask.received(sinceStart(), datagram)); });
     emit recordingchanged(true);
 }
 
 std::optional<Fault> Recorder::open(const QString &name)
 {
-    const QFileInfo info(name);
-    if (info.exists() && !info.isFile() && !info.isDir())
-        return systemFault(std::errc::not_supported); // a device or a pipe: opening it could wait for ever
+    if (const std::optional<Fault> fault = faultOfNoFile(name))
+        return fault;
     file.setFileName(name);
     clearSystemError();
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
@@ -75,16 +82,16 @@ void Recorder::end()
     emit recordingchanged(false);
 }
 
-void Recorder::takeSent(const QByteArray &datagram)
+void Recorder::takeCheckSent(const QByteArray &datagram, const QString &password)
 {
     if (isRecording())
-        writeOrEnd(mask.sent(sinceStart(), datagram, sentPassword()));
+        writeOrEnd(mask.sent(sinceStart(), datagram, toAnsi(password)));
 }
 
-void Recorder::takeRead(const QByteArray &datagram)
+void Recorder::takeCheckRead(const QByteArray &datagram)
 {
     if (isRecording())
-        writeOrEnd(mask.received(sinceStart(), datagram));
+        writeOrEnd(mask.received(sinceStart(), datagram, TrafficMask::OfCheck));
 }
 
 std::optional<Fault> Recorder::write(const QByteArray &lines)

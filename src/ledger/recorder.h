@@ -12,6 +12,7 @@
 class Clock;
 class Exchange;
 class Fault;
+class KnownPasswords;
 class Output;
 class Prompts;
 class UDPClient;
@@ -22,8 +23,9 @@ class Recorder final : public QObject {
     Q_OBJECT
 
 public:
-    Recorder(const Exchange &exchange_, const UDPClient &udpclient_, Output &output_, Prompts &prompts_,
-             const Clock &clock_, QObject *parent = nullptr);
+    /// `passwords_`: those known when a recording begins are not to be seen in it.
+    Recorder(const Exchange &exchange_, const UDPClient &udpclient_, const KnownPasswords &passwords_, Output &output_,
+             Prompts &prompts_, const Clock &clock_, QObject *parent = nullptr);
     ~Recorder() override;
 
     /// Begins to record, to a file for which it asks, or ends it.
@@ -31,9 +33,10 @@ public:
     [[nodiscard]] bool isRecording() const { return file.isOpen(); }
 
 public slots:
-    /// Datagrams beside those of the exchange, too; nothing happens while it does not record.
-    void takeSent(const QByteArray &datagram);
-    void takeRead(const QByteArray &datagram);
+    /// Datagrams of the connection check, which has a link and a password of its own; nothing happens while it does not
+    /// record.
+    void takeCheckSent(const QByteArray &datagram, const QString &password);
+    void takeCheckRead(const QByteArray &datagram);
 
 signals:
     void recordingchanged(bool isRecording);
@@ -49,6 +52,7 @@ private:
 
     const Exchange &exchange;
     const UDPClient &udpclient;
+    const KnownPasswords &passwords;
     Output &output;
     Prompts &prompts;
     const Clock &clock;

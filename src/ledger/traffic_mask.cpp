@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "traffic_mask.h"
 
+#include "rcon/reply_piece.h"
 #include "rcon/shown_command.h"
 
 #include <algorithm>
 #include <utility>
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -12,21 +15,12 @@ const QByteArray header("\xFF\xFF\xFF\xFF");
 const QByteArray requestHead = header + "rcon ";
 const QByteArray replyHead = header + "print\n";
 
-QByteArray line(TrafficMask::Time at, const char *way, const QByteArray &datagram)
-{
-    return "{\"us\":" + QByteArray::number(at.count()) + ",\"way\":\"" + way + "\",\"data\":\"" + datagram.toBase64() +
-           "\"}\n";
-}
-
-QByteArray stars(qsizetype count)
-{
-    return {count, '*'};
-}
+constexpr auto longestHeldBack = 10s; // later no piece of the same reply comes
 
 // What tells one kind of datagram from another is no password, whatever the password is.
 qsizetype bodyBegin(const QByteArray &datagram)
 {
-    for (const QByteArray &head : {replyHead, header}) {
+    for (const QByteArray &head : {requestHead, replyHead, header}) {
         if (datagram.startsWith(head))
             return head.size();
     }
@@ -39,12 +33,16 @@ QByteArray starredBytes(const QByteArray &command)
     return starredCommand(QString::fromLatin1(command), {}).toLatin1();
 }
 
+bool isLosing(const QByteArray &datagram)
+{
+    return datagram.size() == ReplyPiece::losingSize;
+}
+
 } // namespace
 
 void TrafficMask::hide(const QByteArray &password)
 {
-    if (!password.isEmpty() && !passwords.contains(password))
-        passwords.append(password);
+    passwords.add(QString::fromLatin1(password));
 }
 
 QByteArray TrafficMask::sent(Time at, const QByteArray &datagram, const QByteArray &password)
@@ -52,64 +50,74 @@ QByteArray TrafficMask::sent(Time at, const QByteArray &datagram, const QByteArr
     hide(password);
     QByteArray masked = datagram;
     const QByteArray head = requestHead + password + ' ';
-    if (datagram.startsWith(head))
-        masked = head + starredBytes(datagram.sliced(head.size()));
-    hideAll(masked, masked.startsWith(requestHead) ? requestHead.size() : bodyBegin(masked));
-    if (!held)
-        return line(at, "out", masked);
-    held->behind += line(at, "out", masked);
-    return {};
+    if (datagram.startsWith(head)) {
+        const QByteArray command = datagram.sliced(head.size());
+        passwords.addFrom(QString::fromLatin1(command));
+        masked = head + starredBytes(command);
+    }
+    star(masked, bodyBegin(masked));
+    endOld(at);
+    lines.append({.at = at, .isSent = true, .datagram = masked});
+    return ready();
 }
 
-QByteArray TrafficMask::received(Time at, const QByteArray &datagram)
+QByteArray TrafficMask::received(Time at, const QByteArray &datagram, Link link)
 {
-    QByteArray masked = datagram;
-    hideAll(masked, bodyBegin(masked));
-    if (held)
-        hideParted(held->datagram, masked);
-    const QByteArray before = rest();
-    if (!mayGoOn(masked))
-        return before + line(at, "in", masked);
-    held = Held{at, masked, {}};
-    return before;
+    const qsizetype begin = bodyBegin(datagram);
+    QString body = QString::fromLatin1(datagram.sliced(begin));
+    if (Line *last = awaited(link)) {
+        const qsizetype lastBegin = bodyBegin(last->datagram);
+        QString before = QString::fromLatin1(last->datagram.sliced(lastBegin));
+        passwords.starNext(before, body, isLosing(last->datagram));
+        last->datagram = last->datagram.first(lastBegin) + before.toLatin1();
+        last->mayGoOn = false;
+    } else {
+        passwords.star(body);
+    }
+    const bool mayGoOn = isLosing(datagram) || passwords.mayGoOn(body);
+    if (isLosing(datagram))
+        passwords.starLosingEnd(body);
+    endOld(at);
+    lines.append({at, false, datagram.first(begin) + body.toLatin1(), link, mayGoOn});
+    return ready();
 }
 
 QByteArray TrafficMask::rest()
 {
-    const std::optional<Held> last = std::exchange(held, std::nullopt);
-    return last ? line(last->at, "in", last->datagram) + last->behind : QByteArray();
+    for (Line &line : lines)
+        line.mayGoOn = false;
+    return ready();
 }
 
-void TrafficMask::hideAll(QByteArray &datagram, qsizetype from) const
+void TrafficMask::star(QByteArray &datagram, qsizetype from) const
 {
-    QByteArray body = datagram.sliced(from);
-    for (const QByteArray &password : passwords)
-        body.replace(password, stars(password.size()));
-    datagram = datagram.first(from) + body;
+    QString body = QString::fromLatin1(datagram.sliced(from));
+    passwords.star(body);
+    datagram = datagram.first(from) + body.toLatin1();
 }
 
-/// Whether it ends as a password begins.
-bool TrafficMask::mayGoOn(const QByteArray &datagram) const
+/// The line that the next datagram on that link may go on.
+TrafficMask::Line *TrafficMask::awaited(Link link)
 {
-    return std::ranges::any_of(passwords, [&datagram](const QByteArray &password) {
-        for (qsizetype size = 1; size < password.size(); ++size) {
-            if (datagram.endsWith(password.first(size)))
-                return true;
-        }
-        return false;
-    });
+    const auto found =
+        std::ranges::find_if(lines, [link](const Line &line) { return line.mayGoOn && line.link == link; });
+    return found == lines.end() ? nullptr : &*found;
 }
 
-void TrafficMask::hideParted(QByteArray &before, QByteArray &after) const
+void TrafficMask::endOld(Time at)
 {
-    const qsizetype begin = bodyBegin(after);
-    for (const QByteArray &password : passwords) {
-        for (qsizetype size = 1; size < password.size(); ++size) {
-            const qsizetype behind = password.size() - size;
-            if (!before.endsWith(password.first(size)) || !after.sliced(begin).startsWith(password.sliced(size)))
-                continue;
-            before.replace(before.size() - size, size, stars(size));
-            after.replace(begin, behind, stars(behind));
-        }
+    for (Line &line : lines)
+        line.mayGoOn = line.mayGoOn && at - line.at <= longestHeldBack;
+}
+
+/// Takes the lines off that stand before any that is held back.
+QByteArray TrafficMask::ready()
+{
+    QByteArray text;
+    while (!lines.isEmpty() && !lines.constFirst().mayGoOn) {
+        const Line line = lines.takeFirst();
+        text += "{\"us\":" + QByteArray::number(line.at.count()) + ",\"way\":\"" + (line.isSent ? "out" : "in") +
+                "\",\"data\":\"" + line.datagram.toBase64() + "\"}\n";
     }
+    return text;
 }

@@ -16,33 +16,34 @@ bool begins(QStringView text, QLatin1StringView with)
     return text.startsWith(with, Qt::CaseInsensitive);
 }
 
-QStringView firstLine(QStringView text)
-{
-    const QStringView rest = text.trimmed();
-    const qsizetype end = rest.indexOf(u'\n');
-    return end < 0 ? rest : rest.first(end).trimmed();
-}
-
-/// How many characters at the beginning of `text` refuse a password.
-qsizetype refusalLength(QStringView text)
+/// How many characters at the beginning of `text` refuse a password, in words that are always the same.
+qsizetype usualLength(QStringView text)
 {
     const auto found =
         std::ranges::find_if(usualRefusals, [text](QLatin1StringView refusal) { return begins(text, refusal); });
-    if (found != usualRefusals.end())
-        return found->size();
+    return found != usualRefusals.end() ? found->size() : 0;
+}
+
+/// In any words.
+qsizetype refusalLength(QStringView text)
+{
+    if (const qsizetype usual = usualLength(text); usual > 0)
+        return usual;
     const QStringView line = firstLine(text);
     return line.endsWith(endOfRefusal, Qt::CaseInsensitive) ? line.size() : 0;
 }
 
-// A refusal is all that a server says. Not all of them end their line, and each copy of a command is refused.
-bool refusesPassword(QStringView reply)
+// Not all refusals end their line, and each copy of a command is refused.
+bool consistsOf(QStringView reply, qsizetype (*length)(QStringView))
 {
     QStringView rest = reply.trimmed();
+    if (rest.isEmpty())
+        return false;
     while (!rest.isEmpty()) {
-        const qsizetype length = refusalLength(rest);
-        if (length == 0)
+        const qsizetype size = length(rest);
+        if (size == 0)
             return false;
-        rest = rest.sliced(length).trimmed();
+        rest = rest.sliced(size).trimmed();
     }
     return true;
 }
@@ -97,12 +98,29 @@ bool isGood(Verdict verdict)
     return verdict == Verdict::Acknowledged || verdict == Verdict::Answered;
 }
 
+QStringView firstLine(QStringView text)
+{
+    const QStringView rest = text.trimmed();
+    const qsizetype end = rest.indexOf(u'\n');
+    return end < 0 ? rest : rest.first(end).trimmed();
+}
+
+bool isRefusal(QStringView reply)
+{
+    return consistsOf(reply, refusalLength);
+}
+
+bool isUsualRefusal(QStringView reply)
+{
+    return consistsOf(reply, usualLength);
+}
+
 Verdict verdictOfReply(QStringView command, QStringView reply)
 {
     const QStringView line = firstLine(reply);
     if (line.isEmpty())
         return Verdict::Acknowledged;
-    if (refusesPassword(reply))
+    if (isRefusal(reply))
         return Verdict::PasswordRefused;
     if (begins(line, "Unknown command"_L1))
         return Verdict::UnknownCommand;

@@ -7,6 +7,7 @@
 #include "rcon/reading.h"
 #include "rcon/server_fields.h"
 #include "rcon/services.h"
+#include "rcon/session.h"
 
 #include <utility>
 
@@ -14,8 +15,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int mostReadings = 3;    // of a list that does not come, or not whole
+constexpr int mostReadings = 3;    // of a list that other commands or boxes get in the way of
 constexpr int longestAnswer = 200; // characters
+
+constexpr auto nothingSent = ": nothing was sent"_L1;
+constexpr auto serverLeft = "The server has been left"_L1;
+constexpr auto noWay = "The server could not be reached"_L1;
 
 /// What the server said, on one line.
 QString words(QString reply, const QString &password)
@@ -26,14 +31,43 @@ QString words(QString reply, const QString &password)
     return text.isEmpty() ? u"The server has taken it without a word"_s : text;
 }
 
+/// What is said of a command that has brought no words of the server.
+QString told(Fate fate, bool isOpen)
+{
+    switch (fate) {
+    case Fate::Unsent:
+        return QString(isOpen ? noWay : serverLeft) + nothingSent;
+    case Fate::HeldUp:
+        return u"Another command or a box came between"_s + nothingSent;
+    case Fate::Disturbed:
+        return isOpen ? u"Another command or a box came before the server's words"_s
+                      : QString(serverLeft) + u" before it has answered"_s;
+    case Fate::Silent:
+    case Fate::Answered:
+        break;
+    }
+    return u"The server has not answered"_s;
+}
+
 } // namespace
+
+/// A list that was read anew, or why there is none.
+struct CheckedActions::NewerList {
+    QList<StatusRow> rows;
+    bool isInPieces = false;
+    QString trouble; ///< empty when the list has come
+};
 
 void CheckedActions::act(const CheckedDeed &deed, WantedPlayer wanted, const QString &text)
 {
     const Conversation talk(services);
     std::optional<Sighting> sighting = actOnce(deed, wanted, text);
     // While the person thinks about it he can go elsewhere again, so he is looked for anew.
-    while (sighting && isWantedThere(deed, wanted, *sighting) && talk.isOpen()) {
+    while (sighting && isWantedThere(deed, wanted, *sighting)) {
+        if (!talk.isOpen()) {
+            emit answered(QString(serverLeft) + nothingSent);
+            return;
+        }
         wanted.num = sighting->num;
         sighting = actOnce(deed, wanted, text);
     }
@@ -44,34 +78,60 @@ std::optional<Sighting> CheckedActions::actOnce(const CheckedDeed &deed, const W
                                                 const QString &text)
 {
     const Reading scope(services, {.door = &acting, .note = {}});
-    if (!scope)
-        return {};
-    emit answered({});
-    const Conversation talk(services);
-    const std::optional<QList<StatusRow>> rows = readList(talk, scope);
-    if (!talk.isOpen() || !scope.isLatest())
-        return {};
-    if (!rows) {
-        emit answered(u"The list of players has not come: nothing was sent"_s);
+    if (!scope) {
+        emit answered(services.session.connected ? u"Another checked action goes on"_s + nothingSent : QString());
         return {};
     }
-    const Sighting sighting = lookFor(wanted, *rows);
+    emit answered({});
+    const Conversation talk(services);
+    const auto isMissing = [&](const QList<StatusRow> &rows) { return lookFor(wanted, rows).kind == Sighting::Gone; };
+    const NewerList list = readList(talk, scope, isMissing);
+    if (!scope.isLatest())
+        return {}; // the one who was let in since tells what became of his
+    if (!list.trouble.isEmpty()) {
+        emit answered(list.trouble + nothingSent);
+        return {};
+    }
+    const Sighting sighting = lookFor(wanted, list.rows);
     if (sighting.kind != Sighting::There)
         return sighting;
     carryOut(talk, scope, deed, wanted, text);
     return {};
 }
 
-std::optional<QList<StatusRow>> CheckedActions::readList(const Conversation &talk, const Reading &scope)
+// One reading that nothing has come between. After what has, answers to this one may come still; they are awaited.
+CheckedActions::NewerList CheckedActions::readList(const Conversation &talk, const Reading &scope) const
 {
     const auto isEnded = [](const QString &reply) { return reply.endsWith("\n\n"_L1); };
-    for (int reading = 0; reading < mostReadings && talk.isOpen() && scope.isLatest(); ++reading) {
-        if (!talk.tellOnce(u"status"_s, isEnded))
-            continue; // nobody heard it, or another command has emptied the reply
-        if (auto rows = wholeTable(talk.reply(), talk.pieces()))
-            return rows;
+    Fate fate = Fate::Disturbed;
+    for (int reading = 0; reading < mostReadings && fate == Fate::Disturbed && scope.isLatest(); ++reading) {
+        fate = talk.tellOnce(u"status"_s, isEnded);
+        if (!talk.isOpen())
+            return {.rows = {}, .trouble = serverLeft};
     }
-    return {};
+    if (fate == Fate::Silent)
+        return {.rows = {}, .trouble = u"No answer to \"status\""_s};
+    if (fate == Fate::Unsent)
+        return {.rows = {}, .trouble = noWay};
+    if (fate != Fate::Answered)
+        return {.rows = {}, .trouble = u"Other commands or boxes came between"_s};
+    if (const auto rows = wholeTable(talk.reply(), talk.pieces()))
+        return {.rows = *rows, .isInPieces = talk.pieces().size() > 1, .trouble = {}};
+    const bool isList = talk.reply().startsWith("map:"_L1);
+    return {.rows = {},
+            .trouble = isList ? u"The list of players has not come whole"_s
+                              : u"What came for \"status\" is no list of players"_s};
+}
+
+// A datagram in the middle of a list can be lost without a trace, and he with it: who is missing in a list that came in
+// pieces is looked for in a second one.
+CheckedActions::NewerList CheckedActions::readList(const Conversation &talk, const Reading &scope,
+                                                   const IsMissing &isMissing) const
+{
+    NewerList list = readList(talk, scope);
+    if (list.trouble.isEmpty() && list.isInPieces && isMissing(list.rows))
+        list = readList(talk, scope);
+    return list;
 }
 
 void CheckedActions::carryOut(const Conversation &talk, const Reading &scope, const CheckedDeed &deed,
@@ -80,27 +140,33 @@ void CheckedActions::carryOut(const Conversation &talk, const Reading &scope, co
     const QString command = deed.command + wanted.num + (text.isEmpty() ? QString() : u' ' + text);
     if (deed.dismisses)
         emit dismissing(wanted, command);
-    const bool isAnswered = talk.tellOnce(command);
-    if (!talk.isOpen() || !scope.isLatest())
+    const Fate fate = talk.tellOnce(command);
+    if (!scope.isLatest())
         return;
-    emit answered(isAnswered ? words(talk.reply(), services.fields.password()) : u"The server has not answered"_s);
-    if (deed.dismisses)
+    emit answered(fate == Fate::Answered ? words(talk.reply(), services.fields.password()) : told(fate, talk.isOpen()));
+    if (deed.dismisses && fate != Fate::HeldUp && fate != Fate::Unsent)
         tellWhetherGone(talk, scope, wanted);
 }
 
 void CheckedActions::tellWhetherGone(const Conversation &talk, const Reading &scope, const WantedPlayer &wanted)
 {
-    const std::optional<QList<StatusRow>> rows = readList(talk, scope);
-    if (!talk.isOpen() || !scope.isLatest())
+    const auto isMissing = [&](const QList<StatusRow> &rows) { return isStillThere(wanted, rows) == false; };
+    const NewerList list =
+        talk.isOpen() ? readList(talk, scope, isMissing) : NewerList{.rows = {}, .trouble = serverLeft};
+    if (!scope.isLatest())
         return;
-    const auto kind = rows ? std::optional(lookFor(wanted, *rows).kind) : std::nullopt;
-    if (kind == Sighting::Gone) {
-        emit answered(wanted.shown + u" has gone"_s);
-        emit left(wanted);
-    } else if (kind && kind != Sighting::Damaged) {
+    if (!list.trouble.isEmpty()) {
+        emit answered(list.trouble + u": whether %1 has gone is not known"_s.arg(wanted.shown));
+        return;
+    }
+    const std::optional<bool> isThere = isStillThere(wanted, list.rows);
+    if (!isThere) {
+        emit answered(u"The list does not tell whether %1 has gone"_s.arg(wanted.shown));
+    } else if (*isThere) {
         emit answered(wanted.shown + u" is still there"_s);
     } else {
-        emit answered(u"The list does not tell whether %1 has gone"_s.arg(wanted.shown));
+        emit answered(wanted.shown + u" has gone"_s);
+        emit left(wanted);
     }
 }
 

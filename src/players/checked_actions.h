@@ -6,6 +6,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <optional>
 
 class Conversation;
@@ -21,12 +22,12 @@ class CheckedActions final : public QObject {
 public:
     CheckedActions(const Services &services_, QObject *parent) : QObject(parent), services(services_) {}
 
-    /// Looks for the player; where he stands the command is sent with `text` behind the slot number, once. Boxes say
-    /// what was found instead. Does nothing while it is at it already.
+    /// Looks for the player; where he stands the command is sent with `text` behind the slot number, once. It ends with
+    /// a box that says what was found instead, or with an answer. Does nothing while it is at it already.
     void act(const CheckedDeed &deed, WantedPlayer wanted, const QString &text = {});
 
 signals:
-    /// What the server said, and then what its list says; for the status bar.
+    /// What the server said, and then what its list says, or why nothing was sent; for the status bar.
     void answered(const QString &answer);
     /// This command is about to be sent to get rid of him.
     void dismissing(const WantedPlayer &wanted, const QString &command);
@@ -34,9 +35,13 @@ signals:
     void left(const WantedPlayer &wanted);
 
 private:
+    struct NewerList;
+    using IsMissing = std::function<bool(const QList<StatusRow> &rows)>;
+
     [[nodiscard]] std::optional<Sighting> actOnce(const CheckedDeed &deed, const WantedPlayer &wanted,
                                                   const QString &text);
-    [[nodiscard]] std::optional<QList<StatusRow>> readList(const Conversation &talk, const Reading &scope);
+    [[nodiscard]] NewerList readList(const Conversation &talk, const Reading &scope) const;
+    [[nodiscard]] NewerList readList(const Conversation &talk, const Reading &scope, const IsMissing &isMissing) const;
     void carryOut(const Conversation &talk, const Reading &scope, const CheckedDeed &deed, const WantedPlayer &wanted,
                   const QString &text);
     void tellWhetherGone(const Conversation &talk, const Reading &scope, const WantedPlayer &wanted);

@@ -11,17 +11,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool isNumber(QStringView text)
-{
-    bool isOk = false;
-    (void)text.toLongLong(&isOk);
-    return isOk;
-}
-
-/// A slot number and a GUID that are no numbers were put together from something else.
 bool isDamaged(const StatusRow &row)
 {
-    return row.damage != RowDamage::None || !isNumber(row.num) || !isNumber(row.guid);
+    return row.damage != RowDamage::None || !isNumbered(row);
 }
 
 bool isLeaving(const StatusRow &row)
@@ -39,27 +31,54 @@ bool isCalled(const WantedPlayer &wanted, const StatusRow &row)
     return row.guid == wanted.guid && row.name == wanted.name;
 }
 
-/// True when the damaged `row` may be about him: one character that is missing leaves either his GUID or his name as it
-/// was, or both stand in a row that two have become. Without a GUID of his own the name may be the damaged one.
-bool mayBe(const WantedPlayer &wanted, const StatusRow &row)
+QString lineOf(const StatusRow &row)
 {
-    const QString line =
-        QStringList{row.num, row.score, row.ping, row.guid, row.name, row.address, row.qport, row.rate}.join(u' ');
-    const auto holds = [&line](const QString &text) { return !text.isEmpty() && line.contains(text); };
-    if (holds(wanted.name) || (!isOfMany(wanted.guid) && holds(wanted.guid)))
-        return true;
-    for (qsizetype missing = 0; isOfMany(wanted.guid) && missing < wanted.name.size(); ++missing) {
-        if (row.name == QString(wanted.name).remove(missing, 1))
+    return QStringList{row.num, row.score, row.ping, row.guid, row.name, row.address, row.qport, row.rate}.join(u' ');
+}
+
+/// True when `text` is `whole` with one character missing.
+bool lacksOne(const QString &text, const QString &whole)
+{
+    for (qsizetype missing = 0; text.size() == whole.size() - 1 && missing < whole.size(); ++missing) {
+        if (text == QString(whole).remove(missing, 1))
             return true;
     }
     return false;
 }
 
+/// True when `text` stands in the line behind a blank and before one, or at its ends; what `mayTouch` needs none behind
+/// it.
+bool holdsWord(const QString &line, const QString &text, bool mayTouch)
+{
+    for (qsizetype at = line.indexOf(text); at >= 0; at = line.indexOf(text, at + 1)) {
+        const qsizetype end = at + text.size();
+        const bool isEnded = mayTouch || end == line.size() || line.at(end) == u' ';
+        if (isEnded && (at == 0 || line.at(at - 1) == u' '))
+            return true;
+    }
+    return false;
+}
+
+/// True when the damaged `row` may be about him: one character that is missing leaves either his GUID or his name as it
+/// was, or both stand in a row that two have become. It can be the blank between the two. Without a GUID of his own the
+/// name may be the damaged one, or have gone where the columns behind it touch.
+bool mayBe(const WantedPlayer &wanted, const StatusRow &row)
+{
+    const QString line = lineOf(row);
+    if (isOfMany(wanted.guid))
+        return line.contains(wanted.name) || lacksOne(row.name, wanted.name) ||
+               (row.num == wanted.num && isOfMany(row.guid));
+    return holdsWord(line, wanted.name, false) || holdsWord(line, wanted.guid, true);
+}
+
+bool isDoubtful(const WantedPlayer &wanted, const QList<StatusRow> &rows)
+{
+    return std::ranges::any_of(rows, [&](const StatusRow &row) { return isDamaged(row) && mayBe(wanted, row); });
+}
+
 Sighting damagedOr(Sighting::Kind kind, const WantedPlayer &wanted, const QList<StatusRow> &rows)
 {
-    const bool isDoubtful =
-        std::ranges::any_of(rows, [&](const StatusRow &row) { return isDamaged(row) && mayBe(wanted, row); });
-    return {wanted.isDamaged || isDoubtful ? Sighting::Damaged : kind, {}};
+    return {wanted.isDamaged || isDoubtful(wanted, rows) ? Sighting::Damaged : kind, {}};
 }
 
 /// One of many who share a GUID: only who stands where he stood is he.
@@ -67,7 +86,7 @@ Sighting lookForOneOfMany(const WantedPlayer &wanted, const QList<StatusRow> &ca
 {
     for (const StatusRow &row : called) {
         if (!isDamaged(row) && row.num == wanted.num && row.address == wanted.address)
-            return {Sighting::There, row.num};
+            return isDoubtful(wanted, rows) ? Sighting{Sighting::Damaged, {}} : Sighting{Sighting::There, row.num};
     }
     return damagedOr(called.size() > 1 ? Sighting::Two : Sighting::Gone, wanted, rows);
 }
@@ -78,6 +97,20 @@ bool isMixed(const QList<ReplyPiece> &pieces)
 {
     const auto isFull = [](const ReplyPiece &piece) { return piece.mayLackLast; };
     return std::ranges::any_of(pieces, isFull) && !std::all_of(pieces.begin(), pieces.end() - 1, isFull);
+}
+
+/// True when the rows stand in the order of their slots, as servers list them. Pieces of an older list do not fit in.
+bool isInOrder(const QList<StatusRow> &rows)
+{
+    qint64 last = -1;
+    for (const StatusRow &row : rows) {
+        if (isDamaged(row))
+            continue; // a digit may be missing
+        if (row.num.toLongLong() <= last)
+            return false;
+        last = row.num.toLongLong();
+    }
+    return true;
 }
 
 } // namespace
@@ -94,16 +127,36 @@ Sighting lookFor(const WantedPlayer &wanted, const QList<StatusRow> &rows)
     if (called.isEmpty())
         return damagedOr(Sighting::Gone, wanted, rows);
     const StatusRow &row = called.first();
-    if (isDamaged(row))
-        return {Sighting::Damaged, {}};
+    if (isDamaged(row) || isDoubtful(wanted, rows))
+        return {Sighting::Damaged, {}}; // a damaged row beside it may be another of his kind
     return {row.num == wanted.num ? Sighting::There : Sighting::Elsewhere, row.num};
+}
+
+std::optional<bool> isStillThere(const WantedPlayer &wanted, const QList<StatusRow> &rows)
+{
+    if (isOfMany(wanted.guid)) {
+        WantedPlayer known = wanted;
+        known.isDamaged = false; // he stood in a newer list as he is
+        const Sighting::Kind kind = lookFor(known, rows).kind;
+        return kind == Sighting::Damaged ? std::nullopt : std::optional(kind == Sighting::There);
+    }
+    bool mayBeThere = false;
+    for (const StatusRow &row : rows) {
+        if (isDamaged(row))
+            mayBeThere = mayBeThere || mayBe(wanted, row) || lineOf(row).contains(wanted.guid) ||
+                         lacksOne(row.guid, wanted.guid);
+        else if (row.guid == wanted.guid && !isLeaving(row))
+            return true;
+    }
+    return mayBeThere ? std::nullopt : std::optional(false);
 }
 
 std::optional<QList<StatusRow>> wholeTable(const QString &reply, const QList<ReplyPiece> &pieces)
 {
     StatusTable table;
     QList<StatusRow> rows;
-    if (!reply.startsWith("map:"_L1) || pieces.isEmpty() || isMixed(pieces))
+    const bool isCut = std::ranges::any_of(pieces, &ReplyPiece::isCut);
+    if (!reply.startsWith("map:"_L1) || pieces.isEmpty() || isCut || isMixed(pieces))
         return {};
     // The empty line at the end can be the character that is missing: at the end of a full datagram, or at its border.
     const qsizetype last = pieces.size() - 1;
@@ -118,5 +171,5 @@ std::optional<QList<StatusRow>> wholeTable(const QString &reply, const QList<Rep
     } catch (const Fault &) {
         return {}; // cut short
     }
-    return rows;
+    return isInOrder(rows) ? std::optional(rows) : std::nullopt;
 }

@@ -26,7 +26,7 @@ struct Sighting {
         Elsewhere, ///< undamaged in one other slot
         Gone,
         Two,    ///< more than one stand under his GUID and name
-        Damaged ///< the row that is his, or may be his, is damaged
+        Damaged ///< the row that is his is damaged, or another one that may be his too
     };
 
     Kind kind = Gone;
@@ -38,6 +38,11 @@ struct Sighting {
 /// Looks for a player by GUID and exact name, whatever his address. A GUID of 0 is that of many, and name, slot and
 /// address must agree then. Who is just leaving has left.
 [[nodiscard]] Sighting lookFor(const WantedPlayer &wanted, const QList<StatusRow> &rows);
+
+/// Whether a player who was found, and has been thrown out since, is there still; nothing when damaged rows leave it
+/// open. His GUID tells: he can have taken another name meanwhile. With a GUID of 0 name, slot and address have to
+/// agree.
+[[nodiscard]] std::optional<bool> isStillThere(const WantedPlayer &wanted, const QList<StatusRow> &rows);
 
 /// All rows of a gathered reply to "status"; nothing when it is another's or has not come whole.
 [[nodiscard]] std::optional<QList<StatusRow>> wholeTable(const QString &reply, const QList<ReplyPiece> &pieces);

@@ -15,7 +15,6 @@
 #include "output/log_file.h"
 #include "player_csv.h"
 #include "player_menu.h"
-#include "rcon/conversation.h"
 #include "rcon/reading.h"
 #include "rcon/server_fields.h"
 #include "rcon/services.h"
@@ -25,7 +24,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHeaderView>
-#include <QScopeGuard>
 #include <QScrollBar>
 #include <QShortcut>
 
@@ -58,6 +56,8 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
       checkedActions(services_, this)
 {
     ui->setupUi(this);
+    actions.emplace(services_, PlayerActions::Controls{players, *ui->msfplayers, *ui->chkplyq, *ui->chkremcol},
+                    [this](const WantedPlayer &wanted, const QString &command) { emit acting(wanted, command); });
     ui->msfplayers->showTable(players);
     players.setMark(
         [view = ui->msfplayers](RowDamage damage, PlayerRemark remark) { return rowMark(damage, remark, *view); });
@@ -66,10 +66,10 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
 
     connect(ui->cmdplypop, &QPushButton::clicked, this, &PlayersPage::cmdplypop_Click);
     connect(ui->complayersort, &QComboBox::currentIndexChanged, this, &PlayersPage::complayersort_Click);
-    connect(ui->cmdplykick, &QPushButton::clicked, this, [this] { dismiss(kick); });
-    connect(ui->cmdplyban, &QPushButton::clicked, this, [this] { dismiss(ban); });
-    connect(ui->cmdtempban, &QPushButton::clicked, this, [this] { dismiss(temporaryBan); });
-    connect(ui->cmdplymessage, &QPushButton::clicked, this, &PlayersPage::cmdplymessage_Click);
+    connect(ui->cmdplykick, &QPushButton::clicked, this, [this] { actions->dismiss(kick); });
+    connect(ui->cmdplyban, &QPushButton::clicked, this, [this] { actions->dismiss(ban); });
+    connect(ui->cmdtempban, &QPushButton::clicked, this, [this] { actions->dismiss(temporaryBan); });
+    connect(ui->cmdplymessage, &QPushButton::clicked, this, [this] { actions->message(); });
     connect(ui->cmdsavenames, &QPushButton::clicked, this, &PlayersPage::cmdsavenames_Click);
     connect(ui->chkautoupdate, &QCheckBox::toggled, this, &PlayersPage::chkautoupdate_Click);
     wireList();
@@ -79,7 +79,7 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
     connect(&refresh, &PlayerRefresh::runningchanged, this, &PlayersPage::refreshchanged);
     connect(&refresh, &PlayerRefresh::kicked, this, [this](const QString &num) {
         if (const int row = players.rowOf(num); row >= 0)
-            removeRow(row);
+            actions->removeRow(row);
     });
 }
 
@@ -96,7 +96,7 @@ void PlayersPage::wireList()
     });
     connect(&checkedActions, &CheckedActions::answered, this, &PlayersPage::checkanswered);
     connect(&checkedActions, &CheckedActions::left, this,
-            [this](const WantedPlayer &wanted) { dropRow(wanted.listedNum, wanted.guid, wanted.shown); });
+            [this](const WantedPlayer &wanted) { actions->dropRow(wanted.listedNum, wanted.guid, wanted.shown); });
     connect(ui->txtplyfilter, &QLineEdit::textChanged, ui->msfplayers, &PlayerView::setFilter);
 }
 
@@ -196,15 +196,15 @@ void PlayersPage::add(const StatusRow &row)
     refresh.check999(stripcolour(row.name), row.ping, row.num);
     if (populate != populates)
         return; // it brought a box, and the list has been read anew meanwhile
-    players.add(
-        {QString(), row.num, row.guid, shownName(row.name), row.ping, row.score, row.address, row.qport, row.rate},
-        row.name, row.damage);
+    players.add({QString(), row.num, row.guid, actions->shownName(row.name), row.ping, row.score, row.address,
+                 row.qport, row.rate},
+                row.name, row.damage);
     rows.append(row);
 }
 
 void PlayersPage::add(const GetstatusRow &row)
 {
-    players.add({QString(), QString(), QString(), shownName(row.name), row.ping, row.score});
+    players.add({QString(), QString(), QString(), actions->shownName(row.name), row.ping, row.score});
 }
 
 void PlayersPage::complayersort_Click()
@@ -278,105 +278,13 @@ void PlayersPage::offerActions(bool on)
         button->setEnabled(on);
 }
 
-void PlayersPage::dismiss(const Dismissal &dismissal)
-{
-    QLatin1StringView section = "Top"_L1;
-    try {
-        const int row = ui->msfplayers->selectedRow();
-        if (row < 0) {
-            services.prompts.inform(dismissal.select, u"No player"_s);
-            return;
-        }
-        const QString num = players.text(row, PlayerColumn::Num);
-        if (ui->chkplyq->isChecked() || num.isEmpty()) { // Query Mode also fills in rows without a number
-            services.prompts.inform(dismissal.refusal, u"Need Rcon Access"_s);
-            return;
-        }
-
-        const QString guid = players.text(row, PlayerColumn::Guid);
-        const QString name = players.text(row, PlayerColumn::Player);
-        const QString command = dismissal.command + num;
-        const QString underWay =
-            QStringList{command, guid, stripcolour(name), services.clock.now().date().toString()}.join(u'\n');
-        if (dismissals.contains(underWay))
-            return; // one click too many
-        dismissals.append(underWay);
-        const auto done = qScopeGuard([&] { dismissals.removeOne(underWay); });
-
-        const Conversation talk(services);
-        emit acting(players.wanted(row), command);
-        if (!talk.tell(command))
-            return; // the list is another server's by now
-        section = dismissal.noteSection;
-        talk.note(dismissal.noteBefore + name + dismissal.noteBehind);
-        section = dismissal.removalSection;
-        dropRow(num, guid, name);
-    } catch (const Fault &fault) {
-        report(fault, dismissal, section);
-    }
-}
-
-void PlayersPage::report(const Fault &fault, const Dismissal &dismissal, QLatin1StringView section)
-{
-    if (dismissal.failure.isEmpty()) {
-        services.prompts.showFault(fault);
-        return;
-    }
-    services.prompts.refuse(dismissal.failure +
-                                u"\rError code %1 Descr: %2\rSection %3\rPlayer Row %4\r"_s.arg(fault.number())
-                                    .arg(fault.description(), section)
-                                    .arg(ui->msfplayers->selectedRow() + 1),
-                            dismissal.failureTitle);
-}
-
-void PlayersPage::cmdplymessage_Click()
-{
-    const int row = ui->msfplayers->selectedRow();
-    const bool hasNumber = row < 0 || !players.text(row, PlayerColumn::Num).isEmpty();
-    if (ui->chkplyq->isChecked() || !hasNumber) {
-        services.prompts.refuse(u"Can only send message to an individual with the RCON access\n"
-                                "Populate players without Query Mode ticked"_s,
-                                u"Need Player ID"_s);
-        return;
-    }
-    if (row < 0) {
-        services.prompts.inform(u"Select a player from the list to send private to"_s, u"No player"_s);
-        return;
-    }
-    // Taken now: the list may be another one when the message has been typed.
-    const QString num = players.text(row, PlayerColumn::Num);
-    const Conversation talk(services);
-    const QString name = shownName(players.text(row, PlayerColumn::Player));
-
-    const std::optional<QString> message = askMessage(name);
-    if (!message)
-        return;
-    talk.note(u"Private message to ["_s + name + u"]: "_s + *message);
-    talk.tell(u"tell "_s + num + u' ' + *message);
-}
-
-// Nothing when the person does not want to say anything.
-std::optional<QString> PlayersPage::askMessage(const QString &name) const
-{
-    QString message =
-        services.prompts.askText(u"Enter message to send selected player\n( Note: Use %P% to auto full playername)"_s,
-                                 u"Enter Message"_s, u"You are on a last warning %P%"_s);
-    if (message.isEmpty())
-        return {};
-    message = oneLine(message); // the server reads no further than a line break
-    static const QString placeholder = u"%P%"_s;
-    if (const qsizetype at = message.indexOf(placeholder, 0, Qt::CaseInsensitive); at >= 0)
-        message.replace(at, placeholder.size(), name);
-    return message;
-}
-
 void PlayersPage::checkAndAct(const CheckedDeed &deed, const WantedPlayer &wanted)
 {
     if (deed.dismisses) {
         checkedActions.act(deed, wanted);
         return;
     }
-    if (const std::optional<QString> message = askMessage(shownName(wanted.shown)))
+    if (const std::optional<QString> message = actions->askMessage(actions->shownName(wanted.shown)))
         checkedActions.act(deed, wanted, *message);
 }
 
@@ -399,26 +307,6 @@ void PlayersPage::cmdsavenames_Click()
         services.prompts.showFault(*fault);
     else
         services.prompts.inform(u"Players appended"_s, u"Players saved"_s);
-}
-
-// The list may have been read anew meanwhile, and somebody else sit in that slot.
-void PlayersPage::dropRow(const QString &num, const QString &guid, const QString &name)
-{
-    if (const int listed = players.rowOf(num, guid, name); listed >= 0)
-        removeRow(listed);
-}
-
-void PlayersPage::removeRow(int row)
-{
-    const int selected = ui->msfplayers->selectedRow();
-    players.remove(row);
-    if (selected < 0 || selected == row)
-        ui->msfplayers->clearSelection(); // the grid would select the next player, and the next click would hit him
-}
-
-QString PlayersPage::shownName(const QString &name) const
-{
-    return ui->chkremcol->isChecked() ? stripcolour(name) : name;
 }
 
 bool PlayersPage::isAskedByHand() const

@@ -3,6 +3,7 @@
 
 #include "base/reentrancy_guard.h"
 #include "checked_actions.h"
+#include "player_actions.h"
 #include "player_reader.h"
 #include "player_refresh.h"
 #include "player_table.h"
@@ -12,10 +13,8 @@
 #include <memory>
 #include <optional>
 
-class Fault;
 class PlayerView;
 struct CheckedDeed;
-struct Dismissal;
 struct GetstatusRow;
 struct Services;
 struct StatusRow;
@@ -79,16 +78,9 @@ private:
     void chkautoupdate_Click();
     void offerActions(bool on);
 
-    void dismiss(const Dismissal &dismissal);
-    void report(const Fault &fault, const Dismissal &dismissal, QLatin1StringView section);
-    void cmdplymessage_Click();
-    [[nodiscard]] std::optional<QString> askMessage(const QString &name) const;
     void checkAndAct(const CheckedDeed &deed, const WantedPlayer &wanted);
-    void dropRow(const QString &num, const QString &guid, const QString &name);
     void cmdsavenames_Click();
 
-    [[nodiscard]] QString shownName(const QString &name) const;
-    void removeRow(int row);
     [[nodiscard]] bool isAskedByHand() const;
 
     Services &services;
@@ -97,10 +89,10 @@ private:
     PlayerReader reader;
     PlayerRefresh refresh;
     CheckedActions checkedActions;
+    std::optional<PlayerActions> actions; ///< from when there are controls
     ReentrancyGuard::Door populating;
     QList<StatusRow> rows; ///< of the list that is being read, or was read last
     int populates = 0;
-    int scrolled = 0;       ///< how far the list that is being replaced was
-    bool tells = false;     ///< boxes say what is wrong with the list that is being read
-    QStringList dismissals; ///< the commands that are under way, with their players
+    int scrolled = 0;   ///< how far the list that is being replaced was
+    bool tells = false; ///< boxes say what is wrong with the list that is being read
 };

@@ -4,6 +4,7 @@
 #include "base/fault.h"
 #include "base/wire_text.h"
 
+#include <algorithm>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -22,22 +23,33 @@ qsizetype found(qsizetype index)
     return index;
 }
 
-/// What may have happened to the line from `start` to its line feed at `end`. Of a datagram that lacks its last
-/// character the row behind is marked also when it begins there: its first character may be that one. (A line feed that
-/// is missing makes two rows one, which stands in both datagrams.)
-RowDamage damageOf(qsizetype start, qsizetype end, const QList<ReplyPiece> &pieces)
+/// What may have happened to the line from `start` to its line feed at `end`. On a server whose datagrams lack their
+/// last character the row behind a border is marked also when it begins there: its first character may be that one. (A
+/// line feed that is missing makes two rows one, which stands in both datagrams.) All datagrams of such a list but the
+/// last are full, so one in front of a border that is not is another answer's, and a row may lie on both its sides. Of
+/// other servers such a datagram shows only by the row that it spoils: what begins behind that can be the rest of one. A
+/// datagram that was too large to be taken whole lacks its end.
+RowDamage damageOf(qsizetype start, qsizetype end, const QList<ReplyPiece> &pieces, bool isBehindDamaged)
 {
+    const bool losesCharacters = std::ranges::any_of(pieces, &ReplyPiece::mayLackLast);
     RowDamage damage = RowDamage::None;
     for (qsizetype piece = 1; piece < pieces.size(); ++piece) {
         const qsizetype border = pieces.at(piece).begin;
         if (border > end)
             break;
-        if (border >= start && pieces.at(piece - 1).mayLackLast)
+        if (border >= start && (losesCharacters || pieces.at(piece - 1).isCut))
             return RowDamage::LostCharacter;
-        if (border > start)
+        if (border > start || (border == start && isBehindDamaged))
             damage = RowDamage::TwoDatagrams;
     }
     return damage;
+}
+
+bool isNumber(QStringView text)
+{
+    bool isOk = false;
+    (void)text.toLongLong(&isOk);
+    return isOk;
 }
 
 /// Cuts one row into fields, from both ends, because the name in the middle may hold blanks itself.
@@ -106,6 +118,11 @@ private:
 
 } // namespace
 
+bool isNumbered(const StatusRow &row)
+{
+    return isNumber(row.num) && isNumber(row.guid);
+}
+
 bool StatusTable::skipHeading(const QString &reply)
 {
     qsizetype from = 0;
@@ -137,7 +154,8 @@ StatusRow StatusTable::next(const QString &reply, const QList<ReplyPiece> &piece
     row.address = cutter.takeRight();
     cutter.takeRight(); // the time since the last message is not shown
     row.name = cutter.takeMiddle();
-    row.damage = damageOf(lineFeed + 1, lineEnd, pieces);
+    row.damage = damageOf(lineFeed + 1, lineEnd, pieces, isBehindDamaged);
+    isBehindDamaged = row.damage != RowDamage::None || !isNumbered(row);
     lineFeed = lineEnd;
     anyRow = true;
     return row;

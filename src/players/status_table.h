@@ -29,6 +29,9 @@ struct StatusRow {
     bool operator==(const StatusRow &) const = default;
 };
 
+/// False when the slot number or the GUID is no number: the row was put together from something else.
+[[nodiscard]] bool isNumbered(const StatusRow &row);
+
 /// Reads the reply to "status" row by row while it is still growing: each call gets the reply as it stands by then.
 /// A run of blanks counts as one, also where two datagrams met in it.
 class StatusTable final {
@@ -44,4 +47,5 @@ public:
 private:
     qsizetype lineFeed = -1; ///< position of the one that ends the line before the next row
     bool anyRow = false;
+    bool isBehindDamaged = false; ///< the row that was read last is damaged, or no player's
 };

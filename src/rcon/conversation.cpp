@@ -38,13 +38,25 @@ bool Conversation::tellWithoutWaiting(const QString &comm) const
     return tell(comm, true);
 }
 
-bool Conversation::tellOnce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole) const
+Fate Conversation::tellOnce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole) const
 {
     const auto isAnyWhole = [](const QString &) { return true; };
     if (!isOpen())
-        return false;
-    const bool isAnswered = services.link.exchange.sendonce(comm, isWhole ? isWhole : isAnyWhole);
-    return isAnswered && isOpen();
+        return Fate::Unsent;
+    Exchange &exchange = services.link.exchange;
+    bool isBegun = false;
+    bool isSent = false;
+    const QObject watch; // as long as this lasts
+    QObject::connect(&exchange, &Exchange::sending, &watch, [&](const QString &begun) { isBegun |= begun == comm; });
+    QObject::connect(&exchange, &Exchange::copysent, &watch,
+                     [&](const SentCopy &copy) { isSent |= copy.comm == comm; });
+    const int before = exchange.exchanges();
+    if (exchange.sendonce(comm, isWhole ? isWhole : isAnyWhole) && isOpen())
+        return Fate::Answered;
+    if (!isSent)
+        return isBegun || !isOpen() ? Fate::Unsent : Fate::HeldUp;
+    const bool isAlone = exchange.exchanges() == before + 1;
+    return isAlone && !services.session.rconarrived ? Fate::Silent : Fate::Disturbed;
 }
 
 bool Conversation::ask(const QString &comm, bool quietmode) const

@@ -11,6 +11,15 @@
 struct ReplyPiece;
 struct Services;
 
+/// How a command has fared that was told once.
+enum class Fate {
+    HeldUp,    ///< not sent: a box or another command has come before it, and what it goes by may be old
+    Unsent,    ///< not sent: the server has been left, or there is no way to it
+    Silent,    ///< no answer has come
+    Disturbed, ///< a box or another command has come between it and its answer
+    Answered
+};
+
 /// What one handler has to say to one server, from here on; the only way for a page to speak to a server. The handler
 /// waits between its commands, and meanwhile the person may disconnect and connect anew, to another server perhaps: the
 /// rest is then neither sent nor confirmed. On a link that is merely closed each command says so by its own box.
@@ -32,7 +41,8 @@ public:
     bool tellWithoutWaiting(const QString &comm) const;
     /// Sends a command once, quietly and in the time that the strictest server leaves between two: a copy of it might
     /// meet somebody else. Silence is told by the result alone; see `Exchange::sendonce`.
-    bool tellOnce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole = {}) const;
+    [[nodiscard]] Fate tellOnce(const QString &comm,
+                                const std::function<bool(const QString &reply)> &isWhole = {}) const;
     /// Sends a command whose reply comes in many datagrams, and gives it a second more. False when nothing came, too.
     bool ask(const QString &comm, bool quietmode = true) const;
     /// Sends a query, without the word rcon and the password, once. Throws what UDPClient::SendData throws.

@@ -62,6 +62,10 @@ Exchange::Exchange(Session &session_, UDPClient &udpclient_, const ServerFields 
       codePage(std::move(codePage_))
 {
     connect(&udpclient, &UDPClient::DataArrival, this, &Exchange::UDPClient_DataArrival);
+    connect(&udpclient, &UDPClient::linkbegun, this, [this] {
+        staleUntil = 0; // answers to earlier lists go to a socket that is closed
+        isStatusUntimed = false;
+    });
 }
 
 void Exchange::sendinfo(const QString &comm, bool quietmode, BroughtBy by)
@@ -155,6 +159,21 @@ void Exchange::timeSending(qint64 now)
         lastSent = now;
     if (std::exchange(isStatusUntimed, false))
         staleUntil = now + latestAnswer;
+}
+
+qint64 Exchange::untilTurn()
+{
+    const qint64 now = milliseconds();
+    timeSending(now);
+    const qint64 left = lastSent + betweenCommands - now;
+    return left > betweenCommands ? 0 : std::max<qint64>(left, 0); // a clock that was set back makes nobody wait
+}
+
+void Exchange::sentBeside()
+{
+    const qint64 now = milliseconds();
+    timeSending(now);
+    lastSent = now;
 }
 
 // Other handlers run meanwhile and may send something themselves.
@@ -334,7 +353,7 @@ void Exchange::UDPClient_DataArrival()
     QString text = receive();
     const qsizetype room = largestReply - session.rconreply.size();
     if (!text.isEmpty() && room > 0)
-        replyPieces.append({session.rconreply.size(), arrived == ReplyPiece::losingSize});
+        replyPieces.append({session.rconreply.size(), arrived.mayLackLast, arrived.isCut});
     if (session.rconcollect) {
         session.rconreply += squeezeBlanks(text).left(room);
     } else {
@@ -361,7 +380,7 @@ QString Exchange::receive()
     } catch (const Fault &fault) {
         isTruncated = fault.number() == Fault::DatagramTooLarge;
     }
-    arrived = bytes.size();
+    arrived = {0, bytes.size() == ReplyPiece::losingSize, isTruncated};
     const QByteArray head = bytes.first(std::min<qsizetype>(bytes.size(), 32));
     const QString text = codePage.toText(bytes.replace(session.rconheader + "print\n", ""));
     emit datagramcame({head, text, size});

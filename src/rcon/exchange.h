@@ -66,6 +66,10 @@ public:
     [[nodiscard]] const QList<ReplyPiece> &pieces() const { return replyPieces; }
     /// The password that was sent last by the command that has ended last.
     [[nodiscard]] const QString &sentPassword() const { return lastPassword; }
+    /// Milliseconds until the strictest server listens to another console command of this program.
+    [[nodiscard]] qint64 untilTurn();
+    /// A console command has gone out beside the exchange: those that are sent once keep their distance from it, too.
+    void sentBeside();
     /// Lets the event loop run once.
     void yield();
     /// Empties the reply.
@@ -146,7 +150,7 @@ private:
     const CodePage codePage;
     qint64 lastSent = 0;   ///< when a console command was, in milliseconds
     qint64 staleUntil = 0; ///< when the last answer to an earlier "status" may come
-    qsizetype arrived = 0; ///< bytes of the datagram that came last
+    ReplyPiece arrived;    ///< what the datagram that came last may lack
     int asked = 0;
     bool isUntimed = false; ///< something has been sent, and the clock not been read since
     bool isStatusUntimed = false;

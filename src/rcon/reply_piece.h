@@ -10,6 +10,7 @@ struct ReplyPiece {
 
     qsizetype begin = 0;      ///< position in the reply
     bool mayLackLast = false; ///< the character behind its last one may have been lost on the way
+    bool isCut = false;       ///< it was too large to be taken, and what stood behind its end is lost
 
     bool operator==(const ReplyPiece &) const = default;
 };

@@ -24,6 +24,7 @@ private:
     friend class TimersHeldOff;
     friend class Connecting;
     friend class FlagHolder;
+    friend class Turn;
 
     /// The day and the server that a scope belongs to. One of another day may be stuck in a wait that runs across
     /// midnight and never ends, and one of another server has nothing more to say: neither is waited for.

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "shown_command.h"
 
-#include <QStringList>
-
 #include <algorithm>
 #include <array>
 
@@ -56,15 +54,20 @@ bool isSetter(QStringView word)
     return std::ranges::any_of(setters, [word](auto each) { return word.compare(each, Qt::CaseInsensitive) == 0; });
 }
 
+/// Takes the name of the variable off `rest`, which is a command that sets one.
+QStringView takeVariable(QStringView &rest)
+{
+    QStringView variable = takeWord(rest);
+    if (variable.startsWith(u'/') || variable.startsWith(u'\\'))
+        variable = variable.sliced(1); // as it is typed into the game's own console
+    return isSetter(variable) ? takeWord(rest) : variable;
+}
+
 /// How many characters at the end of the command are the value of a password; 0 when it sets none.
 qsizetype passwordValue(QStringView command)
 {
     QStringView rest = command;
-    QStringView variable = takeWord(rest);
-    if (variable.startsWith(u'/') || variable.startsWith(u'\\'))
-        variable = variable.sliced(1); // as it is typed into the game's own console
-    if (isSetter(variable))
-        variable = takeWord(rest);
+    const QStringView variable = takeVariable(rest);
     return variable.endsWith("password"_L1, Qt::CaseInsensitive) ? rest.trimmed().size() : 0;
 }
 
@@ -93,6 +96,24 @@ void starLine(QString &text, qsizetype begin, QStringView line)
         }
         at += end + 1;
     }
+}
+
+/// Adds the value of the password that `command` sets, if any: as a whole, and its first word.
+void addPasswords(QStringList &found, QStringView command)
+{
+    constexpr qsizetype fewest = 4; // letters
+    const QStringView value = command.last(passwordValue(command)).trimmed();
+    if (value.isEmpty())
+        return;
+    QStringView rest = command;
+    const bool isConsoles = takeVariable(rest).compare("rcon_password"_L1, Qt::CaseInsensitive) == 0;
+    QStringView words = value;
+    const QString first = takeWord(words).toString();
+    const QString whole = value.toString().remove(u'"').trimmed();
+    if (!whole.isEmpty() && (isConsoles || whole.size() >= fewest))
+        found.append(whole);
+    if (first != whole && first.size() >= fewest)
+        found.append(first);
 }
 
 } // namespace
@@ -128,4 +149,20 @@ QString starredCommand(const QString &comm, const QString &password)
     if (!password.isEmpty())
         starred.replace(password, QString(password.size(), u'*'));
     return starred;
+}
+
+QStringList passwordsSetBy(const QString &comm)
+{
+    QStringList found;
+    for (const QStringView line : QStringView(comm).split(u'\n')) {
+        if (commandEnd(line) < line.size())
+            addPasswords(found, line.trimmed()); // a server may take all of it for one command
+        for (QStringView rest = line; !rest.isEmpty();) {
+            const qsizetype end = commandEnd(rest);
+            addPasswords(found, rest.first(end).trimmed());
+            rest = rest.sliced(std::min(end + 1, rest.size()));
+        }
+    }
+    found.removeDuplicates();
+    return found;
 }

@@ -100,9 +100,9 @@ private slots:
     void theToolsMenuHasItsItems()
     {
         Program program;
-        QCOMPARE(
-            items(menu(program, u"Tools"_s)),
-            QStringList({u"mledger: Ledger..."_s, u"mcheck: Check connection..."_s, u"mrecord: Record traffic..."_s}));
+        QCOMPARE(items(menu(program, u"Tools"_s)),
+                 QStringList({u"mledger: Ledger..."_s, u"mbook: Player book..."_s, u"mcheck: Check connection..."_s,
+                              u"mrecord: Record traffic..."_s}));
     }
 
     void theHelpMenuHasItsItems()

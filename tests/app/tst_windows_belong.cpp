@@ -48,6 +48,7 @@ private slots:
         QTest::newRow("frmAbout") << u"helpabout"_s;
         QTest::newRow("frmhob") << u"cmdhob"_s;
         QTest::newRow("frmledger") << u"mledger"_s;
+        QTest::newRow("frmbook") << u"mbook"_s;
         QTest::newRow("frmcheck") << u"mcheck"_s;
     }
 
@@ -71,7 +72,8 @@ private slots:
         window->move(20, 30);
         const QPoint moved = window->pos();
         window->hide();
-        if (opener == u"helpabout" || opener == u"mledger" || opener == u"mcheck") { // the others are made anew
+        if (opener == u"helpabout" || opener == u"mledger" || opener == u"mbook" ||
+            opener == u"mcheck") { // the others are made anew
             program.trigger(opener);
             QCOMPARE(window->pos(), moved);
         }

@@ -4,6 +4,8 @@
 #include "other_windows.h"
 #include "window_test.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QListWidget>
 #include <QPushButton>
 
@@ -45,6 +47,7 @@ struct CheckedConnection final : ConnectedProgram {
                 QCoreApplication::processEvents();
             if (timer->isActive() && before == steps().size() + server.requests().size()) {
                 now += std::chrono::milliseconds(timer->interval());
+                program.clock.set(program.clock.now().addMSecs(timer->interval()));
                 timer->stop();
                 QMetaObject::invokeMethod(timer, "timeout");
             }
@@ -121,6 +124,62 @@ private slots:
                      it.steps().constLast().contains(u"lose a character at each border"_s),
                  qPrintable(it.steps().constLast()));
         QCOMPARE(it.server.commands(), (QByteArrayList{"getstatus", "g_gametype", "dvarlist s*"}));
+    }
+
+    void aServerThatDoesNotKnowTheLongCommandLosesNothing()
+    {
+        CheckedConnection it({}, false);
+        it.server.answer("dvarlist s*", {"Unknown command \"dvarlist\"\n"});
+        it.open();
+        QCOMPARE(it.results().constLast(), u"Long reply: the server does not know \"dvarlist\""_s);
+    }
+
+    // The limit of the strictest servers counts every command of this computer.
+    void itsCommandsKeepTheirDistanceFromTheProgramsOwn()
+    {
+        CheckedConnection it;
+        QList<QDateTime> times;
+        QObject::connect(&it.server, &PracticeServer::requested, &it.server, [&](const QByteArray &datagram) {
+            if (datagram.contains("rcon "))
+                times.append(it.program.clock.now());
+        });
+        it.program.setText(u"comdirect"_s, u"sv_hostname"_s);
+        it.program.click(u"cmdsend"_s);
+        QTRY_COMPARE(times.size(), 1);
+        it.open();
+        QCOMPARE(times.size(), 3);
+        QVERIFY2(times.at(0).msecsTo(times.at(1)) >= 700,
+                 qPrintable(QString::number(times.at(0).msecsTo(times.at(1)))));
+        QVERIFY(it.program.exchange.sendonce(u"sv_hostname"_s, [](const QString &) { return true; }));
+        QCOMPARE(times.size(), 4);
+        QVERIFY2(times.at(2).msecsTo(times.at(3)) >= 700,
+                 qPrintable(QString::number(times.at(2).msecsTo(times.at(3)))));
+    }
+
+    void itIsRecordedWithoutItsPassword()
+    {
+        CheckedConnection it;
+        it.program.prompts.lines = {QDir::currentPath() + u"/traffic.jsonl"_s};
+        it.program.trigger(u"mrecord"_s);
+        it.server.setPassword(u"geheim"_s);
+        it.program.find<QAbstractButton>(u"cmdconnect"_s)->click(); // now the fields can be changed
+        it.fill(u"geheim"_s);
+        it.server.answer("g_gametype", {"\"g_gametype\" is: \"geheim practice^7\"\n"});
+        it.open();
+        QByteArrayList sent;
+        QByteArrayList came;
+        for (const QByteArray &line : it.program.file(u"traffic.jsonl"_s).split('\n')) {
+            const QJsonObject object = QJsonDocument::fromJson(line).object();
+            const QByteArray datagram = QByteArray::fromBase64(object.value("data"_L1).toString().toLatin1());
+            QVERIFY(!datagram.contains("geheim") && !datagram.contains("practice"));
+            if (!line.isEmpty())
+                (object.value("way"_L1) == "out"_L1 ? sent : came).append(datagram);
+        }
+        const QByteArray header("\xFF\xFF\xFF\xFF");
+        QCOMPARE(sent, QByteArrayList({header + "getstatus", header + "rcon ****** g_gametype",
+                                       header + "rcon ****** dvarlist s*"}));
+        QVERIFY(came.size() >= 4);
+        QCOMPARE(came.at(1), header + "print\n\"g_gametype\" is: \"****** ********^7\"\n");
     }
 
     void aRefusalIsToldInItsWords()

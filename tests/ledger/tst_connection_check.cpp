@@ -152,6 +152,11 @@ private slots:
                              << u"Long reply: its end is missing; it came in 2 datagrams: 2 of 1010 bytes"_s
                              << u"Datagrams get lost on the way: lists may lack rows, so read them twice before acting "
                                 "on them."_s;
+        QTest::newRow("unknown")
+            << QList<qsizetype>{36} << u"Unknown command \"dvarlist\"\n"_s
+            << u"Long reply: the server does not know \"dvarlist\""_s
+            << u"The program reads settings by this command: on this server many of its boxes stay "
+               "empty, and whether long replies arrive cannot be told."_s;
         QTest::newRow("losing") << QList<qsizetype>{1303, 1303, 300} << end
                                 << u"Long reply: it came whole in 3 datagrams: 2 of 1303 bytes, 1 of 300 bytes"_s
                                 << u"Servers that cut like this lose a character at each border: use \"Check and "

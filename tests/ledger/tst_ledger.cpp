@@ -26,10 +26,7 @@ struct Kept {
         send(number, comm, at);
         ledger.over(number, false);
     }
-    void come(const QString &text, Ledger::Time at)
-    {
-        ledger.came({header + "print\n", text, text.size() + 10}, password, at);
-    }
+    void come(const QString &text, Ledger::Time at) { ledger.came({header + "print\n", text, text.size() + 10}, at); }
     [[nodiscard]] QStringList verdicts() const { return column(LedgerColumn::Verdict); }
     [[nodiscard]] QStringList column(int number) const
     {
@@ -247,9 +244,32 @@ private slots:
     {
         Kept it;
         it.sendQuickly(1, u"say a"_s, 0s);
-        it.ledger.came({header + "statusResponse\n", u"\xFF"_s, 300}, password, 1ms);
-        it.ledger.came({header + "infoResponse\n", u"\xFF"_s, 300}, password, 1ms);
+        it.ledger.came({header + "statusResponse\n", u"\xFF"_s, 300}, 1ms);
+        it.ledger.came({header + "infoResponse\n", u"\xFF"_s, 300}, 1ms);
         QCOMPARE(it.cells(0).at(LedgerColumn::Datagrams), u"0"_s);
+    }
+
+    // It was typed where it did not belong before it was set.
+    void aPasswordThatBecomesKnownIsHiddenInEarlierEntriesToo()
+    {
+        Kept it;
+        it.sendQuickly(1, u"rcon_pasword secretword"_s, 0s);
+        it.come(u"Unknown command \"rcon_pasword\" secretword\n"_s, 1ms);
+        QVERIFY(it.cells(0).at(LedgerColumn::Command).contains(u"secretword"_s));
+        it.sendQuickly(2, u"set rcon_password \"secretword\""_s, 1s);
+        QCOMPARE(it.column(LedgerColumn::Command),
+                 QStringList({u"rcon_pasword **********"_s, u"set rcon_password \"**********\""_s}));
+        QCOMPARE(it.ledger.entry(0).reply, u"Unknown command \"rcon_pasword\" **********\n"_s);
+    }
+
+    void aNewPasswordIsHiddenFromItsCommandOn()
+    {
+        Kept it;
+        it.sendQuickly(1, u"rcon_password newword"_s, 0s);
+        it.come(u"rcon_password is newword now, and was practice\n"_s, 1ms);
+        QCOMPARE(it.ledger.entry(0).reply, u"rcon_password is ******* now, and was ********\n"_s);
+        it.sendQuickly(2, u"say newword"_s, 1s);
+        QCOMPARE(it.cells(1).at(LedgerColumn::Command), u"say *******"_s);
     }
 
     void aVerdictIsToldOnce()
@@ -271,7 +291,7 @@ private slots:
     void everyVerdictHasOneSentence()
     {
         QStringList notes;
-        LedgerEntry entry({1, u"status"_s, password, header}, {}, 0s);
+        LedgerEntry entry({1, u"status"_s, password, header}, {}, {}, 0s);
         for (int verdict = 0; verdict <= static_cast<int>(Verdict::Unreadable); ++verdict) {
             entry.verdict = static_cast<Verdict>(verdict);
             notes.append(ledgerNote(entry));

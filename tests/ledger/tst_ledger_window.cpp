@@ -86,6 +86,61 @@ private slots:
         QCOMPARE(status.at(5), QString::number(printed("map: mp_carentan\nnum score\n\n").size()));
     }
 
+    // A person's, a page's and the refresh's: each is a command. The public query is none.
+    void everyStatusIsInTheLedgerAndNoPublicQuery()
+    {
+        LedgerHands it;
+        const int connecting = it.table()->model()->rowCount();
+        const auto commands = [&] { return it.commands().mid(connecting); };
+        it.enter(u"status"_s);
+        QCOMPARE(commands(), QStringList{u"status"_s});
+        QTRY_COMPARE(it.verdict(), u"answered"_s);
+        QVERIFY(it.on.isRefreshing());
+        QTRY_COMPARE(commands(), QStringList({u"status"_s, u"status"_s}));
+        QTRY_COMPARE(it.verdict(), u"answered"_s);
+
+        it.on.program.find<QCheckBox>(u"chkplyq"_s)->setChecked(true);
+        it.on.forget();
+        QVERIFY(it.on.isRefreshing());
+        QTRY_VERIFY(it.on.server.commands().contains("getstatus"));
+        QCOMPARE(commands().size(), 2);
+    }
+
+    void aDeviceIsNoFile()
+    {
+        LedgerHands it;
+        it.on.program.prompts.lines = {u"/dev/null"_s};
+        it.find<QPushButton>(u"cmdledgersave"_s)->click();
+        const QList<Box> boxes = it.on.program.prompts.takeBoxes();
+        QCOMPARE(boxes.size(), 1);
+        QVERIFY(boxes.constFirst().text.endsWith(u"\rLedger not written"_s));
+    }
+
+    void aNewPasswordIsHiddenInTheAnswerToItsOwnCommand()
+    {
+        LedgerHands it;
+        it.on.server.answer("rcon_password newword", {"it is new", "word now, and was practice\n"});
+        it.enter(u"rcon_password newword"_s);
+        QTRY_COMPARE(it.cells(it.table()->model()->rowCount() - 1).at(4), u"2"_s);
+        it.chooseNewest();
+        QCOMPARE(it.reply(), u"it is ******* now, and was ********\n"_s);
+    }
+
+    void aFormerPasswordIsHiddenInLateAnswers()
+    {
+        LedgerHands it;
+        it.on.server.setSilent(true);
+        it.enter(u"sv_x"_s);
+        QTRY_COMPARE(it.on.server.requests().size(), 1);
+        it.on.program.setText(u"txtPWD"_s, u"otherword"_s);
+        it.enter(u"sv_y"_s);
+        QTRY_COMPARE(it.on.server.requests().size(), 2);
+        QVERIFY(it.on.server.sendRaw(printed("\"sv_x\" is: \"practice otherword^7\"\n")));
+        QTRY_COMPARE(it.cells(3).at(4), u"1"_s);
+        it.choose(3);
+        QCOMPARE(it.reply(), u"\"sv_x\" is: \"******** *********^7\"\n"_s);
+    }
+
     void whatTheServerSaysIsTheVerdict_data()
     {
         QTest::addColumn<QString>("line");

@@ -139,6 +139,18 @@ private slots:
         QCOMPARE(lines.at(2).data, request("set sv_privatePassword *******", "********"));
     }
 
+    // It has been used before the recording began.
+    void aFormerPasswordIsNotInItEither()
+    {
+        ConnectedProgram on;
+        on.server.setPassword(u"otherword"_s);
+        on.program.setText(u"txtPWD"_s, u"otherword"_s);
+        on.server.answer("Status", {"practice, otherword\n"});
+        startRecording(on);
+        on.program.click(u"cmdstatus"_s);
+        QCOMPARE(linesOf(on.program.file(file)).constLast().data, printed("********, *********\n"));
+    }
+
     void aDatagramIsWholeHoweverLargeItIs()
     {
         ConnectedProgram on;
@@ -171,6 +183,17 @@ private slots:
             QCOMPARE(isMarked(on), answer == Answer::Yes);
             QCOMPARE(on.program.file(file) == "mine", answer == Answer::No);
         }
+    }
+
+    void aDeviceIsNoFile()
+    {
+        ConnectedProgram on;
+        on.program.prompts.lines = {u"/dev/null"_s};
+        on.program.trigger(u"mrecord"_s);
+        const QList<Box> boxes = on.program.prompts.takeBoxes();
+        QCOMPARE(boxes.size(), 1);
+        QCOMPARE(boxes.constFirst().title, u"Failed to Save"_s);
+        QVERIFY(!isMarked(on));
     }
 
     void aFileThatCannotBeWrittenIsToldAndNothingBegins()

@@ -123,6 +123,64 @@ private slots:
         }
     }
 
+    // As many characters of it go over the border as are left.
+    void aPasswordThatLostACharacterIsHidden()
+    {
+        for (qsizetype lost = 0; lost < 8; ++lost) {
+            const QByteArray password = "practice";
+            TrafficMask mask;
+            mask.hide(password);
+            const QByteArray full = printed(password.first(lost).rightJustified(1293, 'x'));
+            QCOMPARE(full.size(), 1303);
+            QByteArray lines = mask.received(1us, full);
+            lines += mask.received(2us, printed(password.sliced(lost + 1) + " indeed\n"));
+            lines += mask.rest();
+            QCOMPARE(datagrams(lines), QByteArrayList({printed(QByteArray(lost, '*').rightJustified(1293, 'x')),
+                                                       printed(QByteArray(7 - lost, '*') + " indeed\n")}));
+        }
+    }
+
+    void theLastOfAFullDatagramIsHiddenWhenNothingComesBehindIt()
+    {
+        TrafficMask mask;
+        mask.hide("practice");
+        QByteArray lines = mask.received(1us, printed(QByteArray("practic").rightJustified(1293, 'x')));
+        lines += mask.rest();
+        QCOMPARE(datagrams(lines), QByteArrayList{printed(QByteArray(7, '*').rightJustified(1293, 'x'))});
+    }
+
+    void aPasswordThatIsSetIsHiddenFromThenOn()
+    {
+        TrafficMask mask;
+        QCOMPARE(datagrams(mask.sent(0us, request("set rcon_password \"newword\""), "practice")),
+                 QByteArrayList{request("set rcon_password \"*******\"", "********")});
+        QCOMPARE(datagrams(mask.received(1us, printed("newword, practice.\n"))),
+                 QByteArrayList{printed("*******, ********.\n")});
+        QCOMPARE(datagrams(mask.sent(2us, request("say newword"), "practice")),
+                 QByteArrayList{request("say *******", "********")});
+    }
+
+    // Two replies come at once, each over a link of its own.
+    void theLinksAreNotMixedUp()
+    {
+        TrafficMask mask;
+        mask.hide("practice");
+        QByteArray lines = mask.received(1us, printed("it is prac"));
+        lines += mask.received(2us, printed("map\n"), TrafficMask::OfCheck);
+        QCOMPARE(lines, QByteArray());
+        lines += mask.received(3us, printed("tice\n"));
+        QCOMPARE(datagrams(lines), QByteArrayList({printed("it is ****"), printed("map\n"), printed("****\n")}));
+    }
+
+    void nothingIsHeldBackForLong()
+    {
+        TrafficMask mask;
+        mask.hide("practice");
+        QVERIFY(mask.received(1s, printed("a map")).isEmpty());
+        QVERIFY(mask.sent(11s, request("say a"), "practice").isEmpty());
+        QCOMPARE(datagrams(mask.sent(11s + 1us, request("say b"), "practice")).size(), 3);
+    }
+
     void whatWasHeldBackForNothingIsWrittenAsItCame()
     {
         TrafficMask mask;

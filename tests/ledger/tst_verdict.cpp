@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ledger/known_passwords.h"
 #include "ledger/ledger_entry.h"
 #include "test_class.h"
 
@@ -18,7 +19,7 @@ SentCopy copyOf(const QString &comm, const QString &password = u"practice"_s)
 
 LedgerEntry entryOf(const QString &comm)
 {
-    return {copyOf(comm), QDateTime(QDate(2006, 3, 5), QTime(12, 0)), 0s};
+    return {copyOf(comm), {}, QDateTime(QDate(2006, 3, 5), QTime(12, 0)), 0s};
 }
 
 CameDatagram reply(const QString &text)
@@ -109,7 +110,7 @@ private slots:
     void tooLongComesBeforeUnreadableAndLate()
     {
         const QString comm = u"say \u0142"_s + QString(1100, u'x');
-        LedgerEntry entry({1, comm, u"pw"_s, header + "rcon pw say ?" + QByteArray(1100, 'x')}, {}, 0s);
+        LedgerEntry entry({1, comm, u"pw"_s, header + "rcon pw say ?" + QByteArray(1100, 'x')}, {}, {}, 0s);
         QVERIFY(entry.isUnreadable);
         entry.isOver = true;
         entry.take(reply({}), {}, 20s);
@@ -118,7 +119,7 @@ private slots:
 
     void unreadableComesBeforeLate()
     {
-        LedgerEntry entry({1, u"say \u0142?"_s, u"pw"_s, header + "rcon pw say ??"}, {}, 0s);
+        LedgerEntry entry({1, u"say \u0142?"_s, u"pw"_s, header + "rcon pw say ??"}, {}, {}, 0s);
         QCOMPARE(wordOf(entry), u"unreadable"_s);
         entry.isOver = true;
         entry.take(reply({}), {}, 20s);
@@ -127,7 +128,7 @@ private slots:
 
     void questionMarksOfOnesOwnAreReadable()
     {
-        const LedgerEntry entry({1, u"say what?"_s, u"p?"_s, header + "rcon p? say what?"}, {}, 0s);
+        const LedgerEntry entry({1, u"say what?"_s, u"p?"_s, header + "rcon p? say what?"}, {}, {}, 0s);
         QVERIFY(!entry.isUnreadable);
     }
 
@@ -169,7 +170,7 @@ private slots:
 
     void aPasswordThatFillsTheRequestLeavesNothing()
     {
-        const LedgerEntry entry(copyOf(u"status"_s, QString(1100, u'p')), {}, 0s);
+        const LedgerEntry entry(copyOf(u"status"_s, QString(1100, u'p')), {}, {}, 0s);
         QCOMPARE(*entry.readPart, QString());
     }
 
@@ -177,18 +178,71 @@ private slots:
     {
         LedgerEntry entry = entryOf(u"say practice; set g_password letmein"_s);
         QCOMPARE(entry.command, u"say ********; set g_password *******"_s);
-        entry.take(reply(u"it is practice, and prac"_s), u"practice"_s, 1ms);
-        entry.take(reply(u"tice, pract"_s), u"practice"_s, 1ms);
-        entry.take(reply(u"i"_s), u"practice"_s, 1ms);
-        entry.take(reply(u"ce"_s), u"practice"_s, 1ms);
+        KnownPasswords passwords;
+        passwords.add(u"practice"_s);
+        entry.take(reply(u"it is practice, and prac"_s), passwords, 1ms);
+        entry.take(reply(u"tice, pract"_s), passwords, 1ms);
+        entry.take(reply(u"i"_s), passwords, 1ms);
+        entry.take(reply(u"ce"_s), passwords, 1ms);
         QCOMPARE(entry.reply, u"it is ********, and ********, ********"_s);
+    }
+
+    // Some servers lose the last character of each full datagram.
+    void aPasswordThatLostACharacterIsHidden()
+    {
+        KnownPasswords passwords;
+        passwords.add(u"practice"_s);
+        for (qsizetype lost = 0; lost < 8; ++lost) {
+            LedgerEntry entry = entryOf(u"dvarlist"_s);
+            const QString left = u"practice"_s.first(lost);
+            const QString right = u"practice"_s.sliced(lost + 1);
+            entry.take(reply(left.rightJustified(1293, u'x')), passwords, 1ms);
+            entry.take(reply(right + u" is it"_s), passwords, 1ms);
+            QCOMPARE(entry.reply, QString(1293 - lost, u'x') + QString(7, u'*') + u" is it"_s);
+        }
+    }
+
+    // The full datagram came from another kind of server, or nothing comes behind it.
+    void atTheEndOfAFullDatagramTooItIsHidden()
+    {
+        KnownPasswords passwords;
+        passwords.add(u"practice"_s);
+        LedgerEntry entry = entryOf(u"dvarlist"_s);
+        entry.take(reply(u"practic"_s.rightJustified(1293, u'x')), passwords, 1ms);
+        QCOMPARE(entry.reply, QString(1286, u'x') + u"*******"_s);
+        entry.take(reply(u"e is it"_s), passwords, 1ms);
+        QCOMPARE(entry.reply, QString(1286, u'x') + u"******** is it"_s);
+    }
+
+    void inOtherDatagramsNothingIsTakenForLost()
+    {
+        KnownPasswords passwords;
+        passwords.add(u"practice"_s);
+        LedgerEntry entry = entryOf(u"dvarlist"_s);
+        entry.take(reply(u"a prac"_s), passwords, 1ms);
+        entry.take(reply(u"ice"_s), passwords, 1ms);
+        QCOMPARE(entry.reply, u"a practice"_s.remove(6, 1));
+    }
+
+    // It is one of the words of the refusal.
+    void aRefusalIsKnownWhateverThePassword()
+    {
+        KnownPasswords passwords;
+        passwords.add(u"password"_s);
+        LedgerEntry entry = entryOf(u"status"_s);
+        entry.take(reply(u"Invalid password.\n"_s), passwords, 1ms);
+        QCOMPARE(wordOf(entry), u"password refused"_s);
+        entry = entryOf(u"status"_s);
+        entry.take(reply(u"password is shorter than 8 characters.\n"_s), passwords, 1ms);
+        QCOMPARE(entry.reply, u"******** is shorter than 8 characters.\n"_s);
+        QCOMPARE(wordOf(entry), u"password refused"_s);
     }
 
     void aReplyWithoutEndIsNotKeptWithoutEnd()
     {
         LedgerEntry entry = entryOf(u"dvarlist"_s);
         for (int datagram = 0; datagram < 300; ++datagram)
-            entry.take(reply(QString(8000, u'x')), u"practice"_s, 1ms);
+            entry.take(reply(QString(8000, u'x')), {}, 1ms);
         QCOMPARE(entry.reply.size(), longestKeptReply);
         QCOMPARE(entry.datagrams, 300);
         QCOMPARE(entry.bytes, 300 * 8010);

@@ -1,12 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "base/colour_codes.h"
+#include "checked_tab.h"
 #include "losing_lists.h"
-#include "menus.h"
-#include "player_grid.h"
-#include "players/player_table.h"
-#include "rcon/exchange.h"
-
-#include <QLabel>
 
 using namespace Qt::StringLiterals;
 
@@ -20,56 +15,6 @@ Box question(const QString &title, const QString &text)
     return {title, text, BoxIcon::Question, BoxButtons::YesNo};
 }
 
-/// The "Players" tab, and what the person does there.
-struct Checked final : PlayersTab {
-    explicit Checked(const PracticeOptions &options = desertedServer()) : PlayersTab({}, options)
-    {
-        auto *label = program.find<QLabel>(u"lblanswer"_s);
-        QObject::connect(&program.exchange, &Exchange::waiting, label, [this] { noteAnswer(); });
-        QObject::connect(&program.exchange, &Exchange::sending, label, [this] { noteAnswer(); });
-    }
-
-    /// Three players, of whom the second is in slot 5; they are listed.
-    void settle()
-    {
-        put({somebody(3, u"Ann"_s), somebody(5, u"Ben"_s), somebody(7, u"Cid"_s)});
-        list();
-    }
-    void list()
-    {
-        populate();
-        forget();
-    }
-    void choose(int row, const QString &item)
-    {
-        const QModelIndex cell = view()->model()->index(row, PlayerColumn::Player);
-        view()->scrollTo(cell);
-        bool isOver = false;
-        OpenMenu(*view(), view()->visualRect(cell).center()).choose(item);
-        // The item acts from the event loop.
-        QMetaObject::invokeMethod(
-            view(), [&isOver] { isOver = true; }, Qt::QueuedConnection);
-        QTRY_VERIFY(isOver);
-        noteAnswer();
-    }
-    [[nodiscard]] QStringList names()
-    {
-        QStringList texts;
-        for (const Player &player : server.game().players().all())
-            texts.append(player.name);
-        return texts;
-    }
-    void noteAnswer()
-    {
-        const auto *label = program.find<QLabel>(u"lblanswer"_s);
-        const QString text = label->isVisible() ? label->text() : QString();
-        if (!text.isEmpty() && (answers.isEmpty() || answers.constLast() != text))
-            answers.append(text);
-    }
-
-    QStringList answers; ///< what the status bar has said
-};
-
 /// A server whose list shows somebody under the slot number of somebody else.
 struct Trap {
     PracticeOptions options;
@@ -77,6 +22,23 @@ struct Trap {
     int shown = 0; ///< slot number there
     int real = 0;  ///< that of the player
 };
+
+/// The cells of somebody whose row stands undamaged in that datagram; the last one is the number of the row.
+QStringList cellsInside(const Checked &tab, const QByteArray &datagram)
+{
+    const QList<QStringList> rows = tab.grid();
+    for (qsizetype row = 0; row < rows.size(); ++row) {
+        QStringList cells = rows.at(row);
+        const QString edge =
+            tab.view()->model()->index(int(row), PlayerColumn::Edge).data(Qt::AccessibleDescriptionRole).toString();
+        if (edge.isEmpty() && cells.at(PlayerColumn::Guid).size() > 4 &&
+            datagram.contains(' ' + cells.at(PlayerColumn::Guid).toLatin1() + ' ')) {
+            cells[PlayerColumn::LastMessage] = QString::number(row);
+            return cells;
+        }
+    }
+    failTest(u"nobody stands in that datagram alone"_s);
+}
 
 Trap setTrap()
 {
@@ -254,8 +216,192 @@ private slots:
         tab.settle();
         tab.server.answer("status", {});
         tab.choose(1, kickItem);
-        QCOMPARE(tab.server.commands(), QByteArrayList({"status", "status", "status"}));
-        QCOMPARE(tab.answers, QStringList{u"The list of players has not come: nothing was sent"_s});
+        QCOMPARE(tab.server.commands(), QByteArrayList{"status"});
+        QCOMPARE(tab.answers, QStringList{u"No answer to \"status\": nothing was sent"_s});
+    }
+
+    void whatIsNoWholeListIsNotActedOn_data()
+    {
+        QTest::addColumn<QByteArray>("reply");
+        QTest::addColumn<QString>("answer");
+        QTest::newRow("cut") << statusHeading + statusLine("Ann")
+                             << u"The list of players has not come whole: nothing was sent"_s;
+        QTest::newRow("other words") << "Invalid password.\n"_ba
+                                     << u"What came for \"status\" is no list of players: nothing was sent"_s;
+        QTest::newRow("out of order") << statusHeading + statusLine("Ann") + statusLine("Ben") + '\n'
+                                      << u"The list of players has not come whole: nothing was sent"_s;
+    }
+
+    void whatIsNoWholeListIsNotActedOn()
+    {
+        QFETCH(QByteArray, reply);
+        QFETCH(QString, answer);
+        Checked tab;
+        tab.settle();
+        tab.server.answer("status", {reply});
+        tab.choose(1, kickItem);
+        QCOMPARE(tab.server.commands(), QByteArrayList{"status"});
+        QCOMPARE(tab.answers, QStringList{answer});
+        QCOMPARE(tab.names().size(), 3);
+    }
+
+    // The answer of an action before does not stand there as if it were that of this one.
+    void anOldAnswerGoes()
+    {
+        Checked tab;
+        tab.settle();
+        tab.choose(1, kickItem);
+        QCOMPARE(tab.answers.constLast(), u"Ben has gone"_s);
+        tab.program.click(u"cmdconnect"_s);
+        tab.answers.clear();
+        tab.choose(1, kickItem);
+        QCOMPARE(tab.program.prompts.takeBoxes().size(), 1);
+        QVERIFY2(tab.answers.isEmpty(), qPrintable(tab.answers.join(u',')));
+    }
+
+    void oneAfterTheOther()
+    {
+        Checked tab;
+        tab.settle();
+        QStringList said;
+        atRequest(tab.server, "status", [&] {
+            QTimer::singleShot(0, &tab.server, [&] {
+                OpenMenu(*tab.view(), tab.view()->visualRect(tab.view()->model()->index(0, 3)).center())
+                    .choose(kickItem);
+                QTimer::singleShot(0, &tab.server, [&] { tab.noteAnswer(); });
+            });
+        });
+        tab.server.answer("status", {}); // so that the first one waits
+        tab.choose(1, kickItem);
+        QCOMPARE(tab.server.commands(), QByteArrayList{"status"});
+        QCOMPARE(tab.answers, QStringList({u"Another checked action goes on: nothing was sent"_s,
+                                           u"No answer to \"status\": nothing was sent"_s}));
+    }
+
+    // The list that the command goes by may be old when something has come between.
+    void aCommandThatIsHeldUpIsNotSent()
+    {
+        Checked tab;
+        tab.settle();
+        bool isDone = false;
+        QObject::connect(&tab.program.exchange, &Exchange::ended, &tab.server, [&] {
+            if (!std::exchange(isDone, true))
+                QTimer::singleShot(0, &tab.server, [&] { tab.program.click(u"cmdplypop"_s); });
+        });
+        tab.choose(1, kickItem);
+        QCOMPARE(tab.server.commands(), (QByteArrayList{"status", "status"}));
+        QCOMPARE(tab.answers, QStringList{u"Another command or a box came between: nothing was sent"_s});
+    }
+
+    void wordsThatAnotherCommandHasCoveredAreNotMadeUp()
+    {
+        Checked tab;
+        tab.settle();
+        tab.server.answer("clientkick 5", {});
+        atRequest(tab.server, "clientkick 5",
+                  [&tab] { QTimer::singleShot(0, &tab.server, [&tab] { tab.program.click(u"cmdplypop"_s); }); });
+        tab.choose(1, kickItem);
+        QCOMPARE(tab.server.commands(), (QByteArrayList{"status", "clientkick 5", "status", "status"}));
+        QCOMPARE(tab.answers,
+                 QStringList({u"Another command or a box came before the server's words"_s, u"Ben is still there"_s}));
+    }
+
+    void afterTheServerWasLeftItSaysWhatIsNotKnown()
+    {
+        Checked tab;
+        tab.settle();
+        tab.server.answer("clientkick 5", {});
+        atRequest(tab.server, "clientkick 5",
+                  [&tab] { QTimer::singleShot(0, &tab.server, [&tab] { tab.program.click(u"cmdconnect"_s); }); });
+        tab.choose(1, kickItem);
+        QCOMPARE(tab.server.commands(), (QByteArrayList{"status", "clientkick 5"}));
+        QCOMPARE(tab.answers.constLast(), u"The server has been left: whether Ben has gone is not known"_s);
+    }
+
+    // While the question is open the person disconnects.
+    void anOfferThatComesTooLateSaysSo()
+    {
+        Checked tab;
+        tab.settle();
+        Player ben = somebody(5, u"Ben"_s);
+        ben.slot = 9;
+        tab.server.game().players().remove(5);
+        tab.put({ben});
+        tab.program.prompts.whileOpen = [&tab, isDone = false]() mutable {
+            if (!std::exchange(isDone, true))
+                tab.program.click(u"cmdconnect"_s);
+        };
+        tab.choose(1, kickItem);
+        QCOMPARE(tab.program.prompts.takeBoxes().size(), 1);
+        QCOMPARE(tab.server.commands(), QByteArrayList{"status"});
+        QCOMPARE(tab.answers, QStringList{u"The server has been left: nothing was sent"_s});
+    }
+
+    // Replies stay out of the pane, and no tick of the refresh comes between the list and the command.
+    void ticksAreSkippedMeanwhile()
+    {
+        Checked tab;
+        tab.settle();
+        for (const char *step : {"status", "clientkick 5"})
+            atRequest(tab.server, step, [&tab] { QTimer::singleShot(0, &tab.server, [&tab] { tab.tick(); }); });
+        const QString pane = tab.program.pane();
+        tab.choose(1, kickItem);
+        QCOMPARE(tab.server.commands(), kicked);
+        QCOMPARE(tab.program.pane(), pane);
+        tab.tick();
+        QCOMPARE(tab.server.commands().size(), kicked.size() + 1);
+    }
+
+    void whoRenamesHimselfIsStillThere()
+    {
+        Checked tab;
+        tab.settle();
+        tab.server.answer("clientkick 5", {"Client 5 is not active\n"});
+        atRequest(tab.server, "clientkick 5", [&tab] { tab.server.game().players().rename(5, u"Bob"_s); });
+        tab.choose(1, kickItem);
+        QCOMPARE(tab.server.commands(), kicked);
+        QCOMPARE(tab.answers, QStringList({u"Client 5 is not active"_s, u"Ben is still there"_s}));
+        QCOMPARE(tab.column(1), QStringList({u"3"_s, u"5"_s, u"7"_s}));
+    }
+
+    // A datagram in the middle of a long list gets lost, in which he stands.
+    void whoIsMissingInALongListIsLookedForTwice()
+    {
+        Checked tab(losingServer(40, 3));
+        tab.list();
+        const QList<QByteArray> list = losingPrintDatagrams(toAnsi(tab.server.game().execute(u"status"_s).reply));
+        QVERIFY(list.size() >= 3);
+        const QStringList cells = cellsInside(tab, list.at(1));
+        const int row = cells.at(PlayerColumn::LastMessage).toInt();
+        const QByteArray kick = "clientkick " + cells.at(PlayerColumn::Num).toLatin1();
+        QList<QByteArray> holed = list;
+        holed.removeAt(1);
+        int lists = 0;
+        QObject::connect(&tab.server, &PracticeServer::requested, &tab.server, [&] {
+            if (tab.server.commands().constLast() != "status")
+                return;
+            if (++lists % 2 == 1)
+                tab.server.answerRaw("status", holed); // the first, and the one after the kick
+            else
+                tab.server.answerAsUsual("status");
+        });
+        tab.server.answer(kick, {"not him\n"});
+        tab.choose(row, kickItem);
+        QCOMPARE(tab.program.prompts.takeBoxes(), QList<Box>());
+        QCOMPARE(tab.server.commands(), (QByteArrayList{"status", "status", kick, "status", "status"}));
+        QCOMPARE(tab.answers, QStringList({u"not him"_s, cells.at(PlayerColumn::Player) + u" is still there"_s}));
+    }
+
+    void whoHasLeftALongListIsMissingTwice()
+    {
+        Checked tab(losingServer(40, 3));
+        tab.list();
+        const QStringList cells = tab.grid().at(20);
+        tab.server.game().players().remove(cells.at(PlayerColumn::Num).toInt());
+        tab.choose(20, kickItem);
+        QCOMPARE(tab.server.commands(), (QByteArrayList{"status", "status"}));
+        QCOMPARE(tab.program.prompts.takeBoxes(),
+                 QList<Box>{information(kickItem, cells.at(PlayerColumn::Player) + u" has left."_s)});
     }
 
     void theMenuKnowsWhomItIsAbout()
@@ -300,6 +446,7 @@ private slots:
         atRequest(tab.server, "status", [&tab] { tab.program.click(u"cmdconnect"_s); });
         tab.choose(1, kickItem);
         QCOMPARE(tab.server.commands(), QByteArrayList{"status"});
+        QCOMPARE(tab.answers, QStringList{u"The server has been left: nothing was sent"_s});
         QCOMPARE(tab.names().size(), 3);
     }
 

@@ -145,6 +145,39 @@ private slots:
         QVERIFY(markOn(Qt::black).lightness() > 140);
     }
 
+    // Another answer has come in the middle of the list: in front of it stands the beginning of a row, behind it the
+    // rest.
+    void rowsAroundAnotherAnswerAreMarked_data()
+    {
+        QTest::addColumn<qsizetype>("size");
+        QTest::addColumn<QByteArray>("answer");
+        QTest::addColumn<QString>("said");
+        QTest::addColumn<int>("rows");
+        const QByteArray line = "sv_cheats is off in this game for now\n";
+        const QString lost = u"a character may be missing"_s;
+        const QString pieces = u"came in two datagrams"_s;
+        QTest::newRow("one line, losing") << qsizetype{1293} << line << lost << 1;
+        QTest::newRow("two lines, losing") << qsizetype{1293} << line + line << lost << 2;
+        QTest::newRow("one line") << qsizetype{1000} << line << pieces << 1;
+        QTest::newRow("two lines") << qsizetype{1000} << line + line << pieces << 2;
+    }
+
+    void rowsAroundAnotherAnswerAreMarked()
+    {
+        QFETCH(qsizetype, size);
+        QFETCH(QByteArray, answer);
+        QFETCH(QString, said);
+        QFETCH(int, rows);
+        PlayersTab tab;
+        const QByteArray head = statusHeading + statusLine("Ann") + "  1"; // of slot 13
+        const QByteArray name(size - head.size() + 3, 'n');
+        tab.server.answer(
+            "status", {statusHeading + statusLine(name) + "  1", answer, statusLine("Ben") + statusLine("Cid") + '\n'});
+        tab.populate();
+        QCOMPARE(tab.grid().size(), rows + 3);
+        QCOMPARE(marks(tab), (QMap<int, QString>{{1, said}, {rows + 1, said}}));
+    }
+
     // The row ends with its datagram, and its line feed begins the next.
     void aRowThatArrivesInPiecesIsMarkedToo()
     {

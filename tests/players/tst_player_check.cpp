@@ -220,6 +220,79 @@ private slots:
         QCOMPARE(lookFor(damaged, rowsOf(whole({line(13, "111", "Ann")}))), (Sighting{Sighting::Elsewhere, u"13"_s}));
     }
 
+    // A clean row is not taken for the only one of his when a damaged one may be his, too.
+    void besideADamagedRowThatMayBeHisNothingIsCertain_data()
+    {
+        QTest::addColumn<QByteArray>("beside");
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("elsewhere"); // when another slot was his before
+        const int damaged = int(Sighting::Damaged);
+        QTest::newRow("his guid") << line(9, "111", "An") << damaged << damaged;
+        QTest::newRow("his name") << line(9, "11", "Ann") << damaged << damaged;
+        QTest::newRow("no blank behind his guid") << line(9, "111Ann", "Ann") << damaged << damaged;
+        QTest::newRow("somebody else") << line(9, "222", "Ben") << int(Sighting::There) << int(Sighting::Elsewhere);
+        QTest::newRow("a longer name") << line(9, "222", "JoAnn") << int(Sighting::There) << int(Sighting::Elsewhere);
+        QTest::newRow("a longer guid") << line(9, "2111", "Ben") << int(Sighting::There) << int(Sighting::Elsewhere);
+    }
+
+    void besideADamagedRowThatMayBeHisNothingIsCertain()
+    {
+        QFETCH(QByteArray, beside);
+        const QByteArray table = whole({line(3, "111", "Ann"), beside});
+        const qsizetype cut = table.lastIndexOf("   1234");
+        QTEST(int(lookFor(ann, rowsOf(table, cut)).kind), "kind");
+        WantedPlayer moved = ann;
+        moved.num = u"5"_s;
+        QTEST(int(lookFor(moved, rowsOf(table, cut)).kind), "elsewhere");
+    }
+
+    void oneOfManyBesideADamagedNamesake()
+    {
+        const QByteArray table = whole({line(3, "0", "Ann"), line(9, "0", "Ann", "10.0.0.9:28960")});
+        QCOMPARE(lookFor(nobodysGuid, rowsOf(table)).kind, Sighting::There);
+        QCOMPARE(lookFor(nobodysGuid, rowsOf(table, table.lastIndexOf("   1234"))).kind, Sighting::Damaged);
+    }
+
+    void afterwardsHisGuidTells_data()
+    {
+        QTest::addColumn<QByteArray>("lines");
+        QTest::addColumn<int>("isThere"); // -1 when the list does not tell
+        QTest::newRow("nobody") << QByteArray() << 0;
+        QTest::newRow("he") << line(3, "111", "Ann") << 1;
+        QTest::newRow("under another name") << line(3, "111", "Bob") << 1;
+        QTest::newRow("in another slot") << line(9, "111", "Bob", "1.2.3.4:5") << 1;
+        QTest::newRow("just leaving") << line(3, "111", "Ann", "1.2.3.4:5", "ZMBI") << 0;
+        QTest::newRow("a namesake") << line(3, "222", "Ann") << 0;
+        QTest::newRow("a row without a number") << line(3, "222", "Bob") + "   x" + line(9, "111", "Bob") << -1;
+    }
+
+    void afterwardsHisGuidTells()
+    {
+        QFETCH(QByteArray, lines);
+        const std::optional<bool> isThere = isStillThere(ann, rowsOf(whole({lines})));
+        QTEST(isThere ? int(*isThere) : -1, "isThere");
+    }
+
+    // His row is cut at each place, and a character is lost there: it is never said that he has gone.
+    void afterwardsADamagedRowLeavesItOpen()
+    {
+        const QByteArray table = whole({line(2, "222", "Ben"), line(3, "1112", "Bob"), line(13, "333", "Cid")});
+        WantedPlayer renamed = ann;
+        renamed.guid = u"1112"_s;
+        const qsizetype begin = table.indexOf("  3 ");
+        const qsizetype end = table.indexOf('\n', begin);
+        for (qsizetype cut = begin; cut <= end; ++cut)
+            QVERIFY2(!isStillThere(renamed, rowsOf(QByteArray(table).remove(cut, 1), cut, true)),
+                     qPrintable(QString::number(cut - begin)));
+    }
+
+    void afterwardsOneOfManyIsKnownByAll()
+    {
+        QCOMPARE(isStillThere(nobodysGuid, rowsOf(whole({line(3, "0", "Ann")}))), true);
+        QCOMPARE(isStillThere(nobodysGuid, rowsOf(whole({line(3, "0", "Ben")}))), false);
+        QCOMPARE(isStillThere(nobodysGuid, rowsOf(whole({line(2, "0", "Ann"), line(4, "0", "Ann")}))), false);
+    }
+
     void onlyAWholeListIsRead()
     {
         const QByteArray table = whole({line(2, "222", "Ben"), line(3, "111", "Ann")});
@@ -233,6 +306,7 @@ private slots:
             QVERIFY2(!isWhole(table.first(size)), qPrintable(QString::number(size)));
         QVERIFY(!isWhole("Invalid password.\n"));
         QVERIFY(!isWhole("say hello\n" + table));
+        QVERIFY(!isWhole(whole({line(3, "111", "Ann"), line(2, "222", "Ben")}))); // a piece of an older one
     }
 
     // The empty line is what a full datagram loses when the list ends with it, or stands alone in the next.
@@ -267,6 +341,24 @@ private slots:
                                 .arg(tally.offers)
                                 .arg(tally.damaged)
                                 .arg(tally.gone)));
+    }
+
+    // Of a datagram that is too large only the first part is taken; whole rows may be lost.
+    void aListWithACutDatagramIsNone()
+    {
+        const QByteArray table = whole({line(2, "222", "Ben"), line(3, "111", "Ann"), line(4, "333", "Cid")});
+        GatheredReply reply({printDatagram(table)});
+        const qsizetype begin = reply.text.indexOf(u" 3 0 ");
+        QVERIFY(begin > 0);
+        reply.pieces.append({begin, false});
+        QVERIFY(wholeTable(reply.text, reply.pieces));
+        reply.pieces.first().isCut = true;
+        QVERIFY(!wholeTable(reply.text, reply.pieces));
+        StatusTable rows;
+        QVERIFY(rows.skipHeading(reply.text));
+        QCOMPARE(rows.next(reply.text, reply.pieces).damage, RowDamage::None);
+        QCOMPARE(rows.next(reply.text, reply.pieces).damage, RowDamage::LostCharacter);
+        QCOMPARE(rows.next(reply.text, reply.pieces).damage, RowDamage::None);
     }
 
     void aListWithAnotherAnswerInItIsNone()

@@ -114,6 +114,33 @@ private slots:
         QVERIFY(took(link, [&] { QVERIFY(link.exchange.sendonce(u"status"_s, anything)); }) < 2000);
     }
 
+    // They went to the socket of the former link.
+    void answersToCopiesOfAFormerLinkAreNotAwaited()
+    {
+        Link link;
+        link.server.setSilent(true);
+        asSoonAs(
+            &link.server, [&] { return link.server.requests().size() == 2; }, [&] { link.server.setSilent(false); });
+        link.server.answer("status", {"map: mp_decoy\n\n"});
+        link.exchange.sendinfo(u"status"_s, true);
+        QVERIFY(link.server.requests().size() >= 2);
+        link.open();
+        const qint64 time = took(link, [&] { QVERIFY(link.exchange.sendonce(u"status"_s, anything)); });
+        QVERIFY2(time < 2000, qPrintable(QString::number(time)));
+    }
+
+    void whatGoesOutBesideItHasItsPauseToo()
+    {
+        Link link;
+        link.server.answer("one", {"1"});
+        QCOMPARE(link.exchange.untilTurn(), 0);
+        link.exchange.sentBeside();
+        QVERIFY(link.exchange.untilTurn() > 600);
+        const qint64 time = took(link, [&] { QVERIFY(link.exchange.sendonce(u"one"_s, anything)); });
+        QVERIFY2(time >= 600, qPrintable(QString::number(time)));
+        QVERIFY(link.exchange.untilTurn() > 0);
+    }
+
     void anotherCommandMeanwhileTakesTheReply()
     {
         Link link;
@@ -133,6 +160,10 @@ private slots:
         QVERIFY(link.exchange.sendonce(u"long"_s, [](const QString &reply) { return reply.endsWith("end"_L1); }));
         QCOMPARE(link.session.rconreply.size(), 4 + 2 + 1293 + 3); // blanks are squeezed
         QCOMPARE(link.exchange.pieces(), (QList<ReplyPiece>{{0, false}, {4, false}, {6, true}, {6 + 1293, false}}));
+        link.server.answerRaw("long", {printed(QByteArray(9000, 'x')), printed("end")});
+        QVERIFY(link.exchange.sendonce(u"long"_s, [](const QString &reply) { return reply.endsWith("end"_L1); }));
+        QCOMPARE(link.program.prompts.takeBoxes().size(), 1);
+        QCOMPARE(link.exchange.pieces(), (QList<ReplyPiece>{{0, false, true}, {8182, false, false}}));
         link.server.answer("long", {"short"});
         QVERIFY(link.exchange.sendonce(u"long"_s, anything));
         QCOMPARE(link.exchange.pieces(), (QList<ReplyPiece>{{0, false}}));

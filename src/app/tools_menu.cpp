@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "tools_menu.h"
+
+#include "ledger/ledger_watch.h"
+#include "ledger/recorder.h"
+#include "other_windows.h"
+#include "rcon/services.h"
+#include "status_bar.h"
+
+#include <QAction>
+
+using namespace Qt::StringLiterals;
+
+ToolsMenu::ToolsMenu(const Services &services, const Exchange &exchange, const UDPClient &udpclient,
+                     OtherWindows &others_, QWidget &window)
+    : QObject(&window),
+      others(others_),
+      ledgerWatch(new LedgerWatch(exchange, udpclient, services.clock, this)),
+      recorder(new Recorder(exchange, udpclient, ledgerWatch->ledger().passwords(), services.output, services.prompts,
+                            services.clock, this))
+{
+    const auto item = [&window](QLatin1StringView name) { return window.findChild<QAction *>(name); };
+    connect(item("mledger"_L1), &QAction::triggered, this, [this] { others.showledger(ledgerWatch->ledger()); });
+    connect(item("mcheck"_L1), &QAction::triggered, &others, &OtherWindows::mcheck_Click);
+
+    connect(&others, &OtherWindows::checksent, &ledgerWatch->ledger(),
+            [ledger = &ledgerWatch->ledger()](const QByteArray &, const QString &password) { ledger->hide(password); });
+    connect(&others, &OtherWindows::checksent, recorder, &Recorder::takeCheckSent);
+    connect(&others, &OtherWindows::checkread, recorder, &Recorder::takeCheckRead);
+    QAction *record = item("mrecord"_L1);
+    connect(record, &QAction::triggered, recorder, &Recorder::mrecord_Click);
+    connect(recorder, &Recorder::recordingchanged, record, [record](bool isRecording) {
+        record->setText(isRecording ? u"Stop &recording"_s : u"&Record traffic..."_s);
+    });
+}
+
+void ToolsMenu::tell(StatusBar &statusBar)
+{
+    connect(&ledgerWatch->ledger(), &Ledger::judged, &statusBar, [&statusBar](const LedgerEntry &entry) {
+        statusBar.showVerdict(entry.number, isGood(entry.verdict) ? QString() : verdictWord(entry.verdict),
+                              entry.command);
+    });
+    connect(&statusBar, &StatusBar::verdictclicked, this,
+            [this](int number) { others.showledger(ledgerWatch->ledger(), number); });
+    connect(recorder, &Recorder::recordingchanged, &statusBar, &StatusBar::showRecording);
+}
+
+const Ledger &ToolsMenu::ledger() const
+{
+    return ledgerWatch->ledger();
+}
