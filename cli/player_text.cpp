@@ -2,7 +2,7 @@
 #include "player_text.h"
 
 #include "masking.h"
-#include "players/colour_codes.h"
+#include "base/colour_codes.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -2,6 +2,7 @@
 #include "app/composition.h"
 #include "base/application.h"
 #include "base/clock.h"
+#include "past_evenings.h"
 #include "telling_prompts.h"
 #include "tour.h"
 
@@ -17,6 +18,10 @@ int main(int argc, char *argv[])
     Application application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     const QString folder = QApplication::arguments().value(1, u"."_s);
+
+    const IniFile settings(u"molvark.ini"_s);
+    writePastEvenings(settings.read(u"options"_s, u"autoconnectserv"_s, 30) + u':' +
+                      settings.read(u"options"_s, u"autoconnectport"_s, 7));
 
     TellingPrompts prompts;
     application.setPrompts(&prompts);

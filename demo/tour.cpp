@@ -2,6 +2,7 @@
 #include "tour.h"
 
 #include "app/main_window.h"
+#include "book/time_plot.h"
 #include "callouts.h"
 
 #include <QAction>
@@ -11,6 +12,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -61,8 +63,8 @@ bool Tour::showFirstWindow()
 
 bool Tour::walk()
 {
-    if (!waitUntilConnected() || !askServer() || !populateTabs() || !visitTabs() || !visitWindows() || !visitLedger() ||
-        !completeLine() || !visitTimetable())
+    if (!waitUntilConnected() || !askServer() || !populateTabs() || !visitBook() || !visitTabs() || !visitWindows() ||
+        !visitLedger() || !completeLine() || !visitTimetable())
         return false;
     printWhatIsShown();
     return true;
@@ -114,6 +116,77 @@ bool Tour::visitTabs()
         if (!takePicture(window, u"%1-%2.png"_s.arg(tab).arg(caption)))
             return false;
     }
+    return true;
+}
+
+// A book of the last week, with somebody who is flagged and somebody with a note among those who are there.
+bool Tour::visitBook()
+{
+    window.findChild<QAction *>(u"mbook"_s)->trigger();
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto found = std::ranges::find(windows, u"frmbook"_s, &QObject::objectName);
+    if (found == windows.end())
+        return failed(u"no player book"_s);
+    QWidget &book = **found;
+    book.findChild<QCheckBox *>(u"chkbook"_s)->click();
+    window.findChild<QPushButton *>(u"cmdplypop"_s)->click();
+    if (!writeIntoBook(book) || !banTwo())
+        return false;
+    auto *pages = book.findChild<QTabWidget *>(u"tabbook"_s);
+    const auto *bans = book.findChild<QTableView *>(u"tblbans"_s);
+    if (!waitFor([bans] { return bans->model()->rowCount() == 2; }))
+        return failed(u"the bans are not in the book"_s);
+    const QStringList names{u"frmbook.png"_s, u"frmbook-servers.png"_s, u"frmbook-bans.png"_s};
+    for (int page = 0; page < pages->count(); ++page) {
+        pages->setCurrentIndex(page);
+        const auto *plot = pages->currentWidget()->findChild<TimePlot *>();
+        if (plot && !waitFor([plot] { return !plot->isEmpty(); }))
+            return failed(u"nothing is plotted"_s);
+        if (page == 2)
+            pages->currentWidget()->findChild<QTableView *>()->selectRow(0);
+        if (!takePicture(book, names.at(page)))
+            return false;
+    }
+    book.close();
+    return true;
+}
+
+bool Tour::writeIntoBook(QWidget &book)
+{
+    auto *list = book.findChild<QTableView *>(u"tblbook"_s);
+    auto *notes = book.findChild<QListWidget *>(u"lstbooknotes"_s);
+    auto *flag = book.findChild<QCheckBox *>(u"chkbookflag"_s);
+    const auto *state = book.findChild<QLabel *>(u"lblbookplayer"_s);
+    const auto isShown = [&](int row) {
+        return waitFor([&] { return state->text().contains(list->model()->index(row, 1).data().toString()); });
+    };
+    if (!waitFor([list] { return list->model()->rowCount() > 4; }))
+        return failed(u"nobody is in the book"_s);
+    list->selectRow(3);
+    if (!isShown(3))
+        return failed(u"no player is shown"_s);
+    flag->click();
+    if (!waitFor([list] { return !list->model()->index(3, 6).data().toString().isEmpty(); }))
+        return failed(u"no flag is shown"_s);
+    list->selectRow(1);
+    if (!isShown(1))
+        return failed(u"no player is shown"_s);
+    book.findChild<QLineEdit *>(u"txtbooknote"_s)->setText(u"Shoots through walls? Watch him on mp_toujane."_s);
+    book.findChild<QPushButton *>(u"cmdbooknote"_s)->click();
+    return waitFor([notes] { return notes->count() == 1; }) || failed(u"no note is shown"_s);
+}
+
+bool Tour::banTwo()
+{
+    auto *grid = window.findChild<QTableView *>(u"msfplayers"_s);
+    for (const QString &button : {u"cmdplyban"_s, u"cmdtempban"_s}) {
+        const int before = grid->model()->rowCount();
+        grid->selectRow(before - 2);
+        window.findChild<QPushButton *>(button)->click();
+        if (grid->model()->rowCount() != before - 1)
+            return failed(u"nobody was banned"_s);
+    }
+    grid->selectRow(2);
     return true;
 }
 

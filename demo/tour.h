@@ -28,6 +28,9 @@ private:
     [[nodiscard]] bool askServer();
     [[nodiscard]] bool populateTabs();
     [[nodiscard]] bool visitTabs();
+    [[nodiscard]] bool visitBook();
+    [[nodiscard]] bool writeIntoBook(QWidget &book);
+    [[nodiscard]] bool banTwo();
     [[nodiscard]] bool visitWindows();
     [[nodiscard]] bool visitLedger();
     [[nodiscard]] bool visitTimetable();

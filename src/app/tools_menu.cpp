@@ -78,3 +78,8 @@ const Ledger &ToolsMenu::ledger() const
 {
     return ledgerWatch->ledger();
 }
+
+const Ledger &ToolsMenu::ledger() const
+{
+    return ledgerWatch->ledger();
+}

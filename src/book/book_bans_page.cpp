@@ -179,11 +179,14 @@ void BookBansPage::unban(const QString &server, const QString &name)
                                    page->takeVerdict(server, name, verdict);
                            }});
     isUnbanning = true;
-    outcome = u"Asking the server to lift the bans of %1..."_s.arg(cleanName(name));
+    const QString asking = u"Asking the server to lift the bans of %1..."_s.arg(cleanName(name));
+    outcome = asking;
     offer();
     const Conversation talk(services);
     talk.tell(command);
     isUnbanning = false;
+    if (outcome == asking)
+        outcome = u"The server has not been asked: nothing has been lifted."_s;
     offer();
 }
 

@@ -36,8 +36,10 @@ BookAction::Kind kindOf(const QString &command)
 BookWatch::BookWatch(Book &book_, const Clock &clock_, QObject *parent) : QObject(parent), book(book_), clock(clock_)
 {
     connect(&book, &Book::statechanged, this, [this] {
-        if (!book.isOpen())
-            forget();
+        if (book.isOpen())
+            return;
+        game = {};
+        forget();
     });
 }
 
@@ -49,6 +51,19 @@ void BookWatch::setServer(const QString &address)
     game = {};
     forget();
     emit serverchanged();
+}
+
+// A long listing is not looked through for nothing.
+void BookWatch::takeReply(const QString &reply)
+{
+    if (book.isOpen())
+        game.takeReply(reply);
+}
+
+void BookWatch::takeCommand(const QString &comm)
+{
+    if (book.isOpen())
+        game.takeCommand(comm);
 }
 
 void BookWatch::forget()

@@ -37,8 +37,8 @@ public:
     /// The server that is connected, as host and port; empty when none is.
     void setServer(const QString &address);
     [[nodiscard]] const QString &server() const { return connected; }
-    void takeReply(const QString &reply) { game.takeReply(reply); }
-    void takeCommand(const QString &comm) { game.takeCommand(comm); }
+    void takeReply(const QString &reply);
+    void takeCommand(const QString &comm);
 
     /// A list of players has come, whole.
     void populated(const QList<ListedPlayer> &players);

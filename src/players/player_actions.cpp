@@ -43,7 +43,7 @@ void PlayerActions::dismiss(const Dismissal &dismissal)
         const auto done = qScopeGuard([&] { dismissals.removeOne(underWay); });
 
         const Conversation talk(services);
-        on.acting(on.players.wanted(row), command);
+        acting(on.players.wanted(row), command);
         if (!talk.tell(command))
             return; // the list is another server's by now
         section = dismissal.noteSection;

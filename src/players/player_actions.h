@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 class Fault;
 class PlayerTable;
@@ -25,10 +26,15 @@ public:
         PlayerView &view;
         const QAbstractButton &queryMode;
         const QAbstractButton &withoutColours;
-        std::function<void(const WantedPlayer &wanted, const QString &command)> acting; ///< it is about to be sent
     };
 
-    PlayerActions(const Services &services_, const Controls &controls) : services(services_), on(controls) {}
+    /// Hears of a command that gets rid of a player just before it is sent.
+    using Acting = std::function<void(const WantedPlayer &wanted, const QString &command)>;
+
+    PlayerActions(const Services &services_, const Controls &controls, Acting acting_)
+        : services(services_), on(controls), acting(std::move(acting_))
+    {
+    }
 
     void dismiss(const Dismissal &dismissal);
     void message() const;
@@ -45,5 +51,6 @@ private:
 
     const Services &services;
     const Controls on;
+    const Acting acting;
     QStringList dismissals; ///< the commands that are under way, with their players
 };

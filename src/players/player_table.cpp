@@ -110,9 +110,7 @@ QVariant PlayerTable::edge(const Listed &player, int role) const
     const bool isRemarked = player.remark != PlayerRemark::None;
     if (role == Qt::DecorationRole && (isDamaged || isRemarked))
         return mark ? mark(player.damage, player.remark) : QVariant();
-    if (role == Qt::ToolTipRole && isRemarked)
-        return remarkText(player.remark);
-    if (role != Qt::AccessibleDescriptionRole)
+    if (role != Qt::AccessibleDescriptionRole && role != Qt::ToolTipRole)
         return {};
     QStringList texts;
     if (isDamaged)

@@ -56,9 +56,8 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
       checkedActions(services_, this)
 {
     ui->setupUi(this);
-    actions.emplace(services_, PlayerActions::Controls{
-                                   players, *ui->msfplayers, *ui->chkplyq, *ui->chkremcol,
-                                   [this](const WantedPlayer &wanted, const QString &command) { emit acting(wanted, command); }});
+    actions.emplace(services_, PlayerActions::Controls{players, *ui->msfplayers, *ui->chkplyq, *ui->chkremcol},
+                    [this](const WantedPlayer &wanted, const QString &command) { emit acting(wanted, command); });
     ui->msfplayers->showTable(players);
     players.setMark(
         [view = ui->msfplayers](RowDamage damage, PlayerRemark remark) { return rowMark(damage, remark, *view); });

@@ -353,6 +353,34 @@ private slots:
         }
         program.output.showprogress({}, Progress::Replace);
     }
+
+    void everyPageOfThePlayerBook_data() { everyOtherWindow_data(); }
+
+    void everyPageOfThePlayerBook()
+    {
+        QFETCH(QPalette, palette);
+        QFETCH(int, points);
+        QApplication::setPalette(palette);
+        setPoints(points);
+        Program program;
+        program.start();
+        program.trigger(u"mbook"_s);
+        QWidget *window = otherWindow(u"frmbook"_s);
+        QVERIFY(window);
+        checkWindow(window);
+        window->findChild<QAbstractButton *>(u"chkbook"_s)->click();
+        auto *pages = window->findChild<QTabWidget *>(u"tabbook"_s);
+        if (points <= 9)
+            window->resize(1024, 660); // with its frame 700
+        for (int page = 0; page < pages->count() && !QTest::currentTestFailed(); ++page) {
+            pages->setCurrentIndex(page);
+            QApplication::processEvents();
+            checkWindow(window);
+        }
+        const QSize least = window->minimumSizeHint();
+        QVERIFY2(points > 9 || (least.width() <= 1024 && least.height() <= 660),
+                 qPrintable(u"%1 x %2"_s.arg(least.width()).arg(least.height())));
+    }
 };
 
 WINDOW_TEST(EveryWidgetTest)

@@ -235,6 +235,26 @@ private slots:
         }
     }
 
+    void theTabKeyReadsThePlayerBook()
+    {
+        Program program;
+        program.start();
+        program.trigger(u"mbook"_s);
+        QWidget *window = otherWindow(u"frmbook"_s);
+        QVERIFY(window && becomesActive(window));
+        window->findChild<QAbstractButton *>(u"chkbook"_s)->click();
+        auto *pages = window->findChild<QTabWidget *>(u"tabbook"_s);
+        for (int page = 0; page < pages->count(); ++page) {
+            pages->setCurrentIndex(page);
+            const QWidgetList stops = tabStops(pages->currentWidget(), pages->tabBar());
+            QVERIFY(!stops.isEmpty());
+            checkReading(stops);
+            checkAllReached(pages->currentWidget(), stops);
+            if (QTest::currentTestFailed())
+                return;
+        }
+    }
+
     void fieldsStandInColumnsAndNumbersAreNarrow_data()
     {
         QTest::addColumn<QSize>("size");

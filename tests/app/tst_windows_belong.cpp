@@ -48,10 +48,10 @@ private slots:
         QTest::newRow("frmAbout") << u"helpabout"_s;
         QTest::newRow("frmhob") << u"cmdhob"_s;
         QTest::newRow("frmledger") << u"mledger"_s;
+        QTest::newRow("frmbook") << u"mbook"_s;
         QTest::newRow("frmcheck") << u"mcheck"_s;
         QTest::newRow("frmrotation") << u"mrotation"_s;
         QTest::newRow("frmtimetable") << u"mtimetable"_s;
-        QTest::newRow("frmbook") << u"mbook"_s;
     }
 
     void theyBelongToTheMainWindowAndStandInItsMiddle()

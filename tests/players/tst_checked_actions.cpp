@@ -2,10 +2,6 @@
 #include "base/colour_codes.h"
 #include "checked_tab.h"
 #include "losing_lists.h"
-#include "players/player_table.h"
-#include "rcon/exchange.h"
-
-#include <QLabel>
 
 using namespace Qt::StringLiterals;
 

@@ -48,10 +48,10 @@ private slots:
     {
         const Crowd crowd;
         const OpenMenu menu(*crowd.tab.view(), placeOf(crowd.tab, 1));
-        QCOMPARE(menu.captions(),
-                 QStringList({u"Kick"_s, u"Ban"_s, u"Temp Ban"_s, u"-"_s, u"Send message"_s, u"-"_s,
-                              u"Check and kick"_s, u"Check and ban"_s, u"Check and temp ban"_s, u"Check and message"_s,
-                              u"-"_s, u"Copy GUID"_s, u"Copy address"_s, u"Copy row"_s, u"Copy list"_s}));
+        QCOMPARE(menu.captions(), QStringList({u"Kick"_s, u"Ban"_s, u"Temp Ban"_s, u"-"_s, u"Send message"_s, u"-"_s,
+                                               u"Check and kick"_s, u"Check and ban"_s, u"Check and temp ban"_s,
+                                               u"Check and message"_s, u"-"_s, u"Who is this?"_s, u"-"_s,
+                                               u"Copy GUID"_s, u"Copy address"_s, u"Copy row"_s, u"Copy list"_s}));
         QCOMPARE(crowd.tab.selected(), QStringList{u"5"_s});
     }
 
