@@ -147,7 +147,8 @@ void BookStore::openAsItIs(qint64 oldest)
 
     database = std::make_unique<BookDatabase>(path, BookDatabase::Access::ReadAndWrite);
     for (const auto *pragma :
-         {u"PRAGMA foreign_keys = ON", u"PRAGMA secure_delete = ON", u"PRAGMA synchronous = NORMAL"})
+         {u"PRAGMA foreign_keys = ON", u"PRAGMA secure_delete = ON", u"PRAGMA synchronous = NORMAL",
+          u"PRAGMA cache_size = -16000"}) // KiB: a populate touches pages all over a large book
         database->run(QString::fromUtf16(pragma));
     updateBook(*database, path);
     database->run(u"PRAGMA journal_mode = WAL"_s);
