@@ -3,7 +3,7 @@
 
 #include "arguments.h"
 #include "base/wire_text.h"
-#include "ledger/ledger_entry.h"
+#include "rcon/request_size.h"
 #include "wrong_usage.h"
 
 #include <algorithm>
@@ -75,5 +75,5 @@ QList<ScriptStep> stepsOf(const QStringList &commands)
 
 bool mayBeCut(const QString &command, const QString &password)
 {
-    return toAnsi(u"rcon %1 %2"_s.arg(password, command)).size() > longestRequest;
+    return requestSize(command, password) > longestRequest;
 }

@@ -140,7 +140,7 @@ Learning::Outcome Learning::ask(const Conversation &talk, const QString &comm)
     const int mine = run;
     Reading silent(services, {.note = {}, .needsConnection = false, .holdsTimersOff = false});
     const QScopedValueRollback silencing(silence, &silent);
-    const bool isAnswered = talk.isOpen() && talk.tellOnce(comm, isWholeListing) == Fate::Answered;
+    const bool isAnswered = talk.isOpen() && talk.tellOnce(comm, isWholeListing);
     if (haveOthersSent || !hasSent || run != mine)
         return Outcome::Displaced;
     if (!isAnswered)
