@@ -64,7 +64,7 @@ bool Tour::showFirstWindow()
 bool Tour::walk()
 {
     if (!waitUntilConnected() || !askServer() || !populateTabs() || !visitBook() || !visitTabs() || !visitWindows() ||
-        !visitLedger() || !completeLine() || !visitTimetable())
+        !completeLine() || !visitLedger() || !visitTimetable())
         return false;
     printWhatIsShown();
     return true;
@@ -208,6 +208,24 @@ bool Tour::visitWindows()
     return true;
 }
 
+// Of a variable that the tabs have read.
+bool Tour::completeLine()
+{
+    auto *line = window.findChild<QComboBox *>(u"comdirect"_s);
+    line->setFocus();
+    line->clearEditText();
+    for (const QChar each : u"sv_ma"_s)
+        pressKey(*line, 0, each);
+    pressKey(*line, Qt::Key_Down);
+    const auto *list = window.findChild<QWidget *>(u"lstcomplete"_s);
+    if (!list || !list->isVisible())
+        return failed(u"the console line did not complete"_s);
+    const bool taken = takePicture(window, u"console-completion.png"_s);
+    pressKey(*line, Qt::Key_Escape);
+    line->clearEditText();
+    return taken;
+}
+
 // Lines of which the server makes different things; the details are those of the one that needs them most.
 bool Tour::visitLedger()
 {
@@ -285,24 +303,6 @@ void Tour::addUnknownMap()
             shown->findChild<QPushButton *>(u"cmdrotadd"_s)->click();
         }
     }
-}
-
-// Of a variable that the tabs have read.
-bool Tour::completeLine()
-{
-    auto *line = window.findChild<QComboBox *>(u"comdirect"_s);
-    line->setFocus();
-    line->clearEditText();
-    for (const QChar each : u"sv_max"_s)
-        pressKey(*line, 0, each);
-    pressKey(*line, Qt::Key_Down);
-    const auto *list = window.findChild<QWidget *>(u"lstcomplete"_s);
-    if (!list || !list->isVisible())
-        return failed(u"the console line did not complete"_s);
-    const bool taken = takePicture(window, u"console-completion.png"_s);
-    pressKey(*line, Qt::Key_Escape);
-    line->clearEditText();
-    return taken;
 }
 
 // The connection check takes a few seconds.

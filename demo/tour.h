@@ -32,11 +32,11 @@ private:
     [[nodiscard]] bool writeIntoBook(QWidget &book);
     [[nodiscard]] bool banTwo();
     [[nodiscard]] bool visitWindows();
+    [[nodiscard]] bool completeLine();
     [[nodiscard]] bool visitLedger();
     [[nodiscard]] bool visitTimetable();
     [[nodiscard]] bool enter(const QString &line, const QAbstractItemModel &ledger);
     static void addUnknownMap();
-    [[nodiscard]] bool completeLine();
     [[nodiscard]] static bool waitUntilChecked(const QWidget &shown);
     [[nodiscard]] bool takePicture(QWidget &shown, const QString &name);
     [[nodiscard]] bool save(const QPixmap &picture, const QString &name) const;

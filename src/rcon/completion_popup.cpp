@@ -15,7 +15,7 @@ namespace {
 
 constexpr int mostRows = 8; // that are seen at once
 constexpr int descriptionLines = 2;
-constexpr int leastWidth = 420;
+constexpr int leastWidth = 60; // characters, so that the description has room
 constexpr int margin = 3;
 
 } // namespace
@@ -119,7 +119,7 @@ int CompletionPopup::rowHeight() const
 void CompletionPopup::place(const QRect &line)
 {
     const QSize room = parentWidget()->size();
-    const int width = std::min(std::max(line.width(), leastWidth), room.width());
+    const int width = std::min(std::max(line.width(), leastWidth * fontMetrics().averageCharWidth()), room.width());
     const int description = descriptionLines * lblcomplete->fontMetrics().lineSpacing() + 2 * margin;
     lblcomplete->setFixedHeight(description);
     const int wanted = std::min(mostRows, model->rowCount()) * rowHeight() + description + 2 * frameWidth();

@@ -6,6 +6,7 @@
 #include "reply_piece.h"
 #include "server_fields.h"
 #include "traffic.h"
+#include "udp_client.h"
 
 #include <QLatin1StringView>
 
@@ -142,7 +143,8 @@ void ConsoleWords::tell()
 
 void ConsoleWords::takeDatagram(const CameDatagram &datagram)
 {
-    values.take(datagram.text, datagram.size == ReplyPiece::losingSize, clock.elapsed());
+    const bool mayLackLast = datagram.size == ReplyPiece::losingSize || datagram.size > UDPClient::bufferSize;
+    values.take(datagram.text, mayLackLast, clock.elapsed());
 }
 
 void ConsoleWords::beginReply()

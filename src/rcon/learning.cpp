@@ -140,11 +140,13 @@ Learning::Outcome Learning::ask(const Conversation &talk, const QString &comm)
     const int mine = run;
     Reading silent(services, {.note = {}, .needsConnection = false, .holdsTimersOff = false});
     const QScopedValueRollback silencing(silence, &silent);
-    const bool isAnswered = talk.isOpen() && talk.tellOnce(comm, isWholeListing);
-    if (haveOthersSent || !hasSent || run != mine)
-        return Outcome::Displaced;
-    if (!isAnswered)
+    const Fate fate = talk.tellOnce(comm, isWholeListing);
+    if (fate == Fate::Unsent)
+        return Outcome::Unsent;
+    if (fate == Fate::Silent && !haveOthersSent && run == mine)
         return Outcome::Silent;
+    if (fate != Fate::Answered || haveOthersSent || run != mine)
+        return Outcome::Displaced;
     if (refusesPassword(talk.reply()))
         return Outcome::Refused;
     takeReply(talk);
@@ -163,6 +165,8 @@ void Learning::takeOutcome(Outcome outcome)
 {
     if (outcome == Outcome::Displaced)
         return;
+    if (outcome == Outcome::Unsent)
+        return end(u"The server cannot be reached, learning stopped: %1 from server %2"_s);
     if (outcome == Outcome::Refused)
         return end(u"The server refuses the password, learning stopped: %1 from server %2"_s);
     const bool isLast = ++attempts == mostAttempts;

@@ -39,7 +39,7 @@ signals:
     void progressed(const QString &text);
 
 private:
-    enum class Outcome { Whole, Torn, Silent, Displaced, Refused };
+    enum class Outcome { Whole, Torn, Silent, Unsent, Displaced, Refused };
 
     void begin();
     void tmrlearn_Timer();

@@ -19,12 +19,12 @@ bool isOfWord(QChar each)
     return isLetter(each) || (each >= u'0' && each <= u'9') || each == u'-' || each == u'.';
 }
 
-/// The places in a reply at which a character may be missing.
+/// The places in a reply at which something may be missing.
 QList<qsizetype> gapsIn(const QList<ReplyPiece> &pieces)
 {
     QList<qsizetype> gaps;
     for (qsizetype piece = 1; piece < pieces.size(); ++piece) {
-        if (pieces.at(piece - 1).mayLackLast)
+        if (pieces.at(piece - 1).mayLackLast || pieces.at(piece - 1).isCut)
             gaps.append(pieces.at(piece).begin);
     }
     return gaps;

@@ -32,7 +32,7 @@ const auto variablesKey = "variables"_L1;
 
 bool isLine(const QString &text)
 {
-    return !text.isEmpty() && text.size() <= longestKeptLine &&
+    return !text.isEmpty() && text.size() <= longestKeptLine && text.isValidUtf16() &&
            std::ranges::none_of(text, [](QChar each) { return each.category() == QChar::Other_Control; });
 }
 
