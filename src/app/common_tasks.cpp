@@ -4,6 +4,7 @@
 #include "serverconfig/quick_commands.h"
 
 #include <QAction>
+#include <QWidget>
 
 namespace {
 

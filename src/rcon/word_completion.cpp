@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -81,14 +83,19 @@ QList<Completion> completions(const TypedWord &word, const QString &line, const 
     return word.typed.isEmpty() ? lines + beginning : beginning + lines + holding;
 }
 
+// By keys in lower case: comparing without regard to letter case takes many times as long.
 void sortWords(QList<Completion> &words)
 {
-    const auto isBefore = [](const Completion &one, const Completion &other) {
-        return one.kind != other.kind ? one.kind < other.kind : one.text.compare(other.text, Qt::CaseInsensitive) < 0;
-    };
-    const auto isSame = [](const Completion &one, const Completion &other) {
-        return one.kind == other.kind && one.text.compare(other.text, Qt::CaseInsensitive) == 0;
-    };
-    std::ranges::stable_sort(words, isBefore);
-    words.erase(std::unique(words.begin(), words.end(), isSame), words.end());
+    using Key = std::pair<Completion::Kind, QString>;
+    std::vector<std::pair<Key, Completion>> keyed;
+    keyed.reserve(static_cast<std::size_t>(words.size()));
+    for (const Completion &word : std::as_const(words))
+        keyed.emplace_back(Key{word.kind, word.text.toLower()}, word);
+    std::ranges::stable_sort(keyed, {}, &std::pair<Key, Completion>::first);
+    const auto twice = std::ranges::unique(keyed, {}, &std::pair<Key, Completion>::first);
+    keyed.erase(twice.begin(), twice.end());
+    words.clear();
+    words.reserve(static_cast<qsizetype>(keyed.size()));
+    for (const auto &each : keyed)
+        words.append(each.second);
 }
