@@ -142,8 +142,10 @@ bool Tour::visitBook()
         const auto *plot = pages->currentWidget()->findChild<TimePlot *>();
         if (plot && !waitFor([plot] { return !plot->isEmpty(); }))
             return failed(u"nothing is plotted"_s);
-        if (page == 2)
-            pages->currentWidget()->findChild<QTableView *>()->selectRow(0);
+        if (page == 2) {
+            bans->model()->setData(bans->model()->index(1, 4), u"Wallhack, seen by three"_s);
+            pages->currentWidget()->findChild<QTableView *>()->selectRow(1);
+        }
         if (!takePicture(book, names.at(page)))
             return false;
     }
@@ -151,29 +153,41 @@ bool Tour::visitBook()
     return true;
 }
 
+// One who is flagged, one with a note, and one whose row may be damaged besides.
 bool Tour::writeIntoBook(QWidget &book)
 {
-    auto *list = book.findChild<QTableView *>(u"tblbook"_s);
-    auto *notes = book.findChild<QListWidget *>(u"lstbooknotes"_s);
+    const QAbstractItemModel *grid = window.findChild<QTableView *>(u"msfplayers"_s)->model();
+    const auto guid = [grid](int row) { return grid->index(row, 2).data().toString(); };
+    int damaged = 0;
+    while (damaged < grid->rowCount() - 1 && !grid->index(damaged, 0).data(Qt::DecorationRole).isValid())
+        ++damaged;
     auto *flag = book.findChild<QCheckBox *>(u"chkbookflag"_s);
-    const auto *state = book.findChild<QLabel *>(u"lblbookplayer"_s);
-    const auto isShown = [&](int row) {
-        return waitFor([&] { return state->text().contains(list->model()->index(row, 1).data().toString()); });
-    };
-    if (!waitFor([list] { return list->model()->rowCount() > 4; }))
-        return failed(u"nobody is in the book"_s);
-    list->selectRow(3);
-    if (!isShown(3))
-        return failed(u"no player is shown"_s);
-    flag->click();
-    if (!waitFor([list] { return !list->model()->index(3, 6).data().toString().isEmpty(); }))
-        return failed(u"no flag is shown"_s);
-    list->selectRow(1);
-    if (!isShown(1))
+    for (const int row : {1, damaged}) {
+        if (!choose(book, guid(row)))
+            return failed(u"no player is shown"_s);
+        flag->click();
+    }
+    const auto *notes = book.findChild<QListWidget *>(u"lstbooknotes"_s);
+    if (!choose(book, guid(4)))
         return failed(u"no player is shown"_s);
     book.findChild<QLineEdit *>(u"txtbooknote"_s)->setText(u"Shoots through walls? Watch him on mp_toujane."_s);
     book.findChild<QPushButton *>(u"cmdbooknote"_s)->click();
+    book.findChild<QLineEdit *>(u"txtbooksearch"_s)->clear();
     return waitFor([notes] { return notes->count() == 1; }) || failed(u"no note is shown"_s);
+}
+
+bool Tour::choose(QWidget &book, const QString &guid)
+{
+    book.findChild<QLineEdit *>(u"txtbooksearch"_s)->setText(guid);
+    auto *list = book.findChild<QTableView *>(u"tblbook"_s);
+    const auto *who = book.findChild<QLabel *>(u"lblbookplayer"_s);
+    const auto isFound = [&] {
+        return list->model()->rowCount() == 1 && list->model()->index(0, 1).data().toString() == guid;
+    };
+    if (!waitFor(isFound))
+        return false;
+    list->selectRow(0);
+    return waitFor([&] { return who->text().endsWith(guid); });
 }
 
 bool Tour::banTwo()

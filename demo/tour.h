@@ -30,6 +30,7 @@ private:
     [[nodiscard]] bool visitTabs();
     [[nodiscard]] bool visitBook();
     [[nodiscard]] bool writeIntoBook(QWidget &book);
+    [[nodiscard]] static bool choose(QWidget &book, const QString &guid);
     [[nodiscard]] bool banTwo();
     [[nodiscard]] bool visitWindows();
     [[nodiscard]] bool completeLine();

@@ -66,6 +66,13 @@ QString aliasText(const BookAlias &alias)
                                      alias.times == 1 ? u"once"_s : QString::number(alias.times) + u" times"_s);
 }
 
+QListWidgetItem *newAlias(const BookAlias &alias)
+{
+    auto *item = new QListWidgetItem(aliasText(alias));
+    item->setToolTip(aliasText(alias));
+    return item;
+}
+
 QString actionText(const BookAction &action)
 {
     QString text = shownTime(action.time) + u"  "_s + actionWord(action.kind);
@@ -95,6 +102,7 @@ PlotData pingPlot(const QList<BookPing> &pings)
 {
     PlotData plot;
     plot.unit = u"ms"_s;
+    plot.most = 400; // 999 is that of a player who does not answer
     for (const BookPing &ping : pings)
         plot.points.append({.time = ping.time, .value = ping.ping});
     if (!pings.isEmpty()) {
@@ -126,8 +134,7 @@ BookPlayersPage::BookPlayersPage(Book &book_, const Services &services_, QWidget
 {
     ui->setupUi(this);
     showModel(*ui->tblbook, *found, {0, 12, 17, 17, 6, 6, 8});
-    ui->playersSplitter->setStretchFactor(0, 2);
-    ui->playersSplitter->setStretchFactor(1, 3);
+    ui->playersSplitter->setSizes({200, 300});
     wireLists();
     wireButtons();
     offer();
@@ -245,8 +252,8 @@ void BookPlayersPage::fill(const std::optional<BookPage> &page)
     if (!page)
         chosen = 0;
     const BookPage shown = page.value_or(BookPage());
-    refill(*ui->lstbooknames, shown.names, aliasText);
-    refill(*ui->lstbookaddresses, shown.addresses, aliasText);
+    refill(*ui->lstbooknames, shown.names, newAlias);
+    refill(*ui->lstbookaddresses, shown.addresses, newAlias);
     fillNotes(shown.notes);
     fillActions(shown.actions);
     ui->pltbookping->setData(pingPlot(shown.pings));
@@ -268,6 +275,7 @@ void BookPlayersPage::fillNotes(const QList<BookNote> &notes)
     refill(*ui->lstbooknotes, notes, [](const BookNote &note) {
         auto *item = new NumberedItem(shownTime(note.time) + u"  "_s + note.text, note.text, note.note);
         item->setFlags(item->flags() | Qt::ItemIsEditable);
+        item->setToolTip(note.text);
         return item;
     });
     selectNumber(*ui->lstbooknotes, number);

@@ -70,6 +70,8 @@ void BookWatch::forget()
 {
     known.clear();
     knownNums.clear();
+    damagedRows.clear();
+    met.clear();
     here.clear();
     showRemarks();
     emit flaggedshown({});
@@ -108,12 +110,22 @@ void BookWatch::takeKnown(const QList<KnownPlayer> &players, const QStringList &
 {
     known = players;
     knownNums = nums;
+    damagedRows = damaged;
+    for (const KnownPlayer &player : players)
+        meet(player);
     showRemarks();
     announce(players, damaged);
     QList<qint64> numbers;
     for (const KnownPlayer &player : players)
         numbers.append(player.player);
     emit fed(numbers);
+}
+
+void BookWatch::meet(const KnownPlayer &player)
+{
+    met.removeIf([&player](const KnownPlayer &each) { return each.player == player.player; });
+    if (player.hasNote || player.isFlagged)
+        met.append(player);
 }
 
 // Somebody whose row is damaged this time has not left.
@@ -153,6 +165,7 @@ void BookWatch::setRemark(qint64 player, bool hasNote, bool isFlagged)
             continue;
         each.hasNote = hasNote;
         each.isFlagged = isFlagged;
+        meet(each);
         isChanged = true;
     }
     if (!isChanged)
@@ -173,6 +186,15 @@ void BookWatch::showRemarks()
         const KnownPlayer &player = known.at(at);
         if (player.hasNote || player.isFlagged)
             rows.append({knownNums.at(at), player.guid, player.name, player.isFlagged});
+    }
+    for (const ListedPlayer &row : std::as_const(damagedRows)) { // nothing of it is taken, but it can be recognised
+        const auto isHe = [&row](const KnownPlayer &each) {
+            return !isNobodysGuid(each.guid) && each.guid == row.seen.guid &&
+                   cleanName(each.name) == cleanName(row.seen.name);
+        };
+        const auto found = std::ranges::find_if(met, isHe);
+        if (found != met.end())
+            rows.append({row.num, row.seen.guid, row.seen.name, found->isFlagged});
     }
     emit remarked(rows);
 }

@@ -70,6 +70,7 @@ signals:
 private:
     void forget();
     void takeKnown(const QList<KnownPlayer> &players, const QStringList &nums, const QList<ListedPlayer> &damaged);
+    void meet(const KnownPlayer &player);
     void announce(const QList<KnownPlayer> &players, const QList<ListedPlayer> &damaged);
     void showRemarks();
     void note(const BookAction &action, const QString &command);
@@ -80,7 +81,9 @@ private:
     QString connected;
     KnownGame game;
     CommandWatch commands;
-    QList<KnownPlayer> known; ///< of the last list
-    QStringList knownNums;    ///< their slot numbers
-    QList<KnownPlayer> here;  ///< the flagged ones who have been announced and have not left
+    QList<KnownPlayer> known;        ///< of the last list
+    QStringList knownNums;           ///< their slot numbers
+    QList<ListedPlayer> damagedRows; ///< of the last list
+    QList<KnownPlayer> met;          ///< whoever has been on this server and has a note or a flag
+    QList<KnownPlayer> here;         ///< the flagged ones who have been announced and have not left
 };

@@ -40,6 +40,12 @@ BookWindow::BookWindow(KeptBook &kept_, BookWatch &watch_, const Services &servi
 
 BookWindow::~BookWindow() = default;
 
+// What the lists would like to have is more than a small screen.
+QSize BookWindow::sizeHint() const
+{
+    return QSize(1000, 640).expandedTo(minimumSizeHint());
+}
+
 void BookWindow::addPages()
 {
     ui->tabbook->addTab(players, u"Players"_s);

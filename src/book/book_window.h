@@ -28,6 +28,8 @@ public:
     /// Shows what the book has about a player of the list; without a book it shows how one is begun.
     void lookUp(const QString &guid, const QString &name, const QString &address);
 
+    [[nodiscard]] QSize sizeHint() const override;
+
 protected:
     void showEvent(QShowEvent *event) override;
 

@@ -71,6 +71,8 @@ void TimePlot::setData(const PlotData &data_)
     int greatest = 1;
     for (const PlotData::Point &point : std::as_const(data.points))
         greatest = std::max(greatest, point.value);
+    if (data.most > 0)
+        greatest = std::min(greatest, data.most);
     const int step = roundStep(greatest / 4.0);
     highest = (greatest + step - 1) / step * step;
     const auto same = std::ranges::find(data.points, before, &PlotData::Point::time);
@@ -202,12 +204,12 @@ void TimePlot::paintMarks(QPainter &painter) const
         if (mark.time < data.from || mark.time > data.to)
             continue;
         painter.setPen(QPen(faint(), 1, Qt::DashLine));
-        painter.drawLine(x, room.top(), x, room.bottom());
+        painter.drawLine(x, room.top() - painter.fontMetrics().height(), x, room.bottom());
         const int width = painter.fontMetrics().horizontalAdvance(mark.text);
         if (x + 3 < free || x + 3 + width > rect().right())
             continue;
         painter.setPen(palette().color(QPalette::Text));
-        painter.drawText(x + 3, room.top() + painter.fontMetrics().ascent(), mark.text);
+        painter.drawText(x + 3, room.top() - painter.fontMetrics().descent(), mark.text);
         free = x + 3 + width + margin;
     }
 }
@@ -241,6 +243,7 @@ void TimePlot::paintLine(QPainter &painter) const
             lone.append(QPointF(column.x, place.y(column.last)));
     }
     painter.save();
+    painter.setClipRect(area().adjusted(-2, -2, 2, 2));
     painter.setRenderHint(QPainter::Antialiasing);
     const QColor colour = palette().color(QPalette::Active, QPalette::Highlight);
     painter.setPen(QPen(colour, 1.6));
@@ -255,7 +258,7 @@ void TimePlot::paintChosen(QPainter &painter) const
 {
     const Scale place = scale();
     const PlotData::Point &point = data.points.at(chosen);
-    const QPointF at(place.x(point.time), place.y(point.value));
+    const QPointF at(place.x(point.time), place.y(std::min(point.value, highest)));
     const QColor text = palette().color(QPalette::Text);
     painter.setPen(QPen(text, 1));
     painter.drawLine(QPointF(at.x(), area().top()), QPointF(at.x(), area().bottom()));
@@ -345,7 +348,7 @@ qsizetype TimePlot::nearest(double x) const
     return behind - data.points.begin() - (isNearer ? 0 : 1);
 }
 
-// Above it is the line of the figures, at its left and below it are the axes.
+// Above it are the line of the figures and that of the marks' texts, at its left and below it are the axes.
 QRect TimePlot::area() const
 {
     const int left = fontMetrics().horizontalAdvance(QString::number(highest)) + 2 * margin;
@@ -354,7 +357,7 @@ QRect TimePlot::area() const
 
 int TimePlot::top() const
 {
-    return fontMetrics().height() + margin;
+    return (data.marks.isEmpty() ? 1 : 2) * fontMetrics().height() + margin;
 }
 
 TimePlot::Scale TimePlot::scale() const

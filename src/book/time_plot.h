@@ -24,6 +24,7 @@ struct PlotData {
     QStringList labels;
     QList<Mark> marks; ///< lines across, with their texts where there is room
     QString unit;      ///< behind a value, "players"
+    int most = 0;      ///< what is greater is drawn at the upper edge; 0 when everything has room
 };
 
 /// Values over time, with axes, marks and the figures of the point that the pointer or the arrow keys are at. It is a

@@ -198,7 +198,9 @@ private slots:
         it.server.game().players().remove(5);
         Player ben = somebody(8, u"Ben"_s, 999);
         ben.guid = u"100005"_s;
-        it.put({somebody(5, u"Cid"_s), ben});
+        Player cid = somebody(5, u"Cid"_s);
+        cid.guid = u"100099"_s;
+        it.put({cid, ben});
         it.tick();
         it.tickBox(u"chkautoupdate"_s, false); // or he is kicked anew every few seconds
         QVERIFY(it.server.commands().contains("clientkick 5"));

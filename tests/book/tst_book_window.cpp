@@ -299,20 +299,21 @@ private slots:
 
     void theMarkStandsBesideThatOfDamage()
     {
-        BookHands it(keepsBook, losingServer(40, 3));
+        BookHands it;
+        it.server.answer("status", {statusHeading + statusLine("Ann") + "\n"});
         it.populate();
-        int sound = 0;
-        while (!it.mark(sound).isEmpty())
-            ++sound;
-        const QString guid = it.grid().at(sound).at(2);
         it.open();
-        QTRY_VERIFY(!it.players().isEmpty());
-        it.choose("tblbook", guid);
-        QTRY_VERIFY(it.find<QCheckBox>("chkbookflag")->isEnabled());
+        it.choosePlayer(u"Ann"_s);
         it.find<QCheckBox>("chkbookflag")->click();
-        QTRY_COMPARE(it.mark(sound), u"flagged in the player book"_s);
-        const QModelIndex edge = it.view()->model()->index(sound, 0);
+        QTRY_COMPARE(it.mark(0), u"flagged in the player book"_s);
+        const QByteArray list = statusHeading + statusLine("Ann") + "\n";
+        const qsizetype border = list.indexOf("Ann") + 3;
+        it.server.answer("status", {list.first(border), list.sliced(border)});
+        it.populate();
+        QTRY_COMPARE(it.mark(0), u"came in two datagrams, flagged in the player book"_s);
+        const QModelIndex edge = it.view()->model()->index(0, 0);
         QVERIFY(!edge.data(Qt::DecorationRole).value<QIcon>().isNull());
+        QCOMPARE(edge.data(Qt::ToolTipRole).toString(), it.mark(0));
     }
 
     void whoIsThisOpensTheBookAtHim()
@@ -444,6 +445,15 @@ private slots:
         it.populate();
         QTRY_COMPARE(it.players(), QStringList{u"Ann^7"_s});
         QTRY_COMPARE(it.status("lblbook"), QString());
+    }
+
+    void itFitsOnASmallScreen()
+    {
+        BookHands it;
+        it.open();
+        const QSize least = it.window->minimumSizeHint();
+        QVERIFY2(least.width() <= 1000 && least.height() <= 640,
+                 qPrintable(u"%1 x %2"_s.arg(least.width()).arg(least.height())));
     }
 
     void escClosesItAndItGoesWithTheMainWindow()
