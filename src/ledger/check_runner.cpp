@@ -15,7 +15,7 @@ namespace {
 
 const QByteArray header(4, '\xFF');
 const QByteArray printed = header + "print\n";
-const QByteArray variable = "g_gametype"; // its answer is short and tells nobody's secrets
+const QByteArray variable(askedVariable.data(), askedVariable.size());
 const QByteArray longCommand = "dvarlist s*";
 
 // In milliseconds. The strictest servers hear one command in half a second, and the latest answers known come after
@@ -24,6 +24,12 @@ constexpr int forQuery = 3000;
 constexpr int forCommand = 6000;
 constexpr int betweenCommands = 750;
 constexpr int behindDatagram = 1000;
+constexpr int forListing = 10'000; // all of it
+
+// More than the longest list of variables, many times.
+constexpr qsizetype mostDatagrams = 1000;
+constexpr qsizetype mostBytes = 1'000'000;
+constexpr qsizetype keptAtEnds = 2000; // characters: how it begins and how it ends is all that is looked at
 
 QString preferred(const QList<QHostAddress> &addresses)
 {
@@ -40,6 +46,10 @@ CheckRunner::CheckRunner(const Turn &turn_, QObject *parent) : QObject(parent), 
     tmrcheck.setParent(this);
     tmrcheck.setSingleShot(true);
     connect(&tmrcheck, &QTimer::timeout, this, &CheckRunner::timeOut);
+    tmrlisting.setObjectName(u"tmrlisting"_s);
+    tmrlisting.setParent(this);
+    tmrlisting.setSingleShot(true);
+    connect(&tmrlisting, &QTimer::timeout, this, &CheckRunner::timeOut);
     connect(&link, &UDPClient::DataArrival, this, &CheckRunner::arrive);
     connect(&link, &UDPClient::datagramsent, this,
             [this](const QByteArray &datagram) { emit datagramsent(datagram, password); });
@@ -54,8 +64,6 @@ void CheckRunner::start(const QString &server_, const QString &port_, const QStr
     password = trimBlanks(password_);
     query = {};
     console = {};
-    sizes.clear();
-    listing.clear();
     stage = Stage::LookUp;
     if (const std::optional<CheckStep> complaint = fieldsStep(server, port, password)) {
         finish(*complaint);
@@ -78,8 +86,12 @@ void CheckRunner::stop()
 {
     ++run;
     tmrcheck.stop();
+    tmrlisting.stop();
     link.Abandon();
     stage = Stage::Idle;
+    sizes.clear();
+    listing.clear();
+    came = 0;
 }
 
 void CheckRunner::takeAddresses(const QHostInfo &info)
@@ -113,6 +125,8 @@ void CheckRunner::enter(Stage next, int milliseconds)
 void CheckRunner::ask(const QByteArray &text, Stage next, int milliseconds)
 {
     enter(next, milliseconds);
+    if (next == Stage::Listing)
+        tmrlisting.start(forListing);
     if (next != Stage::ConsoleAgain)
         since.start();
     try {
@@ -219,8 +233,19 @@ void CheckRunner::takeListing(const QByteArray &datagram)
     if (!datagram.startsWith(printed) || isOfVariable)
         return;
     sizes.append(datagram.size());
-    listing += fromAnsi(datagram.sliced(printed.size()));
-    tmrcheck.start(behindDatagram);
+    came += datagram.size();
+    keepEnd(datagram.sliced(printed.size()));
+    if (sizes.size() == mostDatagrams || came >= mostBytes)
+        finish(endlessStep(sizes));
+    else
+        tmrcheck.start(behindDatagram);
+}
+
+void CheckRunner::keepEnd(const QByteArray &text)
+{
+    listing += fromAnsi(text);
+    if (listing.size() > 2 * keptAtEnds)
+        listing.remove(keptAtEnds, listing.size() - 2 * keptAtEnds);
 }
 
 void CheckRunner::finish(const CheckStep &step)

@@ -54,11 +54,13 @@ private:
     void takeConsole(const QByteArray &datagram);
     void endConsole(const QString &words);
     void takeListing(const QByteArray &datagram);
+    void keepEnd(const QByteArray &text);
     void finish(const CheckStep &step);
 
     const Turn turn;
     UDPClient link;
-    QTimer tmrcheck; ///< ends what is waited for
+    QTimer tmrcheck;   ///< ends what is waited for
+    QTimer tmrlisting; ///< ends the long reply, whatever comes still
     QElapsedTimer since;
     Stage stage = Stage::Idle;
     Question question; ///< that waits for its turn
@@ -70,5 +72,6 @@ private:
     Asked query;
     Asked console;
     QList<qsizetype> sizes;
-    QString listing;
+    QString listing; ///< its beginning and its end
+    qsizetype came = 0;
 };
