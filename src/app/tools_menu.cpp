@@ -34,6 +34,11 @@ ToolsMenu::ToolsMenu(const Services &services, const Exchange &exchange, const U
     });
 }
 
+void ToolsMenu::end() const
+{
+    recorder->stop();
+}
+
 void ToolsMenu::tell(StatusBar &statusBar)
 {
     connect(&ledgerWatch->ledger(), &Ledger::judged, &statusBar, [&statusBar](const LedgerEntry &entry) {

@@ -22,6 +22,8 @@ public:
 
     /// What it sees is told there.
     void tell(StatusBar &statusBar);
+    /// The program ends: what is being recorded is written to its end.
+    void end() const;
 
 private:
     OtherWindows &others;
