@@ -96,7 +96,7 @@ QVariant PlayerTable::data(const QModelIndex &index, int role) const
     if (index.column() == PlayerColumn::Edge && damage != RowDamage::None) {
         if (role == Qt::DecorationRole)
             return mark ? mark(damage) : QVariant();
-        if (role == Qt::AccessibleDescriptionRole)
+        if (role == Qt::AccessibleDescriptionRole || role == Qt::ToolTipRole)
             return damageText(damage);
     }
     return role == Qt::TextAlignmentRole ? columnAt(index.column()).alignment : QVariant();
