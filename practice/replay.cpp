@@ -14,6 +14,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
+constexpr auto longestRecording = 24h * 366;
 constexpr auto handful = 250ms;          // in which requests that follow each other are answered in turn
 constexpr qsizetype fullDatagram = 1000; // bytes from which on a reply is likely to go on
 const QByteArray statusKey = "getstatus";
@@ -25,6 +26,7 @@ struct Recorded {
 };
 
 struct Asked {
+    Request request;
     QByteArray key;
     std::chrono::microseconds at{};
     Replay::Answer answer;
@@ -35,11 +37,13 @@ std::optional<Recorded> readLine(const QByteArray &line)
     const QJsonObject object = QJsonDocument::fromJson(line).object();
     const QString way = object.value("way"_L1).toString();
     const QJsonValue time = object.value("us"_L1);
+    const std::chrono::microseconds at(time.toInteger(-1)); // no recording lasts longer, and sums are made of it
+    const bool isInTime = at >= 0us && at <= longestRecording;
     const auto data = QByteArray::fromBase64Encoding(object.value("data"_L1).toString().toLatin1(),
                                                      QByteArray::AbortOnBase64DecodingErrors);
-    if (!time.isDouble() || (way != "out"_L1 && way != "in"_L1) || !object.value("data"_L1).isString() || !data)
+    if (!isInTime || (way != "out"_L1 && way != "in"_L1) || !object.value("data"_L1).isString() || !data)
         return std::nullopt;
-    return Recorded{std::chrono::microseconds(time.toInteger()), way == "out"_L1, *data};
+    return Recorded{at, way == "out"_L1, *data};
 }
 
 bool setsAPassword(const QByteArrayList &words)
@@ -71,6 +75,24 @@ QByteArray keyFor(const Request &request, const QByteArray &datagram)
     return request.kind == Request::Kind::Status ? statusKey : "rcon " + comparable(request.command);
 }
 
+/// Where asterisks stand in a row a password stood that was as long. One alone can be the command's own.
+bool isCovered(const QByteArray &command)
+{
+    return command.contains("**");
+}
+
+bool fitsUnder(const QByteArray &covered, const QByteArray &command)
+{
+    if (covered.size() != command.size())
+        return false;
+    for (qsizetype at = 0; at < covered.size(); ++at) {
+        const bool isInRow = covered.mid(at, 2) == "**" || (at > 0 && covered.mid(at - 1, 2) == "**");
+        if (!isInRow && covered.at(at) != command.at(at))
+            return false;
+    }
+    return true;
+}
+
 bool isStatusResponse(const QByteArray &datagram)
 {
     return datagram.startsWith(plainDatagram("statusResponse"));
@@ -82,18 +104,21 @@ class Listener final {
 public:
     void hear(const Recorded &recorded)
     {
-        if (recorded.isRequest)
-            asked.append({keyFor(readRequest(recorded.datagram), recorded.datagram), recorded.at, {}});
-        else if (Asked *one = askedFor(recorded))
+        if (recorded.isRequest) {
+            const Request request = readRequest(recorded.datagram);
+            const QByteArray key = keyFor(request, recorded.datagram);
+            (key == statusKey ? publicly : byConsole).append({request, key, recorded.at, {}});
+        } else if (Asked *one = askedFor(recorded)) {
             one->answer.append({recorded.at - one->at, recorded.datagram});
+        }
     }
-    [[nodiscard]] const QList<Asked> &all() const { return asked; }
+    [[nodiscard]] QList<Asked> all() const { return publicly + byConsole; }
 
 private:
     // The first of a handful of requests whose reply is missing or goes on, else the last request.
     [[nodiscard]] Asked *askedFor(const Recorded &recorded)
     {
-        const bool isStatus = isStatusResponse(recorded.datagram);
+        QList<Asked> &asked = isStatusResponse(recorded.datagram) ? publicly : byConsole;
         Asked *last = nullptr;
         Asked *open = nullptr;
         for (qsizetype at = asked.size() - 1; at >= 0; --at) {
@@ -101,8 +126,6 @@ private:
             const std::chrono::microseconds time = recorded.at - one.at;
             if (time > handful && last != nullptr)
                 break;
-            if ((one.key == statusKey) != isStatus)
-                continue;
             last = last == nullptr ? &one : last;
             if (time <= handful && (one.answer.isEmpty() || goesOn(one.answer, time)))
                 open = &one;
@@ -114,7 +137,8 @@ private:
         return answer.last().datagram.size() >= fullDatagram && time - answer.last().after <= handful;
     }
 
-    QList<Asked> asked;
+    QList<Asked> publicly; ///< the public query
+    QList<Asked> byConsole;
 };
 
 } // namespace
@@ -133,8 +157,11 @@ Replay::Replay(const QByteArray &recording)
         else if (!breaksOff)
             complaint = complaint.isEmpty() ? u"line %1 is no datagram of a recording"_s.arg(number + 1) : complaint;
     }
-    for (const Asked &one : listener.all())
+    for (const Asked &one : listener.all()) {
+        if (isCovered(one.request.command) && !answers.contains(one.key))
+            covered.append({one.request.command, one.key});
         answers[one.key].append(one.answer);
+    }
     if (complaint.isEmpty() && answers.isEmpty())
         complaint = u"no request is in it"_s;
 }
@@ -156,13 +183,17 @@ Replay::Answer Replay::next(const QByteArray &request)
     return found == all.rend() ? Answer() : *found;
 }
 
-// Where the recorder found its password in a command it wrote asterisks; ours is found in the same place.
+// Where the recorder found its password in a command it wrote asterisks; ours is found in the same place, or what stood
+// there was no password but a word that is the same.
 QByteArray Replay::keyOf(const QByteArray &request) const
 {
     Request read = readRequest(request);
     const QByteArray plain = keyFor(read, request);
     if (answers.contains(plain) || read.password.isEmpty())
         return plain;
+    const QByteArray asked = read.command;
     read.command.replace(read.password, "*");
-    return keyFor(read, request);
+    const QByteArray hidden = keyFor(read, request);
+    const auto found = std::ranges::find_if(covered, [&](const Covered &one) { return fitsUnder(one.command, asked); });
+    return answers.contains(hidden) || found == covered.end() ? hidden : found->key;
 }

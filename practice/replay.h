@@ -33,9 +33,15 @@ public:
     [[nodiscard]] Answer next(const QByteArray &request);
 
 private:
+    /// A recorded command in which the recorder has found its password.
+    struct Covered {
+        QByteArray command;
+        QByteArray key;
+    };
     [[nodiscard]] QByteArray keyOf(const QByteArray &request) const;
 
     QString complaint;
+    QList<Covered> covered; ///< in the order of the recording
     QHash<QByteArray, QList<Answer>> answers;
     QHash<QByteArray, qsizetype> told; ///< of each the answers that have been given
 };

@@ -369,6 +369,7 @@ void MainWindow::endRun()
     for (QTimer *timer : findChildren<QTimer *>())
         timer->stop();
     connecting.closeLink();
+    tools->end();
     if (!isLoaded())
         return; // Neither the list that would be saved nor the preferences about logs have been read.
 

@@ -258,8 +258,8 @@ void StatusBar::showRefresh(int seconds)
 
 void StatusBar::showVerdict(int number, const QString &verdict, const QString &command)
 {
-    if (!lblverdict)
-        return;
+    if (!lblverdict || (verdict.isEmpty() && number < verdictNumber))
+        return; // what was sent before it has become good
     verdictNumber = number;
     lblverdict->display(verdict.isEmpty() ? QString() : verdict + u": "_s + command.simplified());
 }

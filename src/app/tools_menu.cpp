@@ -40,6 +40,11 @@ ToolsMenu::ToolsMenu(const Services &services_, const Connecting &connecting_, c
     });
 }
 
+void ToolsMenu::end() const
+{
+    recorder->stop();
+}
+
 void ToolsMenu::tell(StatusBar &statusBar_)
 {
     statusBar = &statusBar_;
@@ -72,11 +77,6 @@ Timetable &ToolsMenu::timetableNow()
     if (const QString trouble = timetable->trouble(); !trouble.isEmpty())
         statusBar->showTimetable(trouble);
     return *timetable;
-}
-
-const Ledger &ToolsMenu::ledger() const
-{
-    return ledgerWatch->ledger();
 }
 
 const Ledger &ToolsMenu::ledger() const

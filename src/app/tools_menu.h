@@ -27,6 +27,8 @@ public:
     void tell(StatusBar &statusBar_);
     /// Begins what the person has left switched on.
     void load();
+    /// The program ends: what is being recorded is written to its end.
+    void end() const;
     [[nodiscard]] const Ledger &ledger() const;
 
 private:

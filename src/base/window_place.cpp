@@ -12,6 +12,14 @@ namespace {
 
 constexpr int handle = 60; // pixels of the upper edge that a person needs to take hold of it
 
+/// Of a window that is no dialog desktops are not told that it belongs to another, and it goes behind that. Its buttons
+/// stay.
+void makeDialog(QWidget &window)
+{
+    if (window.windowType() == Qt::Window)
+        window.setWindowFlags((window.windowFlags() & ~Qt::WindowType_Mask) | Qt::Dialog);
+}
+
 } // namespace
 
 QRect withinScreen(QRect wanted, QRect available, QMargins frame)
@@ -45,6 +53,7 @@ void showOver(QWidget &window, const QWidget &owner)
 {
     if (window.isVisible())
         return;
+    makeDialog(window);
     if (!window.testAttribute(Qt::WA_Moved)) {
         window.adjustSize();
         QRect place(QPoint(), window.size());

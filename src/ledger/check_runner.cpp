@@ -15,12 +15,18 @@ namespace {
 
 const QByteArray header(4, '\xFF');
 const QByteArray printed = header + "print\n";
-const QByteArray variable = "g_gametype"; // its answer is short and tells nobody's secrets
+const QByteArray variable(askedVariable.data(), askedVariable.size());
 const QByteArray longCommand = "dvarlist s*";
 
 // In milliseconds.
 constexpr int betweenCommands = 750;
 constexpr int behindDatagram = 1000;
+constexpr int forListing = 4000; // all of it, behind the wait for its beginning
+
+// More than the longest list of variables, many times.
+constexpr qsizetype mostDatagrams = 1000;
+constexpr qsizetype mostBytes = 1'000'000;
+constexpr qsizetype keptAtEnds = 2000; // characters: how it begins and how it ends is all that is looked at
 
 QString preferred(const QList<QHostAddress> &addresses)
 {
@@ -38,6 +44,10 @@ CheckRunner::CheckRunner(const CheckPatience &patience_, CheckPace pace_, QObjec
     tmrcheck.setParent(this);
     tmrcheck.setSingleShot(true);
     connect(&tmrcheck, &QTimer::timeout, this, &CheckRunner::timeOut);
+    tmrlisting.setObjectName(u"tmrlisting"_s);
+    tmrlisting.setParent(this);
+    tmrlisting.setSingleShot(true);
+    connect(&tmrlisting, &QTimer::timeout, this, &CheckRunner::timeOut);
     connect(&link, &UDPClient::DataArrival, this, &CheckRunner::arrive);
     connect(&link, &UDPClient::datagramsent, this,
             [this](const QByteArray &datagram) { emit datagramsent(datagram, password); });
@@ -53,8 +63,6 @@ void CheckRunner::start(const QString &server_, const QString &port_, const QStr
     query = {};
     console = {};
     words.reset();
-    sizes.clear();
-    listing.clear();
     stage = Stage::LookUp;
     if (const std::optional<CheckStep> complaint = fieldsStep(server, port, password)) {
         finish(*complaint);
@@ -77,9 +85,13 @@ void CheckRunner::stop()
 {
     ++run;
     tmrcheck.stop();
+    tmrlisting.stop();
     link.Abandon();
     isHeldBack = false;
     stage = Stage::Idle;
+    sizes.clear();
+    listing.clear();
+    came = 0;
 }
 
 void CheckRunner::takeAddresses(const QHostInfo &info)
@@ -128,8 +140,11 @@ void CheckRunner::send()
     tmrcheck.start(isHeldBack ? static_cast<int>(left) : how.milliseconds);
     if (isHeldBack)
         return;
-    if (++copiesSent == 1)
+    if (++copiesSent == 1) {
         since.start();
+        if (stage == Stage::Listing)
+            tmrlisting.start(how.copies * how.milliseconds + forListing);
+    }
     try {
         link.SendData(header + text);
         if (isCommand)
@@ -238,8 +253,19 @@ void CheckRunner::takeListing(const QByteArray &datagram)
     if (!datagram.startsWith(printed) || isOfVariable)
         return;
     sizes.append(datagram.size());
-    listing += fromAnsi(datagram.sliced(printed.size()));
-    tmrcheck.start(behindDatagram);
+    came += datagram.size();
+    keepEnd(datagram.sliced(printed.size()));
+    if (sizes.size() == mostDatagrams || came >= mostBytes)
+        finish(endlessStep(sizes));
+    else
+        tmrcheck.start(behindDatagram);
+}
+
+void CheckRunner::keepEnd(const QByteArray &text)
+{
+    listing += fromAnsi(text);
+    if (listing.size() > 2 * keptAtEnds)
+        listing.remove(keptAtEnds, listing.size() - 2 * keptAtEnds);
 }
 
 void CheckRunner::finish(const CheckStep &step)

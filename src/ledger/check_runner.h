@@ -72,12 +72,14 @@ private:
     void takeConsole(const QByteArray &datagram);
     void endConsole();
     void takeListing(const QByteArray &datagram);
+    void keepEnd(const QByteArray &text);
     void finish(const CheckStep &step);
 
     const CheckPatience patience;
     const CheckPace pace;
     UDPClient link;
-    QTimer tmrcheck; ///< ends what is waited for
+    QTimer tmrcheck;   ///< ends what is waited for
+    QTimer tmrlisting; ///< ends the long reply, whatever comes still
     QElapsedTimer since;
     Stage stage = Stage::Idle;
     int run = 0;
@@ -93,5 +95,6 @@ private:
     bool isHeldBack = false; ///< until its turn
     std::optional<QString> words;
     QList<qsizetype> sizes;
-    QString listing;
+    QString listing; ///< its beginning and its end
+    qsizetype came = 0;
 };

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "connection_check.h"
 
-#include "refusals.h"
-
+#include "rcon/refusals.h"
 #include "rcon/reply_piece.h"
 
 #include <QStringList>
@@ -52,15 +51,10 @@ QString adviceAbout(const Refusal &refusal, const QString &password)
     return refusal.advice;
 }
 
-// A usual wording stays as it is: asterisks in it would give a password away that is a part of it.
 QString quoted(const QString &words, const QString &password)
 {
-    QString text = words.simplified();
-    const auto isText = [&text](QLatin1StringView usual) { return text.compare(usual, Qt::CaseInsensitive) == 0; };
-    if (!password.isEmpty() && std::ranges::none_of(usualRefusals, isText))
-        text.replace(password, QString(password.size(), u'*'));
     constexpr qsizetype longest = 200;
-    return u'"' + text.left(longest) + u'"';
+    return u'"' + withoutPassword(words, password).simplified().left(longest) + u'"';
 }
 
 /// "2 of 1303 bytes and 1 of 412", in the order of their coming.
@@ -137,7 +131,20 @@ CheckStep consoleStep(const Asked &console, const QString &words, const QString 
         return {u"Console: no answer"_s, u"Nothing comes from this server: see to the public query first."_s};
     if (const Refusal *refusal = refusalOf(words))
         return {u"Console: refused with "_s + quoted(words, password), adviceAbout(*refusal, password)};
-    return {u"Console: answered in %1 ms"_s.arg(*console.answeredAfter), u"The RCON password is right."_s};
+    const QString answered = u"Console: answered in %1 ms"_s.arg(*console.answeredAfter);
+    if (words.contains(askedVariable, Qt::CaseInsensitive))
+        return {answered, u"The RCON password is right."_s};
+    if (words.trimmed().isEmpty())
+        return {answered + u" without a word"_s,
+                u"This does not tell whether the RCON password is right: send a command and see what it does."_s};
+    return {answered + u" with "_s + quoted(words, password),
+            u"This is no answer to what was asked, and it could not be judged whether the RCON password is right."_s};
+}
+
+CheckStep endlessStep(const QList<qsizetype> &sizes)
+{
+    return {u"Long reply: it had no end; it came in %1 datagrams: %2"_s.arg(sizes.size()).arg(sizesText(sizes)),
+            u"No server says that much of its own accord: look for what else sends from its address."_s};
 }
 
 CheckStep listingStep(const QList<qsizetype> &sizes, const QString &text)
@@ -154,6 +161,10 @@ CheckStep listingStep(const QList<qsizetype> &sizes, const QString &text)
         return {title + u"the server does not know \"dvarlist\""_s,
                 u"The program reads settings by this command: on this server many of its boxes stay empty, and whether "
                 "long replies arrive cannot be told."_s};
+    if (text.trimmed().isEmpty())
+        return {
+            title + u"it was empty"_s,
+            u"The server took \"dvarlist\" and had nothing to say, so whether long replies arrive cannot be told."_s};
     if (!hasEnd(text))
         return {title + u"its end is missing; it came "_s + came,
                 u"Datagrams get lost on the way: lists may lack rows, so read them twice before acting on them."_s};
@@ -161,6 +172,9 @@ CheckStep listingStep(const QList<qsizetype> &sizes, const QString &text)
         return {title + u"it came whole "_s + came,
                 u"Servers that cut like this lose a character at each border: use \"Check and kick\" and its like for "
                 "players."_s};
+    if (sizes.size() == 1)
+        return {title + u"it came whole "_s + came,
+                u"What fits into one datagram arrives; whether several do cannot be told here."_s};
     return {title + u"it came whole "_s + came, u"Lists and settings can be relied on."_s};
 }
 

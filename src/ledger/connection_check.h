@@ -6,6 +6,9 @@
 
 #include <optional>
 
+/// The variable that the console is asked for: its answer is short and tells nobody's secrets.
+inline constexpr QLatin1StringView askedVariable("g_gametype");
+
 /// What a step of the connection check has found out, and what to do about it: one sentence.
 struct CheckStep {
     QString result;
@@ -30,6 +33,8 @@ struct Asked {
                                     bool isQueryAnswered);
 /// The datagrams of the long reply: their sizes on the wire in the order of their coming, and the text of them all.
 [[nodiscard]] CheckStep listingStep(const QList<qsizetype> &sizes, const QString &text);
+/// Instead of that, when so much came that it was not waited for the end.
+[[nodiscard]] CheckStep endlessStep(const QList<qsizetype> &sizes);
 /// Instead of that, when the console does not answer.
 [[nodiscard]] CheckStep noListingStep();
 

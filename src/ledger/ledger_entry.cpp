@@ -3,6 +3,7 @@
 
 #include "base/wire_text.h"
 #include "known_passwords.h"
+#include "rcon/refusals.h"
 #include "rcon/reply_piece.h"
 #include "rcon/request_size.h"
 #include "rcon/shown_command.h"
@@ -61,6 +62,7 @@ void LedgerEntry::take(const CameDatagram &datagram, const KnownPasswords &passw
     bytes += datagram.size;
     isCut = isCut || datagram.size > largestTaken;
     addText(datagram.text, passwords);
+    judgeWords(datagram.text);
     isLosing = datagram.size == ReplyPiece::losingSize;
     if (isLosing)
         passwords.starLosingEnd(reply);
@@ -77,6 +79,21 @@ void LedgerEntry::addText(const QString &text, const KnownPasswords &passwords)
         passwords.starNext(tail, added, isLosing);
     reply.chop(tail.size());
     reply += tail + added;
+}
+
+// By the words as they came, since asterisks can cover those that matter. They are not kept: the first ones decide, but
+// a refusal that goes on with something else is none. A line that was parted, or that repeats a command with asterisks
+// in it, is known by what is kept.
+void LedgerEntry::judgeWords(QStringView text)
+{
+    constexpr qsizetype longestLine = 2000; // that says more than that the server has answered
+    const Verdict said = verdictOfReply(command, text);
+    if (words == Verdict::None || words == Verdict::Acknowledged)
+        words = said;
+    else if (words == Verdict::PasswordRefused && said != Verdict::PasswordRefused && said != Verdict::Acknowledged)
+        words = Verdict::Answered;
+    if (words == Verdict::Answered && !isReplyForgotten)
+        words = verdictOfReply(command, QStringView(reply).first(std::min(reply.size(), longestLine)));
 }
 
 void LedgerEntry::hide(const KnownPasswords &passwords)
@@ -99,6 +116,6 @@ Verdict LedgerEntry::judged() const
     if (isLate)
         return Verdict::Late;
     if (datagrams > 0)
-        return isReplyForgotten ? verdict : verdictOfReply(command, reply);
+        return words;
     return isUnanswered ? Verdict::Silent : Verdict::None;
 }

@@ -49,6 +49,9 @@ struct LedgerEntry {
 
 private:
     void addText(const QString &text, const KnownPasswords &passwords);
+    void judgeWords(QStringView text);
+
+    Verdict words = Verdict::None; ///< what has been said by now
 };
 
 /// How long a command that nobody waits for may take for its answer, and when none is expected any more.

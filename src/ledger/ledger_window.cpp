@@ -16,6 +16,7 @@
 #include <QFontDatabase>
 #include <QHeaderView>
 #include <QScrollBar>
+#include <QTextCursor>
 
 #include <algorithm>
 #include <array>
@@ -27,12 +28,33 @@ namespace {
 /// For how many letters a column has room at first; the command takes the rest.
 constexpr std::array<int, LedgerColumn::Count> letters{9, 0, 7, 12, 10, 9, 17};
 
+// Nobody reads more of a reply, and text without line ends takes seconds to lay out.
+constexpr qsizetype longestShown = 100'000;
+constexpr qsizetype longestLine = 2000;
+constexpr int betweenRefreshes = 200; // milliseconds
+
 /// `cell` without what would begin another cell or row where it is pasted.
 QString oneCell(QString cell)
 {
     for (const QChar separator : {u'\t', u'\r', u'\n'})
         cell.replace(separator, u' ');
     return cell;
+}
+
+/// `reply` as it is shown: not more of it than can be read, in lines that can be laid out.
+QString shownText(const QString &reply)
+{
+    QString text;
+    qsizetype inLine = 0;
+    for (const QChar each : QStringView(reply).first(std::min(reply.size(), longestShown))) {
+        inLine = each == u'\n' ? 0 : inLine + 1;
+        if (inLine > longestLine) {
+            text += u'\n';
+            inLine = 1;
+        }
+        text += each;
+    }
+    return reply.size() > longestShown ? text + u"\n(the rest is not shown)"_s : text;
 }
 
 } // namespace
@@ -46,6 +68,14 @@ LedgerWindow::LedgerWindow(Ledger &ledger_, Prompts &prompts_, const Clock &cloc
       filter(new LedgerFilter(ledger, this))
 {
     ui->setupUi(this);
+    formSize = size();
+    tmrdetails.setObjectName(u"tmrdetails"_s);
+    tmrdetails.setParent(this);
+    tmrdetails.setSingleShot(true);
+    connect(&tmrdetails, &QTimer::timeout, this, [this] {
+        if (isReplyOld)
+            refreshDetails();
+    });
     setUpTable();
     ui->txtledgerreply->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont)); // servers print tables
     addCloseKey(*this);
@@ -75,7 +105,7 @@ void LedgerWindow::setUpTable()
     connect(filter, &LedgerFilter::dataChanged, this, [this](const QModelIndex &from, const QModelIndex &to) {
         const int row = ui->tblledger->currentIndex().row();
         if (from.row() <= row && row <= to.row())
-            showDetails();
+            refreshDetails();
     });
     connect(filter, &LedgerFilter::rowsAboutToBeInserted, this, [this] {
         const QScrollBar *bar = ui->tblledger->verticalScrollBar();
@@ -107,19 +137,47 @@ void LedgerWindow::showEntry(int number)
     ui->tblledger->scrollTo(place);
 }
 
+// A long reply comes in hundreds of datagrams at once.
+void LedgerWindow::refreshDetails()
+{
+    isReplyOld = true;
+    if (tmrdetails.isActive() && !shownReply.isEmpty())
+        return;
+    showDetails();
+    tmrdetails.start(betweenRefreshes);
+}
+
 void LedgerWindow::showDetails()
 {
+    isReplyOld = false;
     const QModelIndex current = filter->mapToSource(ui->tblledger->currentIndex());
     if (!current.isValid()) {
-        ui->txtledgerreply->clear();
+        shownNumber = 0;
+        showReply({});
         ui->lblledgernote->setText(u"Choose a command to see what the server said to it."_s);
         return;
     }
     const LedgerEntry &entry = ledger.entry(current.row());
-    const QString reply = entry.isReplyForgotten ? u"(no longer kept)"_s : entry.reply;
-    if (reply != ui->txtledgerreply->toPlainText())
-        ui->txtledgerreply->setPlainText(reply);
+    if (entry.number != shownNumber)
+        showReply({}); // or one that begins alike would not begin at its beginning
+    shownNumber = entry.number;
+    showReply(entry.isReplyForgotten ? u"(no longer kept)"_s : shownText(entry.reply));
     ui->lblledgernote->setText(ledgerNote(entry));
+}
+
+// What has grown is added to, so that it stays where the person reads.
+void LedgerWindow::showReply(const QString &text)
+{
+    if (text == shownReply)
+        return;
+    if (!shownReply.isEmpty() && text.startsWith(shownReply)) {
+        QTextCursor end(ui->txtledgerreply->document());
+        end.movePosition(QTextCursor::End);
+        end.insertText(text.sliced(shownReply.size()));
+    } else {
+        ui->txtledgerreply->setPlainText(text);
+    }
+    shownReply = text;
 }
 
 QList<int> LedgerWindow::shownRows() const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 
 #include <memory>
@@ -24,10 +25,14 @@ public:
 
     /// Selects the entry of that number, if it is still kept.
     void showEntry(int number);
+    /// As the form has it: a table asks for no more than a few cells.
+    [[nodiscard]] QSize sizeHint() const override { return formSize; }
 
 private:
     void setUpTable();
     void showDetails();
+    void refreshDetails();
+    void showReply(const QString &text);
     void followNewest();
     void cmdledgercopy_Click();
     void cmdledgersave_Click();
@@ -39,5 +44,10 @@ private:
     const Clock &clock;
     std::unique_ptr<Ui::LedgerWindow> ui;
     LedgerFilter *filter;
+    QSize formSize;
+    QTimer tmrdetails; ///< holds back what comes in quick succession
+    int shownNumber = 0;
+    QString shownReply;
+    bool isReplyOld = false; ///< more has come than is shown
     bool followsNewest = true;
 };

@@ -32,11 +32,18 @@ Recorder::~Recorder()
         (void)write(mask.rest());
 }
 
+void Recorder::stop()
+{
+    if (!isRecording())
+        return;
+    writeOrEnd(mask.rest());
+    end();
+}
+
 void Recorder::mrecord_Click()
 {
     if (isRecording()) {
-        writeOrEnd(mask.rest());
-        end();
+        stop();
     } else {
         begin(askReplacedFile(prompts, {u"Record traffic to..."_s, u"molvark_traffic_"_s + logDate(clock.now().date()),
                                         u"jsonl"_s, u"Record traffic"_s}));

@@ -31,6 +31,8 @@ public:
     /// Begins to record, to a file for which it asks, or ends it.
     void mrecord_Click();
     [[nodiscard]] bool isRecording() const { return file.isOpen(); }
+    /// Ends it, if it goes on, with what has been held back.
+    void stop();
 
 public slots:
     /// Datagrams of the connection check, which has a link and a password of its own; nothing happens while it does not

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reply_fit.h"
 
+#include "rcon/refusals.h"
 #include "verdict.h"
 
 #include <algorithm>

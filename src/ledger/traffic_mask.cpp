@@ -20,7 +20,8 @@ constexpr auto longestHeldBack = 10s; // later no piece of the same reply comes
 // What tells one kind of datagram from another is no password, whatever the password is.
 qsizetype bodyBegin(const QByteArray &datagram)
 {
-    for (const QByteArray &head : {requestHead, replyHead, header}) {
+    for (const QByteArray &head : {requestHead, replyHead, header + "getstatus", header + "getinfo",
+                                   header + "statusResponse", header + "infoResponse", header}) {
         if (datagram.startsWith(head))
             return head.size();
     }

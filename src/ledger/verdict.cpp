@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "verdict.h"
 
-#include "refusals.h"
+#include "rcon/refusals.h"
 
 #include <algorithm>
 #include <array>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -14,38 +13,6 @@ namespace {
 bool begins(QStringView text, QLatin1StringView with)
 {
     return text.startsWith(with, Qt::CaseInsensitive);
-}
-
-/// How many characters at the beginning of `text` refuse a password, in words that are always the same.
-qsizetype usualLength(QStringView text)
-{
-    const auto found =
-        std::ranges::find_if(usualRefusals, [text](QLatin1StringView refusal) { return begins(text, refusal); });
-    return found != usualRefusals.end() ? found->size() : 0;
-}
-
-/// In any words.
-qsizetype refusalLength(QStringView text)
-{
-    if (const qsizetype usual = usualLength(text); usual > 0)
-        return usual;
-    const QStringView line = firstLine(text);
-    return line.endsWith(endOfRefusal, Qt::CaseInsensitive) ? line.size() : 0;
-}
-
-// Not all refusals end their line, and each copy of a command is refused.
-bool consistsOf(QStringView reply, qsizetype (*length)(QStringView))
-{
-    QStringView rest = reply.trimmed();
-    if (rest.isEmpty())
-        return false;
-    while (!rest.isEmpty()) {
-        const qsizetype size = length(rest);
-        if (size == 0)
-            return false;
-        rest = rest.sliced(size).trimmed();
-    }
-    return true;
 }
 
 // A line may also begin with the name of a player who calls himself like this; it goes on in another way then.
@@ -112,16 +79,6 @@ QStringView firstLine(QStringView text)
     const QStringView rest = text.trimmed();
     const qsizetype end = rest.indexOf(u'\n');
     return end < 0 ? rest : rest.first(end).trimmed();
-}
-
-bool isRefusal(QStringView reply)
-{
-    return consistsOf(reply, refusalLength);
-}
-
-bool isUsualRefusal(QStringView reply)
-{
-    return consistsOf(reply, usualLength);
 }
 
 Verdict verdictOfReply(QStringView command, QStringView reply)

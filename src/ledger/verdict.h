@@ -28,10 +28,5 @@ enum class Verdict {
 /// The first line of an answer with anything in it, without blanks at its ends.
 [[nodiscard]] QStringView firstLine(QStringView text);
 
-/// Whether a server refuses the RCON password in this way, and says nothing else.
-[[nodiscard]] bool isRefusal(QStringView reply);
-/// The same, in words that are known to the last letter.
-[[nodiscard]] bool isUsualRefusal(QStringView reply);
-
 /// What the words of an answer, which may be that to several copies, say of `command`.
 [[nodiscard]] Verdict verdictOfReply(QStringView command, QStringView reply);

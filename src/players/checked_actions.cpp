@@ -3,8 +3,10 @@
 
 #include "base/prompts.h"
 #include "checked_deeds.h"
+#include "colour_codes.h"
 #include "rcon/conversation.h"
 #include "rcon/reading.h"
+#include "rcon/refusals.h"
 #include "rcon/server_fields.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
@@ -15,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int mostReadings = 3;    // of a list that other commands or boxes get in the way of
+constexpr int mostReadings = 3;    // of a list that other commands or boxes get in the way of, or that is not sure
 constexpr int longestAnswer = 200; // characters
 
 constexpr auto nothingSent = ": nothing was sent"_L1;
@@ -23,11 +25,9 @@ constexpr auto serverLeft = "The server has been left"_L1;
 constexpr auto noWay = "The server could not be reached"_L1;
 
 /// What the server said, on one line.
-QString words(QString reply, const QString &password)
+QString words(const QString &reply, const QString &password)
 {
-    if (!password.isEmpty())
-        reply.replace(password, QString(password.size(), u'*'));
-    const QString text = reply.simplified().left(longestAnswer);
+    const QString text = withoutPassword(reply, password).simplified().left(longestAnswer);
     return text.isEmpty() ? u"The server has taken it without a word"_s : text;
 }
 
@@ -55,7 +55,14 @@ QString told(Fate fate, bool isOpen)
 struct CheckedActions::NewerList {
     QList<StatusRow> rows;
     bool isInPieces = false;
+    bool isEndSupposed = false;
     QString trouble; ///< empty when the list has come
+};
+
+/// What a list says of somebody.
+struct CheckedActions::Seen {
+    Sighting sighting;
+    QString trouble; ///< empty when it can be believed
 };
 
 void CheckedActions::act(const CheckedDeed &deed, WantedPlayer wanted, const QString &text)
@@ -84,17 +91,15 @@ std::optional<Sighting> CheckedActions::actOnce(const CheckedDeed &deed, const W
     }
     emit answered({});
     const Conversation talk(services);
-    const auto isMissing = [&](const QList<StatusRow> &rows) { return lookFor(wanted, rows).kind == Sighting::Gone; };
-    const NewerList list = readList(talk, scope, isMissing);
+    const Seen seen = look(talk, scope, [&](const QList<StatusRow> &rows) { return lookFor(wanted, rows); });
     if (!scope.isLatest())
         return {}; // the one who was let in since tells what became of his
-    if (!list.trouble.isEmpty()) {
-        emit answered(list.trouble + nothingSent);
+    if (!seen.trouble.isEmpty()) {
+        emit answered(seen.trouble + nothingSent);
         return {};
     }
-    const Sighting sighting = lookFor(wanted, list.rows);
-    if (sighting.kind != Sighting::There)
-        return sighting;
+    if (seen.sighting.kind != Sighting::There)
+        return seen.sighting;
     carryOut(talk, scope, deed, wanted, text);
     return {};
 }
@@ -116,22 +121,32 @@ CheckedActions::NewerList CheckedActions::readList(const Conversation &talk, con
     if (fate != Fate::Answered)
         return {.rows = {}, .trouble = u"Other commands or boxes came between"_s};
     if (const auto rows = wholeTable(talk.reply(), talk.pieces()))
-        return {.rows = *rows, .isInPieces = talk.pieces().size() > 1, .trouble = {}};
+        return {.rows = *rows,
+                .isInPieces = talk.pieces().size() > 1,
+                .isEndSupposed = isEndSupposed(talk.reply(), talk.pieces()),
+                .trouble = {}};
     const bool isList = talk.reply().startsWith("map:"_L1);
     return {.rows = {},
             .trouble = isList ? u"The list of players has not come whole"_s
                               : u"What came for \"status\" is no list of players"_s};
 }
 
-// A datagram in the middle of a list can be lost without a trace, and he with it: who is missing in a list that came in
-// pieces is looked for in a second one.
-CheckedActions::NewerList CheckedActions::readList(const Conversation &talk, const Reading &scope,
-                                                   const IsMissing &isMissing) const
+// A datagram of a list can be lost without a trace, and he with it, or the first digit of his number. What a list is
+// not sure of is believed when the next one says the same.
+CheckedActions::Seen CheckedActions::look(const Conversation &talk, const Reading &scope, const Look &lookAt) const
 {
-    NewerList list = readList(talk, scope);
-    if (list.trouble.isEmpty() && list.isInPieces && isMissing(list.rows))
-        list = readList(talk, scope);
-    return list;
+    std::optional<Sighting> before;
+    for (int reading = 0; reading < mostReadings; ++reading) {
+        const NewerList list = readList(talk, scope);
+        if (!list.trouble.isEmpty())
+            return {.sighting = {}, .trouble = list.trouble};
+        const Sighting now = lookAt(list.rows);
+        const bool mayBeMissed = now.kind == Sighting::Gone && list.isInPieces;
+        if (before == now || (now.isSure && !mayBeMissed && !list.isEndSupposed))
+            return {.sighting = now, .trouble = {}};
+        before = now;
+    }
+    return {.sighting = {}, .trouble = u"The lists of players do not agree"_s};
 }
 
 void CheckedActions::carryOut(const Conversation &talk, const Reading &scope, const CheckedDeed &deed,
@@ -150,24 +165,37 @@ void CheckedActions::carryOut(const Conversation &talk, const Reading &scope, co
 
 void CheckedActions::tellWhetherGone(const Conversation &talk, const Reading &scope, const WantedPlayer &wanted)
 {
-    const auto isMissing = [&](const QList<StatusRow> &rows) { return isStillThere(wanted, rows) == false; };
-    const NewerList list =
-        talk.isOpen() ? readList(talk, scope, isMissing) : NewerList{.rows = {}, .trouble = serverLeft};
+    const auto lookAt = [&](const QList<StatusRow> &rows) {
+        const std::optional<bool> isThere = isStillThere(wanted, rows);
+        return Sighting{.kind = !isThere ? Sighting::Damaged : (*isThere ? Sighting::There : Sighting::Gone),
+                        .num = {}};
+    };
+    const Seen seen = talk.isOpen() ? look(talk, scope, lookAt) : Seen{.sighting = {}, .trouble = serverLeft};
     if (!scope.isLatest())
         return;
-    if (!list.trouble.isEmpty()) {
-        emit answered(list.trouble + u": whether %1 has gone is not known"_s.arg(wanted.shown));
-        return;
-    }
-    const std::optional<bool> isThere = isStillThere(wanted, list.rows);
-    if (!isThere) {
+    if (!seen.trouble.isEmpty()) {
+        emit answered(seen.trouble + u": whether %1 has gone is not known"_s.arg(wanted.shown));
+    } else if (seen.sighting.kind == Sighting::Damaged) {
         emit answered(u"The list does not tell whether %1 has gone"_s.arg(wanted.shown));
-    } else if (*isThere) {
+    } else if (seen.sighting.kind == Sighting::There) {
         emit answered(wanted.shown + u" is still there"_s);
     } else {
         emit answered(wanted.shown + u" has gone"_s);
         emit left(wanted);
     }
+}
+
+// Who goes on under another name is not here any more, and is there still: the list keeps his row.
+void CheckedActions::tellHasLeft(const CheckedDeed &deed, const WantedPlayer &wanted, const Sighting &sighting)
+{
+    const bool isRenamed = !sighting.newNum.isEmpty();
+    if (isRenamed)
+        emit answered(u"The GUID of %1 is there as %2 in slot %3"_s.arg(wanted.shown, stripcolour(sighting.newName),
+                                                                        sighting.newNum) +
+                      nothingSent);
+    services.prompts.inform(wanted.shown + u" has left."_s, deed.caption);
+    if (!isRenamed)
+        emit left(wanted);
 }
 
 // Says what was found instead of him. True when he stands in another slot and is to be met there.
@@ -179,8 +207,7 @@ bool CheckedActions::isWantedThere(const CheckedDeed &deed, const WantedPlayer &
         return services.prompts.ask({title, wanted.shown + u" is in slot %1 now. "_s.arg(sighting.num) + deed.offer,
                                      BoxIcon::Question, BoxButtons::YesNo}) == Answer::Yes;
     case Sighting::Gone:
-        services.prompts.inform(wanted.shown + u" has left."_s, title);
-        emit left(wanted);
+        tellHasLeft(deed, wanted, sighting);
         return false;
     case Sighting::Two:
         services.prompts.refuse(u"Two players are called %1."_s.arg(wanted.shown), title);

@@ -25,6 +25,8 @@ public:
     /// Looks for the player; where he stands the command is sent with `text` behind the slot number, once. It ends with
     /// a box that says what was found instead, or with an answer. Does nothing while it is at it already.
     void act(const CheckedDeed &deed, WantedPlayer wanted, const QString &text = {});
+    /// What came of the last one is not told any more.
+    void forget() { emit answered({}); }
 
 signals:
     /// What the server said, and then what its list says, or why nothing was sent; for the status bar.
@@ -36,15 +38,17 @@ signals:
 
 private:
     struct NewerList;
-    using IsMissing = std::function<bool(const QList<StatusRow> &rows)>;
+    struct Seen;
+    using Look = std::function<Sighting(const QList<StatusRow> &rows)>;
 
     [[nodiscard]] std::optional<Sighting> actOnce(const CheckedDeed &deed, const WantedPlayer &wanted,
                                                   const QString &text);
     [[nodiscard]] NewerList readList(const Conversation &talk, const Reading &scope) const;
-    [[nodiscard]] NewerList readList(const Conversation &talk, const Reading &scope, const IsMissing &isMissing) const;
+    [[nodiscard]] Seen look(const Conversation &talk, const Reading &scope, const Look &lookAt) const;
     void carryOut(const Conversation &talk, const Reading &scope, const CheckedDeed &deed, const WantedPlayer &wanted,
                   const QString &text);
     void tellWhetherGone(const Conversation &talk, const Reading &scope, const WantedPlayer &wanted);
+    void tellHasLeft(const CheckedDeed &deed, const WantedPlayer &wanted, const Sighting &sighting);
     [[nodiscard]] bool isWantedThere(const CheckedDeed &deed, const WantedPlayer &wanted, const Sighting &sighting);
 
     const Services &services;

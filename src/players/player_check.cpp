@@ -76,9 +76,24 @@ bool isDoubtful(const WantedPlayer &wanted, const QList<StatusRow> &rows)
     return std::ranges::any_of(rows, [&](const StatusRow &row) { return isDamaged(row) && mayBe(wanted, row); });
 }
 
-Sighting damagedOr(Sighting::Kind kind, const WantedPlayer &wanted, const QList<StatusRow> &rows)
+Sighting damagedOr(const Sighting &sighting, const WantedPlayer &wanted, const QList<StatusRow> &rows)
 {
-    return {wanted.isDamaged || isDoubtful(wanted, rows) ? Sighting::Damaged : kind, {}};
+    return wanted.isDamaged || isDoubtful(wanted, rows) ? Sighting{.kind = Sighting::Damaged, .num = {}} : sighting;
+}
+
+Sighting seenIn(const StatusRow &row, Sighting::Kind kind)
+{
+    return {.kind = kind, .num = row.num, .isSure = !row.beginsDatagram};
+}
+
+/// Nobody is called like him; somebody may have his GUID.
+Sighting gone(const WantedPlayer &wanted, const QList<StatusRow> &rows)
+{
+    const auto found = std::ranges::find_if(
+        rows, [&](const StatusRow &row) { return row.guid == wanted.guid && !isDamaged(row) && !isLeaving(row); });
+    if (found == rows.end() || isOfMany(wanted.guid))
+        return {};
+    return {.kind = Sighting::Gone, .num = {}, .isSure = true, .newName = found->name, .newNum = found->num};
 }
 
 /// One of many who share a GUID: only who stands where he stood is he.
@@ -86,9 +101,10 @@ Sighting lookForOneOfMany(const WantedPlayer &wanted, const QList<StatusRow> &ca
 {
     for (const StatusRow &row : called) {
         if (!isDamaged(row) && row.num == wanted.num && row.address == wanted.address)
-            return isDoubtful(wanted, rows) ? Sighting{Sighting::Damaged, {}} : Sighting{Sighting::There, row.num};
+            return isDoubtful(wanted, rows) ? Sighting{.kind = Sighting::Damaged, .num = {}}
+                                            : seenIn(row, Sighting::There);
     }
-    return damagedOr(called.size() > 1 ? Sighting::Two : Sighting::Gone, wanted, rows);
+    return damagedOr({.kind = called.size() > 1 ? Sighting::Two : Sighting::Gone, .num = {}}, wanted, rows);
 }
 
 /// True when another answer has come in the middle of the list: of a server that fills its datagrams all but the last
@@ -123,13 +139,13 @@ Sighting lookFor(const WantedPlayer &wanted, const QList<StatusRow> &rows)
     if (isOfMany(wanted.guid))
         return lookForOneOfMany(wanted, called, rows);
     if (called.size() > 1)
-        return {Sighting::Two, {}};
+        return {.kind = Sighting::Two, .num = {}};
     if (called.isEmpty())
-        return damagedOr(Sighting::Gone, wanted, rows);
+        return damagedOr(gone(wanted, rows), wanted, rows);
     const StatusRow &row = called.first();
     if (isDamaged(row) || isDoubtful(wanted, rows))
-        return {Sighting::Damaged, {}}; // a damaged row beside it may be another of his kind
-    return {row.num == wanted.num ? Sighting::There : Sighting::Elsewhere, row.num};
+        return {.kind = Sighting::Damaged, .num = {}}; // a damaged row beside it may be another of his kind
+    return seenIn(row, row.num == wanted.num ? Sighting::There : Sighting::Elsewhere);
 }
 
 std::optional<bool> isStillThere(const WantedPlayer &wanted, const QList<StatusRow> &rows)
@@ -151,6 +167,11 @@ std::optional<bool> isStillThere(const WantedPlayer &wanted, const QList<StatusR
     return mayBeThere ? std::nullopt : std::optional(false);
 }
 
+bool isEndSupposed(const QString &reply, const QList<ReplyPiece> &pieces)
+{
+    return !pieces.isEmpty() && pieces.constLast().mayLackLast && !reply.endsWith("\n\n"_L1);
+}
+
 std::optional<QList<StatusRow>> wholeTable(const QString &reply, const QList<ReplyPiece> &pieces)
 {
     StatusTable table;
@@ -160,7 +181,7 @@ std::optional<QList<StatusRow>> wholeTable(const QString &reply, const QList<Rep
         return {};
     // The empty line at the end can be the character that is missing: at the end of a full datagram, or at its border.
     const qsizetype last = pieces.size() - 1;
-    const bool mayLackEnd = pieces.at(last).mayLackLast ||
+    const bool mayLackEnd = isEndSupposed(reply, pieces) ||
                             (last > 0 && pieces.at(last - 1).mayLackLast && pieces.at(last).begin >= reply.size() - 1);
     const QString text = mayLackEnd && !reply.endsWith("\n\n"_L1) ? reply + u'\n' : reply;
     try {

@@ -30,13 +30,17 @@ struct Sighting {
     };
 
     Kind kind = Gone;
-    QString num; ///< the slot he stands in
+    QString num;          ///< the slot he stands in
+    bool isSure = true;   ///< one list is enough to believe it
+    QString newName = {}; ///< of who is gone: under which another player has his GUID now
+    QString newNum = {};  ///< and in which slot
 
     bool operator==(const Sighting &) const = default;
 };
 
 /// Looks for a player by GUID and exact name, whatever his address. A GUID of 0 is that of many, and name, slot and
-/// address must agree then. Who is just leaving has left.
+/// address must agree then. Who is just leaving has left. It is not sure of a slot when the row begins with a datagram:
+/// of a number of two digits the first can have been lost with the datagram before.
 [[nodiscard]] Sighting lookFor(const WantedPlayer &wanted, const QList<StatusRow> &rows);
 
 /// Whether a player who was found, and has been thrown out since, is there still; nothing when damaged rows leave it
@@ -46,3 +50,6 @@ struct Sighting {
 
 /// All rows of a gathered reply to "status"; nothing when it is another's or has not come whole.
 [[nodiscard]] std::optional<QList<StatusRow>> wholeTable(const QString &reply, const QList<ReplyPiece> &pieces);
+/// Whether the end of a whole table is only taken for it: it lacks the empty line, which a full last datagram may have
+/// lost; or another datagram, that has not come, was the last.
+[[nodiscard]] bool isEndSupposed(const QString &reply, const QList<ReplyPiece> &pieces);

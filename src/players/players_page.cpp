@@ -284,6 +284,7 @@ void PlayersPage::checkAndAct(const CheckedDeed &deed, const WantedPlayer &wante
         checkedActions.act(deed, wanted);
         return;
     }
+    checkedActions.forget(); // the person may think better of it
     if (const std::optional<QString> message = actions->askMessage(actions->shownName(wanted.shown)))
         checkedActions.act(deed, wanted, *message);
 }

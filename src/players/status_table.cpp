@@ -27,8 +27,8 @@ qsizetype found(qsizetype index)
 /// last character the row behind a border is marked also when it begins there: its first character may be that one. (A
 /// line feed that is missing makes two rows one, which stands in both datagrams.) All datagrams of such a list but the
 /// last are full, so one in front of a border that is not is another answer's, and a row may lie on both its sides. Of
-/// other servers such a datagram shows only by the row that it spoils: what begins behind that can be the rest of one. A
-/// datagram that was too large to be taken whole lacks its end.
+/// other servers such a datagram shows only by the row that it spoils: what begins behind that can be the rest of one.
+/// A datagram that was too large to be taken whole lacks its end.
 RowDamage damageOf(qsizetype start, qsizetype end, const QList<ReplyPiece> &pieces, bool isBehindDamaged)
 {
     const bool losesCharacters = std::ranges::any_of(pieces, &ReplyPiece::mayLackLast);
@@ -155,6 +155,8 @@ StatusRow StatusTable::next(const QString &reply, const QList<ReplyPiece> &piece
     cutter.takeRight(); // the time since the last message is not shown
     row.name = cutter.takeMiddle();
     row.damage = damageOf(lineFeed + 1, lineEnd, pieces, isBehindDamaged);
+    row.beginsDatagram =
+        std::ranges::any_of(pieces, [start = lineFeed + 1](const ReplyPiece &piece) { return piece.begin == start; });
     isBehindDamaged = row.damage != RowDamage::None || !isNumbered(row);
     lineFeed = lineEnd;
     anyRow = true;

@@ -25,6 +25,7 @@ struct StatusRow {
     QString qport;
     QString rate;
     RowDamage damage = RowDamage::None;
+    bool beginsDatagram = false; ///< so a datagram before it may have been lost, and with it the beginning of the row
 
     bool operator==(const StatusRow &) const = default;
 };

@@ -36,9 +36,23 @@ constexpr qint64 betweenCommands = 750;
 constexpr qint64 latestAnswer = 6000;
 constexpr qint64 restOfReply = 1500;
 
+bool beginsWithStatus(QStringView command)
+{
+    constexpr QLatin1StringView word("status");
+    QStringView rest = command.trimmed();
+    while (!rest.isEmpty() && (rest.front() == u'/' || rest.front() == u'\\' || rest.front() == u'"'))
+        rest = rest.sliced(1);
+    if (!rest.startsWith(word, Qt::CaseInsensitive))
+        return false;
+    const QStringView behind = rest.sliced(word.size());
+    return behind.isEmpty() || behind.front().isSpace() || behind.front() == u'"';
+}
+
+/// Whether the answer to one of the commands in the line is the list of players: the server takes a slash or quotes
+/// with the word, and other words behind it.
 bool isStatus(const QString &comm)
 {
-    return trimBlanks(comm).compare("status"_L1, Qt::CaseInsensitive) == 0;
+    return std::ranges::any_of(QStringView(comm).split(u';'), beginsWithStatus);
 }
 
 /// Nothing more of the answer comes after this.
@@ -118,7 +132,7 @@ bool Exchange::sendonce(const QString &comm, const std::function<bool(const QStr
     awaitTurn(comm);
     // What the command goes by may be old when another command or a box has come between.
     const bool isHeldUp = asked != before || milliseconds() - begunAt > betweenCommands + stall;
-    if (isLeft() || (isHeldUp && !isStatus(comm)))
+    if (isLeft() || (isHeldUp && comm != "status"_L1))
         return false;
     lastBy = BroughtBy::Person;
     const qint64 staleBefore = staleUntil;

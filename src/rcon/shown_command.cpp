@@ -27,23 +27,41 @@ bool isBlank(QChar each)
     return each.isSpace() || each < u' ';
 }
 
-bool endsWord(QChar each)
+/// Takes blanks and comments off `rest`. One without an end hides nothing: the safer reading is that there is none. Of
+/// one with a semicolon in it only the end is left.
+void skipBlanks(QStringView &rest)
 {
-    return isBlank(each) || each == u'"';
+    for (bool isSkipping = true; isSkipping;) {
+        rest = rest.sliced(std::ranges::find_if_not(rest, isBlank) - rest.begin());
+        const qsizetype end = rest.startsWith("/*"_L1) ? rest.indexOf("*/"_L1, 2) : 0;
+        isSkipping = rest.startsWith("/*"_L1) || rest.startsWith("*/"_L1);
+        if (isSkipping)
+            rest = rest.sliced(std::max<qsizetype>(end, 0) + 2);
+    }
 }
 
-/// Takes the first word off `rest`, with the blanks before it. Quotes around a word are no part of it, and one behind
-/// it begins the next.
+/// How many characters the word at the beginning of `rest` has.
+qsizetype wordSize(QStringView rest)
+{
+    qsizetype size = 0;
+    while (size < rest.size() && !isBlank(rest.at(size)) && rest.at(size) != u'"' &&
+           !rest.sliced(size).startsWith("/*"_L1))
+        ++size;
+    return size;
+}
+
+/// Takes the first word off `rest`, with the blanks and comments before it. Quotes around a word are no part of it, and
+/// one behind it begins the next.
 QStringView takeWord(QStringView &rest)
 {
-    rest = rest.sliced(std::ranges::find_if_not(rest, isBlank) - rest.begin());
+    skipBlanks(rest);
     if (rest.startsWith(u'"')) {
         const qsizetype close = rest.indexOf(u'"', 1);
         const QStringView word = rest.sliced(1, (close < 0 ? rest.size() : close) - 1);
         rest = rest.sliced(close < 0 ? rest.size() : close + 1);
         return word;
     }
-    const QStringView word = rest.first(std::ranges::find_if(rest, endsWord) - rest.begin());
+    const QStringView word = rest.first(wordSize(rest));
     rest = rest.sliced(word.size());
     return word;
 }

@@ -68,6 +68,9 @@ private slots:
         QVERIFY(window && becomesActive(window));
         QCOMPARE(window->windowHandle()->transientParent(), program.window.windowHandle());
         QCOMPARE(window->windowModality(), Qt::NonModal);
+        // Desktops are told that it belongs there of dialogs alone; the buttons of its frame stay.
+        QCOMPARE(window->windowHandle()->type(), Qt::Dialog);
+        QVERIFY(window->windowFlags().testFlag(Qt::WindowCloseButtonHint));
         const QPoint apart = window->frameGeometry().center() - program.window.frameGeometry().center();
         QVERIFY2(apart.manhattanLength() <= 8, qPrintable(u"%1, %2"_s.arg(apart.x()).arg(apart.y())));
 

@@ -2,6 +2,7 @@
 #include "connected_program.h"
 #include "menus.h"
 #include "other_windows.h"
+#include "practice/datagrams.h"
 #include "window_test.h"
 
 #include <QJsonDocument>
@@ -180,6 +181,76 @@ private slots:
                                        header + "rcon ****** dvarlist s*"}));
         QVERIFY(came.size() >= 4);
         QCOMPARE(came.at(1), header + "print\n\"g_gametype\" is: \"****** ********^7\"\n");
+    }
+
+    // Whatever sends: it is not waited for without end, nor is all of it kept.
+    void aListingWithoutEndIsEnded_data()
+    {
+        QTest::addColumn<int>("size");
+        QTest::addColumn<int>("datagrams");
+        QTest::newRow("many") << 20 << 1000;
+        QTest::newRow("much") << 8000 << 126; // the first one is small
+    }
+
+    void aListingWithoutEndIsEnded()
+    {
+        QFETCH(int, size);
+        QFETCH(int, datagrams);
+        CheckedConnection it({}, false);
+        it.server.answer("dvarlist s*", {"begun\n"});
+        const QByteArray piece = printDatagram(QByteArray(size - 10, 'x'));
+        QCOMPARE(piece.size(), size);
+        it.program.trigger(u"mcheck"_s);
+        auto *timer = it.window()->findChild<QTimer *>(u"tmrcheck"_s);
+        QTRY_COMPARE(it.steps().size(), 3);
+        it.now += 10s;
+        it.program.clock.set(it.program.clock.now().addSecs(10));
+        timer->stop();
+        QMetaObject::invokeMethod(timer, "timeout"); // the pause before it
+        QTRY_COMPARE(it.server.commands().size(), 3);
+        QCOMPARE(it.server.commands().constLast(), "dvarlist s*");
+        for (int sent = 0; sent < 2 * datagrams && !it.again()->isEnabled(); ++sent) {
+            QVERIFY(it.server.sendRaw(piece));
+            for (int events = 0; events < 3; ++events)
+                QCoreApplication::processEvents();
+        }
+        QVERIFY(it.again()->isEnabled());
+        QVERIFY2(it.results().constLast().startsWith(
+                     u"Long reply: it had no end; it came in %1 datagrams: "_s.arg(datagrams)),
+                 qPrintable(it.results().constLast()));
+    }
+
+    // Datagrams that come drop by drop begin no new wait of all.
+    void aListingHasTenSeconds()
+    {
+        CheckedConnection it({}, false);
+        it.server.answer("dvarlist s*", {"begun\n"});
+        it.program.trigger(u"mcheck"_s);
+        auto *timer = it.window()->findChild<QTimer *>(u"tmrcheck"_s);
+        auto *all = it.window()->findChild<QTimer *>(u"tmrlisting"_s);
+        QTRY_COMPARE(it.steps().size(), 3);
+        QVERIFY(!all->isActive());
+        it.now += 10s;
+        it.program.clock.set(it.program.clock.now().addSecs(10));
+        timer->stop();
+        QMetaObject::invokeMethod(timer, "timeout");
+        QTRY_VERIFY(timer->interval() == 1000); // something has come
+        QVERIFY(all->isActive() && all->isSingleShot());
+        QCOMPARE(all->interval(), 10'000);
+        QMetaObject::invokeMethod(all, "timeout");
+        QVERIFY(it.again()->isEnabled());
+        QVERIFY(!all->isActive());
+        QCOMPARE(it.results().constLast(), u"Long reply: its end is missing; it came in one datagram of 16 bytes"_s);
+    }
+
+    void anEmptyAnswerIsNotTakenForWell()
+    {
+        CheckedConnection it({}, false);
+        it.server.answer("g_gametype", {""});
+        it.server.answer("dvarlist s*", {""});
+        it.open();
+        QCOMPARE(it.results().last(2),
+                 QStringList({u"Console: answered in N ms without a word"_s, u"Long reply: it was empty"_s}));
     }
 
     void aRefusalIsToldInItsWords()

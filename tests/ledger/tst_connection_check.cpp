@@ -70,7 +70,17 @@ private slots:
     {
         QCOMPARE(consoleStep({.answeredAfter = 40}, u"\"g_gametype\" is: \"tdm\"\n"_s, u"word"_s, true),
                  (CheckStep{u"Console: answered in 40 ms"_s, u"The RCON password is right."_s}));
-        QCOMPARE(consoleStep({.answeredAfter = 40}, {}, u"word"_s, false).result, u"Console: answered in 40 ms"_s);
+        QCOMPARE(consoleStep({.answeredAfter = 40}, u"Unknown command \"g_gametype\"\n"_s, u"word"_s, true).advice,
+                 u"The RCON password is right."_s);
+        QCOMPARE(consoleStep({.answeredAfter = 40}, u"\n"_s, u"word"_s, false),
+                 (CheckStep{u"Console: answered in 40 ms without a word"_s,
+                            u"This does not tell whether the RCON password is right: send a command and see what it "
+                            "does."_s}));
+        QCOMPARE(
+            consoleStep({.answeredAfter = 40}, u"Access denied for word\n"_s, u"word"_s, false),
+            (CheckStep{u"Console: answered in 40 ms with \"Access denied for ****\""_s,
+                       u"This is no answer to what was asked, and it could not be judged whether the RCON password "
+                       "is right."_s}));
         const CheckStep silent = consoleStep({}, {}, u"word"_s, true);
         QCOMPARE(silent.result, u"Console: silent although the public query answers"_s);
         QCOMPARE(silent.advice, u"Try again later: "_s + tools + u'.');
@@ -128,9 +138,13 @@ private slots:
         const CheckStep step =
             consoleStep({.answeredAfter = 5}, u"Bad rcon from 1.2.3.4: rcon geheim status"_s, u"geheim"_s, true);
         QCOMPARE(step.result, u"Console: refused with \"Bad rcon from 1.2.3.4: rcon ****** status\""_s);
-        // Here asterisks would tell it.
-        QCOMPARE(consoleStep({.answeredAfter = 5}, u"Bad rconpassword.\n"_s, u"word"_s, true).result,
-                 u"Console: refused with \"Bad rconpassword.\""_s);
+        // Here asterisks would tell it, also when two copies are refused at once.
+        for (const QString &password : {u"word"_s, u"password"_s, u"rcon"_s, u"Bad"_s}) {
+            QCOMPARE(consoleStep({.answeredAfter = 5}, u"Bad rconpassword.\n"_s, password, true).result,
+                     u"Console: refused with \"Bad rconpassword.\""_s);
+            QCOMPARE(consoleStep({.answeredAfter = 5}, u"Bad rcon\nBad rcon\n"_s, password, true).result,
+                     u"Console: refused with \"Bad rcon Bad rcon\""_s);
+        }
     }
 
     void theLongReplyArrivesWholeOrNot_data()
@@ -144,7 +158,12 @@ private slots:
                               << u"Short answers come and long ones do not: something on the way drops large "
                                  "datagrams, or the server was asked too often."_s;
         QTest::newRow("one") << QList<qsizetype>{512} << end
-                             << u"Long reply: it came whole in one datagram of 512 bytes"_s << reliable;
+                             << u"Long reply: it came whole in one datagram of 512 bytes"_s
+                             << u"What fits into one datagram arrives; whether several do cannot be told here."_s;
+        QTest::newRow("empty")
+            << QList<qsizetype>{10} << u"\n"_s << u"Long reply: it was empty"_s
+            << u"The server took \"dvarlist\" and had nothing to say, so whether long replies arrive "
+               "cannot be told."_s;
         QTest::newRow("several") << QList<qsizetype>{1010, 1010, 300} << end
                                  << u"Long reply: it came whole in 3 datagrams: 2 of 1010 bytes, 1 of 300 bytes"_s
                                  << reliable;
@@ -175,6 +194,14 @@ private slots:
     void withoutAConsoleItIsNotAskedFor()
     {
         QCOMPARE(noListingStep(), (CheckStep{u"Long reply: not asked for"_s, u"This needs a console that answers."_s}));
+    }
+
+    void aReplyWithoutEndIsToldSo()
+    {
+        QCOMPARE(endlessStep({1010, 1010, 300}),
+                 (CheckStep{u"Long reply: it had no end; it came in 3 datagrams: 2 of 1010 bytes, 1 of 300 bytes"_s,
+                            u"No server says that much of its own accord: look for what else sends from its "
+                            "address."_s}));
     }
 
     void theTextHasAllSteps()

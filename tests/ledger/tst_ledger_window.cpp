@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "activation.h"
+#include "app/status_bar.h"
 #include "at_request.h"
 #include "exchange_boxes.h"
 #include "ledger_hands.h"
@@ -12,6 +13,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -283,7 +285,7 @@ private slots:
         QCOMPARE(it.on.program.prompts.takeBoxes(), QList<Box>{truncatedBox()});
         QCOMPARE(it.cells(3).at(5), u"8193"_s);
         it.chooseNewest();
-        QCOMPARE(it.reply(), QString(8182, u'x'));
+        QCOMPARE(it.reply().remove(u'\n'), QString(8182, u'x'));
     }
 
     void aLongCommandIsToldWhatTheServerReads()
@@ -452,6 +454,87 @@ private slots:
         QCOMPARE(chosen.size(), 1);
         QCOMPARE(chosen.constFirst().data().toString(), u"foo"_s);
         QVERIFY(it.reply().startsWith(u"Unknown command"_s));
+    }
+
+    // An answer to an earlier command comes behind the bad one to a newer.
+    void anOlderVerdictHidesNoNewerOne()
+    {
+        const LedgerHands it(plain());
+        auto &bar = *it.on.program.find<StatusBar>(u"statusbar"_s);
+        bar.showVerdict(1008, u"silent"_s, u"newer"_s);
+        bar.showVerdict(1007, {}, u"older"_s);
+        QCOMPARE(it.status(lblverdict), u"silent: newer"_s);
+        bar.showVerdict(1008, {}, u"newer"_s);
+        QCOMPARE(it.status(lblverdict), QString());
+        bar.showVerdict(1008, u"silent"_s, u"newer"_s);
+        bar.showVerdict(1009, {}, u"newest"_s);
+        QCOMPARE(it.status(lblverdict), QString());
+    }
+
+    // Desktops put a plain window behind the one to which it belongs.
+    void itIsADialogThatCanBeMadeLargerAndSmaller()
+    {
+        const LedgerHands it({.connects = false});
+        QCOMPARE(it.window->windowType(), Qt::Dialog);
+        QVERIFY(it.window->windowFlags().testFlags(Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint));
+        QCOMPARE(it.window->windowHandle()->type(), Qt::Dialog);
+        QCOMPARE(it.window->windowHandle()->transientParent(), it.on.program.window.windowHandle());
+    }
+
+    void allColumnsAreSeenWhenItOpens()
+    {
+        const LedgerHands it({.connects = false});
+        QCOMPARE(it.window->size(), QSize(900, 560));
+        const QHeaderView *header = it.table()->horizontalHeader();
+        QVERIFY(header->sectionViewportPosition(6) + header->sectionSize(6) <= it.table()->viewport()->width());
+        QVERIFY(header->sectionSize(1) >= 100);
+    }
+
+    void ofALongReplyTheBeginningIsShown()
+    {
+        LedgerHands it(plain());
+        it.on.server.setSilent(true);
+        it.enter(u"dvarlist"_s);
+        it.chooseNewest();
+        const auto *view = it.find<QPlainTextEdit>(u"txtledgerreply"_s);
+        int changes = 0;
+        QObject::connect(view, &QPlainTextEdit::textChanged, view, [&changes] { ++changes; });
+        for (int datagram = 0; datagram < 40; ++datagram) {
+            QVERIFY(it.on.server.sendRaw(printed(QByteArray(5000, 'x') + "\xA0\r\n")));
+            QTRY_COMPARE(it.cells(it.table()->model()->rowCount() - 1).at(4), QString::number(datagram + 1));
+        }
+        QTRY_VERIFY(it.reply().endsWith(u"\n(the rest is not shown)"_s));
+        QVERIFY2(it.reply().size() < 100'200, qPrintable(QString::number(it.reply().size())));
+        for (const QString &line : it.reply().split(u'\n'))
+            QVERIFY(line.size() <= 2000);
+        QVERIFY2(changes < 40, qPrintable(u"%1 changes"_s.arg(changes)));
+        // It is shown as far as it ever is.
+        const int before = changes;
+        QVERIFY(it.on.server.sendRaw(printed("more")));
+        QTRY_COMPARE(it.cells(it.table()->model()->rowCount() - 1).at(4), u"41"_s);
+        QMetaObject::invokeMethod(it.find<QTimer>(u"tmrdetails"_s), "timeout");
+        QCOMPARE(changes, before);
+    }
+
+    // Who reads in a reply that goes on stays where he reads.
+    void whatGrowsIsAddedTo()
+    {
+        LedgerHands it(plain());
+        it.on.server.setSilent(true);
+        it.enter(u"dvarlist"_s);
+        it.chooseNewest();
+        QVERIFY(it.on.server.sendRaw(printed(QByteArray("line\n").repeated(200))));
+        QTRY_COMPARE(it.reply().count(u'\n'), 200);
+        auto *view = it.find<QPlainTextEdit>(u"txtledgerreply"_s);
+        view->verticalScrollBar()->setValue(100);
+        QTextCursor cursor = view->textCursor();
+        cursor.setPosition(500);
+        view->setTextCursor(cursor);
+        view->verticalScrollBar()->setValue(100);
+        QVERIFY(it.on.server.sendRaw(printed("the end\n")));
+        QTRY_VERIFY(it.reply().endsWith(u"the end\n"_s));
+        QCOMPARE(view->verticalScrollBar()->value(), 100);
+        QCOMPARE(view->textCursor().position(), 500);
     }
 
     void theTableFollowsTheNewestUnlessThePersonLooksElsewhere()

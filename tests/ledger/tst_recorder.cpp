@@ -108,6 +108,21 @@ private slots:
         }
     }
 
+    // The process may end without clearing up when a name server does not answer.
+    void itEndsWithTheRun()
+    {
+        ConnectedProgram on;
+        startRecording(on);
+        on.server.answer("Status", {"map: prac"}); // as the password begins
+        on.program.click(u"cmdstatus"_s);
+        const qsizetype before = linesOf(on.program.file(file)).size();
+        on.program.window.close();
+        const QList<Line> lines = linesOf(on.program.file(file));
+        QCOMPARE(lines.size(), before + 1);
+        QCOMPARE(lines.constLast().data, printed("map: prac"));
+        QVERIFY(!isMarked(on));
+    }
+
     void connectingIsRecordedToo()
     {
         ConnectedProgram on({.connects = false});

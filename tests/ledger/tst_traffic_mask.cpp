@@ -98,6 +98,19 @@ private slots:
         QCOMPARE(datagrams(other.received(0us, printed("print\n"))), QByteArrayList({printed("*****\n")}));
     }
 
+    void aPasswordLikeAPublicQueryLeavesItsHead()
+    {
+        for (const QByteArray &head : {"getstatus"_ba, "getinfo"_ba, "statusResponse"_ba, "infoResponse"_ba}) {
+            for (const QByteArray &password : {"status"_ba, "get"_ba, "info"_ba, "Response"_ba}) {
+                TrafficMask mask;
+                mask.hide(password);
+                const QByteArray datagram = "\xFF\xFF\xFF\xFF" + head + "\n\\x\\" + password;
+                const QByteArray masked = "\xFF\xFF\xFF\xFF" + head + "\n\\x\\" + QByteArray(password.size(), '*');
+                QCOMPARE(datagrams(mask.received(0us, datagram)), QByteArrayList{masked});
+            }
+        }
+    }
+
     void aPublicQueryIsAsItIs()
     {
         TrafficMask mask;

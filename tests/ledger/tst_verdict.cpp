@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ledger/known_passwords.h"
 #include "ledger/ledger_entry.h"
+#include "rcon/refusals.h"
 #include "test_class.h"
 
 #include <QtTest>
@@ -239,6 +240,84 @@ private slots:
         entry.take(reply(u"password is shorter than 8 characters.\n"_s), passwords, 1ms);
         QCOMPARE(entry.reply, u"******** is shorter than 8 characters.\n"_s);
         QCOMPARE(wordOf(entry), u"password refused"_s);
+    }
+
+    // Asterisks would cover the words that matter.
+    void theWordsAreJudgedWhateverThePassword_data()
+    {
+        QTest::addColumn<QString>("password");
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("kept");
+        QTest::addColumn<QString>("verdict");
+        const auto row = [](const char *password, const char *command, const char *text, const char *kept,
+                            const char *verdict) {
+            QTest::addRow("%s: %s", password, text)
+                << QString::fromLatin1(password) << QString::fromLatin1(command) << QString::fromLatin1(text)
+                << QString::fromLatin1(kept) << QString::fromLatin1(verdict);
+        };
+        const std::array<const char *, 5> usual{"Bad rconpassword.\n", "Invalid password.\n", "Bad rcon",
+                                                "No rconpassword set on the server.\n",
+                                                "The server must set 'rcon_password' for clients to use 'rcon'.\n"};
+        for (const char *text : usual) {
+            for (const char *password : {"password", "rcon", "Bad", "server", "Invalid", "client", " ", "."})
+                row(password, "status", text, text, "password refused");
+        }
+        row("shorter", "status", "rcon_password is shorter than 8 characters.\n",
+            "rcon_password is ******* than 8 characters.\n", "password refused");
+        row("Client", "clientkick 9", "Client 9 is not active\n", "****** 9 is not active\n", "no such player");
+        row("active", "clientkick 9", "Client 9 is not active\n", "Client 9 is not ******\n", "no such player");
+        row("slot", "clientkick 99", "Bad client slot: 99\n", "Bad client ****: 99\n", "no such player");
+        row("Unknown", "foo", "Unknown command \"foo\"\n", "******* command \"foo\"\n", "unknown command");
+        row("usage", "dir", "usage: dir <directory>\n", "*****: dir <directory>\n", "usage");
+        row("exec", "exec", "exec <filename> : execute\n", "**** <filename> : ****ute\n", "usage");
+    }
+
+    void theWordsAreJudgedWhateverThePassword()
+    {
+        QFETCH(QString, password);
+        QFETCH(QString, command);
+        QFETCH(QString, text);
+        QFETCH(QString, kept);
+        QFETCH(QString, verdict);
+        KnownPasswords passwords;
+        passwords.add(password);
+        LedgerEntry entry(copyOf(command, password), passwords, {}, 0s);
+        entry.take(reply(text), passwords, 1ms);
+        QCOMPARE(entry.reply, kept);
+        QCOMPARE(wordOf(entry), verdict);
+        entry.take(reply(text), passwords, 2ms); // each copy is answered
+        QCOMPARE(wordOf(entry), verdict);
+        entry.take(reply({}), passwords, 3ms);
+        QCOMPARE(wordOf(entry), verdict);
+        entry.hide(passwords);
+        QCOMPARE(wordOf(entry), verdict);
+    }
+
+    void aRefusalThatGoesOnWithSomethingElseIsNone()
+    {
+        LedgerEntry entry = entryOf(u"status"_s);
+        entry.take(reply(u"Bad rcon"_s), {}, 1ms);
+        QCOMPARE(wordOf(entry), u"password refused"_s);
+        entry.take(reply(u" habits are bad\n"_s), {}, 1ms);
+        QCOMPARE(wordOf(entry), u"answered"_s);
+    }
+
+    void aLineInTwoDatagramsIsOne()
+    {
+        LedgerEntry entry = entryOf(u"clientkick 9"_s);
+        entry.take(reply(u"Client 9 is n"_s), {}, 1ms);
+        QCOMPARE(wordOf(entry), u"answered"_s);
+        entry.take(reply(u"ot active\n"_s), {}, 1ms);
+        QCOMPARE(wordOf(entry), u"no such player"_s);
+    }
+
+    // A million characters of them would be read again and again.
+    void aLongReplyIsNoRefusal()
+    {
+        QVERIFY(isRefusal(u"Bad rcon\n"_s.repeated(5)));
+        QVERIFY(!isRefusal(u"Bad rcon\n"_s.repeated(500)));
+        QVERIFY(!isUsualRefusal(u"Bad rcon\n"_s.repeated(500)));
     }
 
     void aReplyWithoutEndIsNotKeptWithoutEnd()

@@ -119,7 +119,9 @@ private slots:
     {
         Checked tab;
         tab.settle();
-        tab.server.game().players().put(somebody(5, u"Innocent"_s));
+        Player innocent = somebody(5, u"Innocent"_s);
+        innocent.guid = u"200005"_s;
+        tab.server.game().players().put(innocent);
         tab.choose(1, kickItem);
         QCOMPARE(tab.server.commands(), QByteArrayList{"status"});
         QCOMPARE(tab.program.prompts.takeBoxes(), QList<Box>{information(kickItem, u"Ben has left."_s)});
@@ -362,6 +364,105 @@ private slots:
         QCOMPARE(tab.server.commands(), kicked);
         QCOMPARE(tab.answers, QStringList({u"Client 5 is not active"_s, u"Ben is still there"_s}));
         QCOMPARE(tab.column(1), QStringList({u"3"_s, u"5"_s, u"7"_s}));
+    }
+
+    // His GUID is there under another name: "has left" is all that the box says, and his row stays.
+    void whoHasRenamedHimselfIsToldByHisGuid()
+    {
+        Checked tab;
+        tab.settle();
+        tab.server.game().players().rename(5, u"^1Bob"_s);
+        tab.choose(1, kickItem);
+        QCOMPARE(tab.server.commands(), QByteArrayList{"status"});
+        QCOMPARE(tab.program.prompts.takeBoxes(), QList<Box>{information(kickItem, u"Ben has left."_s)});
+        QCOMPARE(tab.answers, QStringList{u"The GUID of Ben is there as Bob in slot 5: nothing was sent"_s});
+        QCOMPARE(tab.names().size(), 3);
+        QCOMPARE(tab.column(1), QStringList({u"3"_s, u"5"_s, u"7"_s}));
+    }
+
+    // Of the first list a datagram is lost, and the next one begins between the digits of his number.
+    void aLostDigitAtABorderIsReadAgain()
+    {
+        Checked tab;
+        tab.put({somebody(3, u"Ann"_s), somebody(4, u"Cid"_s), somebody(15, u"Ben"_s), somebody(5, u"Dan"_s)});
+        tab.list();
+        const QByteArray list = toAnsi(tab.server.game().execute(u"status"_s).reply);
+        const QByteArray dan = " 5 ";
+        const qsizetype lost = list.indexOf(dan);
+        const qsizetype lostTo = list.indexOf(" 15 ") + 2;
+        QVERIFY(lost > 0 && lostTo > lost);
+        const qsizetype begin = list.lastIndexOf('\n', lost) + 1;
+        tab.server.game().players().remove(5);
+        tab.put({somebody(5, u"Innocent"_s)});
+        int lists = 0;
+        QObject::connect(&tab.server, &PracticeServer::requested, &tab.server, [&] {
+            if (tab.server.commands().constLast() != "status")
+                return;
+            if (++lists == 1)
+                tab.server.answer("status", {list.first(begin), list.sliced(lostTo)});
+            else
+                tab.server.answerAsUsual("status");
+        });
+        const int row = static_cast<int>(tab.column(1).indexOf(u"15"_s));
+        tab.choose(row, kickItem);
+        QCOMPARE(tab.program.prompts.takeBoxes(), QList<Box>());
+        QCOMPARE(tab.server.commands(), (QByteArrayList{"status", "status", "clientkick 15", "status"}));
+        QVERIFY(tab.names().contains(u"Innocent"_s));
+    }
+
+    // What two lists say is believed, also when both begin a datagram with him.
+    void twoListsThatAgreeAreBelieved()
+    {
+        Checked tab;
+        tab.settle();
+        const QByteArray list = toAnsi(tab.server.game().execute(u"status"_s).reply);
+        const qsizetype begin = list.lastIndexOf('\n', list.indexOf("Ben")) + 1;
+        tab.server.answer("status", {list.first(begin), list.sliced(begin)});
+        tab.choose(1, kickItem);
+        QCOMPARE(tab.server.commands().first(3), (QByteArrayList{"status", "status", "clientkick 5"}));
+    }
+
+    void listsThatDisagreeAreNot()
+    {
+        Checked tab;
+        tab.settle();
+        int lists = 0;
+        QObject::connect(&tab.server, &PracticeServer::requested, &tab.server, [&] {
+            if (tab.server.commands().constLast() != "status")
+                return;
+            ++lists;
+            const QByteArray list = toAnsi(tab.server.game().execute(u"status"_s).reply);
+            const qsizetype begin = list.lastIndexOf('\n', list.indexOf("Ben")) + 1;
+            QByteArray rest = list.sliced(begin);
+            const qsizetype five = rest.indexOf('5');
+            rest.replace(five, 1, QByteArray::number(4 + lists % 3));
+            tab.server.answer("status", {list.first(begin), rest});
+        });
+        tab.choose(1, kickItem);
+        QCOMPARE(tab.server.commands(), (QByteArrayList{"status", "status", "status"}));
+        QCOMPARE(tab.answers, QStringList{u"The lists of players do not agree: nothing was sent"_s});
+    }
+
+    // Asterisks over a word of it would tell the password.
+    void aRefusalIsShownAsItIs()
+    {
+        Checked tab;
+        tab.settle();
+        tab.server.setPassword(u"password"_s);
+        tab.program.setText(u"txtPWD"_s, u"password"_s);
+        tab.server.answer("clientkick 5", {"Invalid password.\n"});
+        tab.choose(1, kickItem);
+        QCOMPARE(tab.answers, QStringList({u"Invalid password."_s, u"Ben is still there"_s}));
+    }
+
+    void aMessageThatIsNotWrittenLeavesNoOldAnswer()
+    {
+        Checked tab;
+        tab.settle();
+        tab.choose(1, kickItem);
+        QVERIFY(tab.program.find<QLabel>(u"lblanswer"_s)->isVisible());
+        tab.choose(0, u"Check and message"_s); // and nothing is typed
+        QVERIFY(!tab.program.find<QLabel>(u"lblanswer"_s)->isVisible());
     }
 
     // A datagram in the middle of a long list gets lost, in which he stands.

@@ -19,6 +19,8 @@ QMap<int, QString> marks(const PlayersTab &tab)
         const QString said = edge.data(Qt::AccessibleDescriptionRole).toString();
         if (edge.data(Qt::DecorationRole).value<QIcon>().isNull() != said.isEmpty())
             failTest(u"row %1 has not both, icon and description"_s.arg(row));
+        if (edge.data(Qt::ToolTipRole).toString() != said)
+            failTest(u"the mouse is told something else in row %1"_s.arg(row));
         if (!said.isEmpty())
             found.insert(row, said);
     }

@@ -361,6 +361,68 @@ private slots:
         QCOMPARE(rows.next(reply.text, reply.pieces).damage, RowDamage::None);
     }
 
+    // Of a server whose datagrams lose nothing one is lost as a whole, and the next begins in the number of a slot.
+    void aSlotAtTheBeginningOfADatagramIsNotSure()
+    {
+        QByteArrayList before;
+        for (int num = 0; num < 4; ++num)
+            before.append(line(num, QByteArray::number(700 + num), "Somebody"));
+        const QString first = squeezeBlanks(fromAnsi(heading + before.join()));
+        const QString rest = u"5 0 50 111 Ann^7 50 10.0.0.1:28960 1234 25000\n 17 0 50 222 Ben^7 50 10.0.0.2:28960 1 "
+                             "25000\n\n"_s; // of " 15"
+        const auto rows = wholeTable(first + rest, {{0, false}, {first.size(), false}});
+        QVERIFY(rows);
+        WantedPlayer wanted = ann;
+        for (const QString &num : {u"15"_s, u"5"_s}) {
+            wanted.num = num;
+            const Sighting sighting = lookFor(wanted, *rows);
+            QCOMPARE(sighting.kind, num == u"5" ? Sighting::There : Sighting::Elsewhere);
+            QCOMPARE(sighting.num, u"5"_s);
+            QVERIFY(!sighting.isSure);
+        }
+        wanted = nobodysGuid;
+        wanted.guid = u"0"_s;
+        wanted.num = u"5"_s;
+        const auto without =
+            wholeTable(first + QString(rest).replace(u"111"_s, u"0"_s), {{0, false}, {first.size(), false}});
+        QVERIFY(without);
+        QCOMPARE(lookFor(wanted, *without).kind, Sighting::There);
+        QVERIFY(!lookFor(wanted, *without).isSure);
+        const WantedPlayer ben{u"17"_s, u"222"_s, u"Ben^7"_s, u"10.0.0.2:28960"_s, u"Ben"_s, false, u"17"_s};
+        QCOMPARE(lookFor(ben, *rows), (Sighting{Sighting::There, u"17"_s}));
+    }
+
+    void whoGoesOnUnderAnotherNameIsTold_data()
+    {
+        QTest::addColumn<QByteArray>("lines");
+        QTest::addColumn<QString>("newName");
+        QTest::newRow("renamed") << line(3, "111", "Bob") << u"Bob^7"_s;
+        QTest::newRow("and in another slot") << line(2, "222", "Ben") + line(9, "111", "Bob") << u"Bob^7"_s;
+        QTest::newRow("leaving") << line(3, "111", "Bob", "1.2.3.4:5", "ZMBI") << QString();
+        QTest::newRow("another guid") << line(3, "1112", "Bob") << QString();
+    }
+
+    void whoGoesOnUnderAnotherNameIsTold()
+    {
+        QFETCH(QByteArray, lines);
+        const Sighting sighting = lookFor(ann, rowsOf(whole({lines})));
+        QCOMPARE(sighting.kind, Sighting::Gone);
+        QTEST(sighting.newName, "newName");
+        QCOMPARE(sighting.newNum.isEmpty(), sighting.newName.isEmpty());
+        QCOMPARE(lookFor(nobodysGuid, rowsOf(whole({line(3, "0", "Bob")}))), Sighting()); // that of many
+    }
+
+    // The last datagram is lost, and the one before it ends with a line feed.
+    void anEndThatIsMissingIsOnlySupposed()
+    {
+        const QString first = squeezeBlanks(fromAnsi(heading + line(2, "222", "Ben")));
+        QVERIFY(wholeTable(first, {{0, true}}));
+        QVERIFY(isEndSupposed(first, {{0, true}}));
+        QVERIFY(!isEndSupposed(first + u'\n', {{0, true}}));
+        QVERIFY(!isEndSupposed(first, {{0, false}}));
+        QVERIFY(!isEndSupposed({}, {}));
+    }
+
     void aListWithAnotherAnswerInItIsNone()
     {
         const QString head = u"map: mp_x\nnum score ping guid name lastmsg address qport rate\n"

@@ -6,6 +6,7 @@
 #include "recording_lines.h"
 #include "test_class.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -128,6 +129,9 @@ private slots:
         row("set g_password ***", "set g_gametype sd", false);
         row("say my ********, please", "say my practice, please");
         row("say ****", "say other", false);
+        row("*** mp_decoy", "map mp_decoy"); // by somebody whose password was a word of the game
+        row("*** mp_decoy", "exec mp_decoy", false);
+        row("say ***, *** is up", "say the, map is up");
         row("fdir *.cfg", "fdir *.cfg");
         row("fdir *.cfg", "fdir x.cfg", false);
     }
@@ -186,6 +190,23 @@ private slots:
         QCOMPARE(texts(replay.next(status)), QByteArrayList({"one"}));
     }
 
+    // Read in square time, this takes minutes.
+    void manyRequestsOfOneKindAreReadQuickly()
+    {
+        QByteArray recording;
+        constexpr int requests = 40'000;
+        for (int number = 0; number < requests; ++number)
+            recording += out(std::chrono::milliseconds(number), status);
+        const QByteArray answer = in(std::chrono::milliseconds(requests), head + "statusResponse\n");
+        recording += answer.repeated(requests);
+        recording += in(std::chrono::milliseconds(requests), printed("one"));
+        QElapsedTimer timer;
+        timer.start();
+        const Replay replay(recording);
+        QVERIFY2(timer.elapsed() < 10'000, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(replay.count(), 1);
+    }
+
     void aBadRecordingIsTold_data()
     {
         QTest::addColumn<QByteArray>("text");
@@ -205,6 +226,10 @@ private slots:
         row("no way", out(0s, status) + "{\"us\":1,\"way\":\"up\",\"data\":\"\"}\n" + good, second);
         row("no data", out(0s, status) + "{\"us\":1,\"way\":\"in\"}\n" + good, second);
         row("no base64", out(0s, status) + "{\"us\":1,\"way\":\"in\",\"data\":\"a!b\"}\n" + good, second);
+        row("before its beginning", out(0s, status) + in(-1us, printed("one")) + good, second);
+        row("after more than a year", out(0s, status) + in(24h * 367, printed("one")) + good, second);
+        row("beyond all time", out(0s, status) + "{\"us\":9223372036854775807,\"way\":\"in\",\"data\":\"\"}\n", second);
+        row("a year", out(0s, status) + in(24h * 366, printed("one")), {});
         row("the disk was full", good + "{\"us\":1,\"wa", {});
         row("two bad lines", out(0s, status) + "a\nb\n", second);
     }

@@ -114,6 +114,53 @@ private slots:
         QVERIFY(took(link, [&] { QVERIFY(link.exchange.sendonce(u"status"_s, anything)); }) < 2000);
     }
 
+    // It is the same list, however it was asked for.
+    void answersToTheListByAnyWordingAreAwaited_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<bool>("isAwaited");
+        const auto row = [](const char *line, bool isAwaited) {
+            QTest::newRow(line) << QString::fromLatin1(line) << isAwaited;
+        };
+        row("status", true);
+        row("/status", true);
+        row("\\STATUS", true);
+        row("\"status\"", true);
+        row("status x", true);
+        row("say a; status", true);
+        row("statusx", false);
+        row("say status", false);
+        row("g_status", false);
+    }
+
+    void answersToTheListByAnyWordingAreAwaited()
+    {
+        QFETCH(QString, line);
+        QFETCH(bool, isAwaited);
+        Link link;
+        link.server.answer(line.toLatin1(), {});
+        link.server.answer("status", {"map: mp_decoy\n\n"});
+        if (line == u"status")
+            link.server.answer("status", {});
+        link.session.rconnowait = true;
+        link.exchange.sendinfo(line, true); // as the console line is sent
+        link.server.answer("status", {"map: mp_decoy\n\n"});
+        const qint64 time = took(link, [&] { QVERIFY(link.exchange.sendonce(u"status"_s, anything)); });
+        QCOMPARE(time >= 5000, isAwaited);
+    }
+
+    // A message is no list, whatever stands in it.
+    void aMessageThatNamesTheListIsHeldUpLikeAny()
+    {
+        Link link;
+        link.server.answer("one", {"1"});
+        QVERIFY(link.exchange.sendonce(u"one"_s, anything));
+        asSoonAs(
+            &link.server, [] { return true; }, [&] { link.exchange.sendinfo(u"one"_s); });
+        QVERIFY(!link.exchange.sendonce(u"tell 3 a; status"_s, anything));
+        QVERIFY(!link.server.commands().contains("tell 3 a; status"));
+    }
+
     // They went to the socket of the former link.
     void answersToCopiesOfAFormerLinkAreNotAwaited()
     {

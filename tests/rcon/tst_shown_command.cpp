@@ -63,6 +63,11 @@ private slots:
         row("set g_password one\nset g_password two", "set g_password ***\nset g_password ***");
         row("g_password", "g_password");
         row("setx g_password x", "setx g_password x");
+        row("/* */ g_password hunter2", "/* */ g_password *******");
+        row("/*a*//*b*/set/**/g_password/*c*/hunter2", "/*a*//*b*/set/**/g_password************");
+        row("/* a; */ g_password hunter2", "/* a; */ g_password *******");
+        row("/* g_password hunter2", "/* g_password *******");
+        row("say a /* b", "say a /* b");
         row("set sv_hostname s3cret", "set sv_hostname ******");
         row("say my s3cret, s3cret!", "say my ******, ******!");
         row("", "");
@@ -99,6 +104,13 @@ private slots:
         QFETCH(QString, command);
         QTEST(holdsPassword(command, u"s3cret"_s), "holds");
         QCOMPARE(holdsPassword(u"say my s3cret"_s, {}), false);
+    }
+
+    void aCommentHidesNoPassword()
+    {
+        for (const QString &comm : {u"/* */ g_password hunter2"_s, u"set g_password /* a b */ hunter2"_s,
+                                    u"set/**/g_password/**/hunter2"_s, u"/* ; */ g_password hunter2"_s})
+            QVERIFY2(passwordsSetBy(comm).contains(u"hunter2"), qPrintable(comm));
     }
 
     void thePasswordCanBePartOfTheWord()
