@@ -4,6 +4,7 @@
 #include "ledger/known_passwords.h"
 #include "ledger/ledger_entry.h"
 #include "ledger/traffic_mask.h"
+#include "rcon/refusals.h"
 #include "rcon/request_size.h"
 #include "rcon/shown_command.h"
 

@@ -261,9 +261,9 @@ void CheckRunner::takeListing(const QByteArray &datagram)
         tmrcheck.start(behindDatagram);
 }
 
-void CheckRunner::keepEnd(const QByteArray &text)
+void CheckRunner::keepEnd(const QByteArray &part)
 {
-    listing += fromAnsi(text);
+    listing += fromAnsi(part);
     if (listing.size() > 2 * keptAtEnds)
         listing.remove(keptAtEnds, listing.size() - 2 * keptAtEnds);
 }

@@ -72,7 +72,7 @@ private:
     void takeConsole(const QByteArray &datagram);
     void endConsole();
     void takeListing(const QByteArray &datagram);
-    void keepEnd(const QByteArray &text);
+    void keepEnd(const QByteArray &part);
     void finish(const CheckStep &step);
 
     const CheckPatience patience;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "checked_actions.h"
 
+#include "base/colour_codes.h"
 #include "base/prompts.h"
 #include "checked_deeds.h"
-#include "colour_codes.h"
 #include "rcon/conversation.h"
 #include "rcon/reading.h"
 #include "rcon/refusals.h"

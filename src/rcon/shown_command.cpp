@@ -189,7 +189,9 @@ bool holdsPassword(const QString &comm, const QString &password)
 {
     if (!password.isEmpty() && comm.contains(password))
         return true;
-    const auto partsWords = [](QChar each) { return endsWord(each) || each == u';'; };
+    const auto partsWords = [](QChar each) {
+        return isBlank(each) || each == u'"' || each == u';' || each == u'/'; // also a comment right behind it
+    };
     for (QStringView rest = comm; !rest.isEmpty();) {
         const qsizetype end = std::ranges::find_if(rest, partsWords) - rest.begin();
         if (rest.first(end).endsWith("password"_L1, Qt::CaseInsensitive))
