@@ -67,8 +67,13 @@ int Conversation::tellAside(const QString &comm) const
 bool Conversation::isElsewhere() const
 {
     const ServerLink &link = services.link;
-    return link.exchange.isWaitedIn() || link.collecting.holders.contains(link.epoch(services.clock)) ||
-           link.busy.holders.contains(link.epoch(services.clock));
+    return link.exchange.isWaitedIn() || link.collecting.holders.contains(link.epoch(services.clock)) || isPageAtWork();
+}
+
+// By who holds the flag: one that was left set on purpose holds up the two timers, and nobody else.
+bool Conversation::isPageAtWork() const
+{
+    return services.link.busy.holders.contains(services.link.epoch(services.clock));
 }
 
 bool Conversation::ask(const QString &comm, bool quietmode) const

@@ -48,6 +48,8 @@ public:
     [[nodiscard]] int tellAside(const QString &comm) const;
     /// True while another handler waits for the server or a page reads: a command would empty its reply.
     [[nodiscard]] bool isElsewhere() const;
+    /// True while a page reads or sends what its controls show.
+    [[nodiscard]] bool isPageAtWork() const;
     /// Sends a command whose reply comes in many datagrams, and gives it a second more. False when nothing came, too.
     bool ask(const QString &comm, bool quietmode = true) const;
     /// Sends a query, without the word rcon and the password, once. Throws what UDPClient::SendData throws.

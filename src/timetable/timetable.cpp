@@ -2,6 +2,7 @@
 #include "timetable.h"
 
 #include "base/clock.h"
+#include "base/system_error.h"
 #include "rcon/conversation.h"
 #include "rcon/server_fields.h"
 #include "rcon/services.h"
@@ -27,9 +28,9 @@ const QString fileName = u"molvark-timetable.json"_s;
 constexpr qint64 largestFile = 4LL * 1024 * 1024; // bytes
 
 // The clock can be set, and the computer can sleep: the time is looked at again at least that often.
-constexpr qint64 longestSleep = 5 * 60 * 1000; // milliseconds
-constexpr qint64 latest = 60;                  // seconds after which what was due is missed
-constexpr int mostPostponed = 20;              // times a second
+constexpr qint64 longestSleep = 30 * 1000; // milliseconds
+constexpr qint64 latest = 60;              // seconds after which what was due is missed
+constexpr int mostPostponed = 20;          // times a second
 
 QString dayAndTime(const QDateTime &at)
 {
@@ -73,6 +74,7 @@ void Timetable::load()
     const std::optional<Fault> failed = readWholeFile(fileName, largestFile, text);
     const std::optional<QList<TimedList>> lists = readTimetable(text);
     isReadable = !failed;
+    lastText = text;
     if (failed)
         fault = u"The timetable %1 could not be read: %2"_s.arg(fileName, failed->description());
     else if (lists)
@@ -86,25 +88,47 @@ void Timetable::putAside()
 {
     const QString aside = putFileAside(fileName);
     isReadable = !aside.isEmpty();
+    lastText.clear();
     fault = isReadable ? u"The timetable was broken and is kept as %1"_s.arg(aside)
                        : u"The timetable %1 is broken and could not be put aside"_s.arg(fileName);
 }
 
-// A file that could not be read is not written over.
+// A file that could not be read is not written over, and neither are the lists of another program.
 void Timetable::save()
 {
-    if (!isReadable)
+    if (!isReadable || isChangedByAnother())
         return;
-    const std::optional<Fault> failed = replaceWholeFile(fileName, timetableText(timed));
+    const QByteArray text = timetableText(timed);
+    const std::optional<Fault> failed =
+        text.size() > largestFile ? systemFault(std::errc::file_too_large) : replaceWholeFile(fileName, text);
     fault = failed ? u"The timetable could not be saved: "_s + failed->description() : QString();
     if (failed)
         emit told(fault);
+    else
+        lastText = text;
+}
+
+bool Timetable::isChangedByAnother()
+{
+    QByteArray text;
+    if (readWholeFile(fileName, largestFile, text) || text == lastText)
+        return false;
+    const std::optional<QList<TimedList>> theirs = readTimetable(text);
+    if (!theirs)
+        return false; // it has been removed or broken, and these lists are better than none
+    timed = *theirs;
+    dues.clear();
+    lastText = text;
+    fault = u"Another program has changed the timetable; these are its lists"_s;
+    emit told(fault);
+    return true;
 }
 
 void Timetable::add(const TimedList &list)
 {
+    if (timed.size() >= mostTimedLists)
+        return;
     timed.append(list);
-    dues.append(Due{});
     save();
     plan();
 }
@@ -113,10 +137,11 @@ void Timetable::change(qsizetype index, const TimedList &list)
 {
     if (timed.at(index) == list)
         return;
-    const auto sameTimes = [&](const TimedList &before) {
-        return before.isActive == list.isActive && before.when == list.when && before.minutes == list.minutes;
+    const auto hasSameTimes = [&](const TimedList &before) {
+        return before.isActive == list.isActive && before.when == list.when && before.minutes == list.minutes &&
+               before.time == list.time && before.days == list.days;
     };
-    if (!sameTimes(timed.at(index)))
+    if (!hasSameTimes(timed.at(index)))
         dues[index] = {};
     timed[index] = list;
     save();
@@ -131,19 +156,33 @@ void Timetable::remove(qsizetype index)
     plan();
 }
 
+// What is due by now stays so, until the timer comes to it.
 void Timetable::plan()
 {
     const QDateTime now = services.clock.now();
+    noticeClock(now);
     dues.resize(timed.size());
     for (qsizetype index = 0; index < timed.size(); ++index) {
         Due &due = dues[index];
         if (!due.begun.isValid())
             due.begun = now;
-        due.at = nextDue(timed.at(index), now, due.begun);
+        if (!due.at || *due.at > now)
+            due.at = nextDue(timed.at(index), now, due.begun);
     }
     arm();
     count();
     emit changed();
+}
+
+// All times that were reckoned lie too far ahead when the clock has been set back.
+void Timetable::noticeClock(const QDateTime &now)
+{
+    if (lastSeen.isValid() && now < lastSeen.addSecs(-1)) {
+        for (Due &due : dues)
+            due = {.at = {}, .begun = now, .wasEmpty = due.wasEmpty};
+        emptiness.forget();
+    }
+    lastSeen = now;
 }
 
 void Timetable::arm()
@@ -162,6 +201,11 @@ void Timetable::arm()
 void Timetable::tmrtimetable_Timer()
 {
     const QDateTime now = services.clock.now();
+    if (now < lastSeen) {
+        plan();
+        return;
+    }
+    lastSeen = now;
     QList<std::pair<TimedList, bool>> ready; // the lists can be changed while one is sent
     for (qsizetype index = 0; index < timed.size(); ++index) {
         Due &due = dues[index];
@@ -182,10 +226,21 @@ void Timetable::setConnected(bool on)
         return;
     connected = on;
     emptiness.forget();
+    if (!on)
+        dropQueue();
     for (Due &due : dues)
         due.wasEmpty = false;
     count();
     emit changed();
+}
+
+// The next connection may be to another server.
+void Timetable::dropQueue()
+{
+    for (Run &run : std::exchange(queue, {})) {
+        run.ended = u"not connected"_s;
+        addResult(run);
+    }
 }
 
 // Only while somebody wants to know.
@@ -243,7 +298,7 @@ void Timetable::begin(const TimedList &list, const QString &obstacle)
         run.ended = obstacle;
     else if (!connected)
         run.ended = u"not connected"_s;
-    else if (services.session.rconbusy)
+    else if (Conversation(services, BroughtBy::Tick).isPageAtWork())
         run.ended = u"a page was being read or written"_s;
     if (!run.ended.isEmpty()) {
         addResult(run);
@@ -279,13 +334,13 @@ void Timetable::send(Run &run)
             run.ended = u"not connected"_s;
             return;
         }
-        if (services.session.rconbusy || run.postponed > mostPostponed) {
+        if (talk.isPageAtWork() || run.postponed > mostPostponed) {
             run.ended = u"the program was busy"_s;
             return;
         }
         const int number = talk.tellAside(command);
         if (number == 0) {
-            run.ended = u"it could not be sent"_s;
+            run.ended = talk.isOpen() ? u"it could not be sent"_s : u"not connected"_s;
             return;
         }
         run.sent.append({.command = starredCommand(command, services.fields.password()), .number = number});

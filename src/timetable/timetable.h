@@ -30,7 +30,7 @@ public:
     [[nodiscard]] static bool isKept();
 
     [[nodiscard]] const QList<TimedList> &lists() const { return timed; }
-    /// Adds a list at the end.
+    /// Adds a list at the end, if there is room.
     void add(const TimedList &list);
     void change(qsizetype index, const TimedList &list);
     void remove(qsizetype index);
@@ -85,13 +85,16 @@ private:
     void load();
     void save();
     void putAside();
+    [[nodiscard]] bool isChangedByAnother();
     void plan();
     void arm();
+    void noticeClock(const QDateTime &now);
     void count();
     void takeCount(std::optional<int> players);
     void tmrtimetable_Timer();
     void begin(const TimedList &list, const QString &obstacle = {});
     void sendQueued();
+    void dropQueue();
     void send(Run &run);
     void addResult(const Run &run);
     void tell(const QString &text);
@@ -108,6 +111,8 @@ private:
     ServerCount *serverCount = nullptr; ///< built when it is needed
     Emptiness emptiness;
     QString fault;
+    QByteArray lastText;    ///< of the file, as it was read or written last
+    QDateTime lastSeen;     ///< the time, to notice a clock that is set back
     bool isReadable = true; ///< the file, as far as it is there
     bool connected = false;
     bool isSending = false;

@@ -18,8 +18,6 @@ constexpr std::array<std::pair<TimedList::When, QLatin1StringView>, 4> kinds{{{T
                                                                               {TimedList::Every, "every N minutes"_L1},
                                                                               {TimedList::WhenEmpty, "when empty"_L1}}};
 
-constexpr qsizetype mostLists = 1000;
-
 QJsonObject written(const TimedList &list)
 {
     QJsonArray days;
@@ -87,7 +85,7 @@ std::optional<QList<TimedList>> readTimetable(const QByteArray &text)
 {
     const QJsonObject object = QJsonDocument::fromJson(text).object();
     const QJsonValue array = object.value("lists"_L1);
-    if (object.value("version"_L1).toInt() != 1 || !array.isArray() || array.toArray().size() > mostLists)
+    if (object.value("version"_L1).toInt() != 1 || !array.isArray() || array.toArray().size() > mostTimedLists)
         return {};
     QList<TimedList> lists;
     for (const QJsonValue &value : array.toArray()) {

@@ -8,6 +8,9 @@
 
 #include <optional>
 
+/// What one file holds at most.
+inline constexpr qsizetype mostTimedLists = 1000;
+
 /// The lists as the text of a JSON file, and back. Nothing when the text is none of that kind. What one list lacks or
 /// has wrong is as in a new list; one that is not read wholly is switched off.
 [[nodiscard]] QByteArray timetableText(const QList<TimedList> &lists);

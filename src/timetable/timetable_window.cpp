@@ -166,7 +166,10 @@ void TimetableWindow::take()
     if (isShowing || shown < 0)
         return;
     timetable.change(shown, typed());
-    offerFields();
+    if (shown >= timetable.lists().size())
+        showList(); // another program has fewer
+    else
+        offerFields();
 }
 
 void TimetableWindow::showState()

@@ -238,6 +238,76 @@ private slots:
         QTRY_VERIFY(it.on.server.commands().contains("say again"));
     }
 
+    void aFlagThatIsLeftSetHoldsNothingUp()
+    {
+        TimetableHands it;
+        it.on.program.session.rconbusy = true; // as after listings without maps
+        it.add(u"Friday"_s, {u"say one"_s});
+        it.click(u"cmdttrun"_s);
+        QTRY_COMPARE(it.on.server.commands(), QList<QByteArray>{"say one"});
+    }
+
+    void aClockThatIsSetBackIsNoticed()
+    {
+        TimetableHands it;
+        it.on.program.clock.set(evening.addDays(30));
+        it.add(u"evening"_s, {u"say good evening"_s}, u"at a time"_s);
+        it.type(u"txttttime"_s, u"20:30"_s);
+        it.find<QCheckBox>(u"chkttday_6"_s)->setChecked(true);
+        it.activate();
+        it.comes(evening.addSecs(-600));
+        QCOMPARE(it.next(), u"Next: evening, Sun 5 Mar 20:30."_s);
+        it.comes(evening.addMSecs(20));
+        QTRY_COMPARE(it.on.server.commands(), QList<QByteArray>{"say good evening"});
+    }
+
+    void whatIsDueIsNotForgottenWhenAListIsEditedThen()
+    {
+        TimetableHands it;
+        it.add(u"evening"_s, {u"say good evening"_s}, u"at a time"_s);
+        it.type(u"txttttime"_s, u"20:30"_s);
+        it.find<QCheckBox>(u"chkttday_6"_s)->setChecked(true);
+        it.activate();
+        it.on.program.clock.set(evening.addSecs(5));
+        it.type(u"txtttname"_s, u"late evening"_s);
+        it.comes(it.now());
+        QTRY_COMPARE(it.on.server.commands(), QList<QByteArray>{"say good evening"});
+    }
+
+    void severalThatAreDueGoOneAfterTheOther()
+    {
+        TimetableHands it;
+        for (const QString &name : {u"a"_s, u"b"_s}) {
+            it.add(name, {u"say %1 1"_s.arg(name), u"say %1 2"_s.arg(name)}, u"every N minutes"_s);
+            it.activate();
+        }
+        it.comes(it.now().addSecs(1801));
+        QTRY_COMPARE(it.on.server.commands(), (QList<QByteArray>{"say a 1", "say a 2", "say b 1", "say b 2"}));
+    }
+
+    void disconnectingBreaksARunOff()
+    {
+        TimetableHands it;
+        it.add(u"many"_s, {u"say one"_s, u"say two"_s, u"say three"_s});
+        atRequest(it.on.server, "say one", [&] { it.on.program.click(u"cmdconnect"_s); });
+        it.click(u"cmdttrun"_s);
+        QTRY_VERIFY2(it.result().contains(u"broken off after 1 of 3, not connected"_s), qPrintable(it.result()));
+        QCOMPARE(it.on.server.commands(), QList<QByteArray>{"say one"});
+    }
+
+    void anotherProgramsListsAreNotWrittenOver()
+    {
+        TimetableHands it({.connects = false});
+        it.add(u"mine"_s, {u"say one"_s});
+        QByteArray theirs = it.on.program.file(fileName);
+        theirs.replace("mine", "theirs");
+        it.on.program.write(fileName, theirs);
+        it.type(u"txtttname"_s, u"changed"_s);
+        QCOMPARE(it.on.program.file(fileName), theirs);
+        QCOMPARE(it.next(), u"Another program has changed the timetable; these are its lists"_s);
+        QCOMPARE(it.rows(u"lsttimetable"_s), QStringList{u"theirs (off)"_s});
+    }
+
     void whatTheComputerSleptThroughIsMissed()
     {
         TimetableHands it;
