@@ -129,9 +129,15 @@ QStringList ConsoleWords::keptHistory()
     return lines;
 }
 
-void ConsoleWords::keepHistory(const QStringList &lines)
+void ConsoleWords::addHistory(const QStringList &lines, const std::function<bool(const QString &)> &isSecret)
 {
-    file.keepHistory(lines);
+    file.addHistory(lines, isSecret);
+    tell();
+}
+
+void ConsoleWords::forgetHistory()
+{
+    file.forgetHistory();
     tell();
 }
 

@@ -8,6 +8,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <optional>
 
 class Clock;
@@ -33,7 +34,9 @@ public:
     /// Keeps the words that a server has listed; `isAll` when it has no others.
     void learn(const QString &server, const ServerWords &listed, bool isAll);
     [[nodiscard]] QStringList keptHistory();
-    void keepHistory(const QStringList &lines);
+    /// See `WordsFile::addHistory`.
+    void addHistory(const QStringList &lines, const std::function<bool(const QString &)> &isSecret);
+    void forgetHistory();
 
 public slots:
     void takeDatagram(const CameDatagram &datagram);

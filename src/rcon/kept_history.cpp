@@ -9,11 +9,15 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int secretRole = Qt::UserRole; // the line held a password when it was sent
+constexpr int secretRole = Qt::UserRole;   // the line held a password when it was sent
+constexpr int keptRole = Qt::UserRole + 1; // the file has had it
 
 } // namespace
 
@@ -37,13 +41,25 @@ void KeptHistory::markSecrets(int first, int last)
 
 QStringList KeptHistory::lines() const
 {
-    QStringList kept;
+    return linesWithout({secretRole});
+}
+
+QStringList KeptHistory::linesWithout(const QList<int> &roles) const
+{
+    QStringList found;
     for (int row = 0; row < line.count(); ++row) {
         const QString text = line.itemText(row);
-        if (!line.itemData(row, secretRole).toBool() && !holdsPassword(text, fields.password()))
-            kept.append(text);
+        const bool has = std::ranges::any_of(roles, [&](int role) { return line.itemData(row, role).toBool(); });
+        if (!has && !holdsPassword(text, fields.password()))
+            found.append(text);
     }
-    return kept;
+    return found;
+}
+
+void KeptHistory::markKept(int count, bool areKept)
+{
+    for (int row = 0; row < count; ++row)
+        line.setItemData(row, areKept, keptRole);
 }
 
 QString KeptHistory::text() const
@@ -66,6 +82,7 @@ void KeptHistory::bringBack(const QStringList &before)
 {
     const QString typed = line.currentText();
     line.insertItems(0, before);
+    markKept(static_cast<int>(before.size()), true);
     line.setCurrentIndex(-1);
     line.setEditText(typed);
 }
@@ -73,14 +90,19 @@ void KeptHistory::bringBack(const QStringList &before)
 void KeptHistory::setOn(bool on)
 {
     const bool wasOn = std::exchange(isOn, on);
-    if (wasOn && !on)
-        words.keepHistory({});
+    if (!wasOn || on)
+        return;
+    words.forgetHistory();
+    markKept(line.count(), false);
 }
 
 void KeptHistory::save()
 {
-    if (isOn)
-        words.keepHistory(lines());
+    if (!isOn)
+        return;
+    words.addHistory(linesWithout({secretRole, keptRole}),
+                     [this](const QString &text) { return holdsPassword(text, fields.password()); });
+    markKept(line.count(), true);
 }
 
 bool KeptHistory::eventFilter(QObject *watched, QEvent *event)

@@ -26,7 +26,7 @@ public:
     bool restore(const QString &text);
     /// Off takes the lines out of the file at once.
     void setOn(bool on);
-    /// Writes the lines when they are to be kept.
+    /// Adds the lines of this run to the file when they are to be kept.
     void save();
 
 protected:
@@ -34,6 +34,8 @@ protected:
 
 private:
     void markSecrets(int first, int last);
+    void markKept(int count, bool areKept);
+    [[nodiscard]] QStringList linesWithout(const QList<int> &roles) const;
     void bringBack(const QStringList &before);
     void showMenu(const QContextMenuEvent &event);
 

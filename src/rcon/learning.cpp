@@ -15,8 +15,6 @@
 
 #include <QScopedValueRollback>
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -28,10 +26,8 @@ constexpr int questions = letters + 1;
 constexpr int mostAttempts = 3;
 constexpr int mostUnanswered = 2; // questions in a row, each with all its attempts
 
-// A handler that waits between two commands waits three and a half seconds at most. After that many ticks without a
-// command from anybody else there is none in the middle of its work.
-constexpr int quietEnough = 5;
-constexpr std::chrono::microseconds longQuiet = 4s;
+// Nobody waits for the answer to a console line or to a timed command, but it is to be seen: it has this long to come.
+constexpr std::chrono::microseconds answerTime = 1500ms;
 
 QString question(int step)
 {
@@ -52,8 +48,6 @@ Learning::Learning(const Services &services_, const Exchange &exchange, ConsoleW
     tmrlearn.setInterval(betweenQuestions);
     connect(&tmrlearn, &QTimer::timeout, this, &Learning::tmrlearn_Timer);
     connect(&exchange, &Exchange::sending, this, &Learning::noteSending);
-    connect(&exchange, &Exchange::waiting, this, &Learning::noteWait);
-    connect(&exchange, &Exchange::waited, this, &Learning::noteWaited);
 }
 
 void Learning::mlearn_Click()
@@ -75,9 +69,6 @@ void Learning::begin()
     attempts = 0;
     unanswered = 0;
     torn = 0;
-    const bool isQuiet = services.clock.elapsed() - othersSentAt >= longQuiet;
-    quietTicks = isQuiet ? quietEnough : 0;
-    haveOthersSent = false;
     tmrlearn.start();
     emit runningchanged(true);
     showProgress(false);
@@ -112,12 +103,11 @@ void Learning::tmrlearn_Timer()
         askNext();
 }
 
-bool Learning::isMyTurn()
+bool Learning::isMyTurn() const
 {
-    const bool isBusy = std::exchange(haveOthersSent, false) || areOthersWaiting || services.session.rconbusy ||
-                        services.prompts.openCount() > 0;
-    quietTicks = isBusy ? 0 : quietTicks + 1;
-    return quietTicks >= quietEnough;
+    const bool isElsewhere = Conversation(services, BroughtBy::Tick).isElsewhere();
+    const bool isAnswerDue = services.clock.elapsed() - othersSentAt < answerTime;
+    return !isElsewhere && !isAnswerDue && services.prompts.openCount() == 0;
 }
 
 void Learning::askNext()
@@ -209,19 +199,4 @@ void Learning::noteSending(const QString &comm)
         silence->endCollecting(); // their answer is to be seen
     haveOthersSent = true;
     othersSentAt = services.clock.elapsed();
-}
-
-void Learning::noteWait(const Wait &wait)
-{
-    areOthersWaiting = asking.isEmpty() || wait.command != asking;
-    haveOthersSent = haveOthersSent || areOthersWaiting;
-}
-
-void Learning::noteWaited()
-{
-    areOthersWaiting = false;
-    if (asking.isEmpty()) {
-        haveOthersSent = true;
-        othersSentAt = services.clock.elapsed();
-    }
 }

@@ -14,7 +14,6 @@ class Conversation;
 class Exchange;
 class Reading;
 struct Services;
-struct Wait;
 
 /// Asks the server for all its variables and commands, one question after the other, so that the console line knows
 /// them. It brings no box and keeps out of the way: while somebody else speaks to the server or waits for an answer,
@@ -43,7 +42,7 @@ private:
 
     void begin();
     void tmrlearn_Timer();
-    [[nodiscard]] bool isMyTurn();
+    [[nodiscard]] bool isMyTurn() const;
     void askNext();
     [[nodiscard]] Outcome ask(const Conversation &talk, const QString &comm);
     void takeOutcome(Outcome outcome);
@@ -52,8 +51,6 @@ private:
     void end(const QString &how);
     void showProgress(bool isPaused);
     void noteSending(const QString &comm);
-    void noteWait(const Wait &wait);
-    void noteWaited();
 
     const Services &services;
     ConsoleWords &words;
@@ -67,9 +64,7 @@ private:
     int attempts = 0;           ///< at this question
     int unanswered = 0;         ///< questions in a row
     int torn = 0;               ///< questions without a whole answer
-    int quietTicks = 0;
     std::chrono::microseconds othersSentAt{};
-    bool haveOthersSent = false; ///< since it was last looked at
-    bool areOthersWaiting = false;
-    bool hasSent = false; ///< the question under way has gone out
+    bool haveOthersSent = false; ///< since the question that is under way was begun
+    bool hasSent = false;        ///< the question under way has gone out
 };

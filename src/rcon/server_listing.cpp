@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "server_listing.h"
 
+#include "words_file.h"
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -19,7 +21,7 @@ bool isOfWord(QChar each)
     return isLetter(each) || (each >= u'0' && each <= u'9') || each == u'-' || each == u'.';
 }
 
-/// The places in a reply at which something may be missing.
+/// The places in a reply at which something may be missing, the first one first.
 QList<qsizetype> gapsIn(const QList<ReplyPiece> &pieces)
 {
     QList<qsizetype> gaps;
@@ -40,16 +42,19 @@ QStringView variableIn(QStringView line)
     return areFlags(before.first(name)) ? before.sliced(name) : QStringView();
 }
 
-/// What `nameIn` finds in each undamaged line that has its end.
+/// What `nameIn` finds in each undamaged line that has its end, no more than are taken of one server. Lines and gaps
+/// are in order and each is looked at once: a hostile server sends hundreds of thousands.
 template <typename NameIn>
 QStringList namesIn(const QString &reply, const QList<ReplyPiece> &pieces, const NameIn &nameIn)
 {
     QStringList names;
     const QList<qsizetype> gaps = gapsIn(pieces);
-    for (qsizetype begin = 0, end = reply.indexOf(u'\n'); end >= 0;
+    qsizetype next = 0; // the first gap that is not before the line
+    for (qsizetype begin = 0, end = reply.indexOf(u'\n'); end >= 0 && names.size() < ServerWords::most;
          begin = end + 1, end = reply.indexOf(u'\n', begin)) {
-        const bool isDamaged =
-            std::ranges::any_of(gaps, [begin, end](qsizetype gap) { return gap >= begin && gap <= end; });
+        while (next < gaps.size() && gaps.at(next) < begin)
+            ++next;
+        const bool isDamaged = next < gaps.size() && gaps.at(next) <= end;
         QStringView line = QStringView(reply).sliced(begin, end - begin);
         if (line.endsWith(u'\r'))
             line.chop(1);

@@ -4,7 +4,6 @@
 #include "server_listing.h"
 #include "settings/whole_file.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -22,7 +21,6 @@ constexpr qint64 largestFile = 64LL * 1024 * 1024; // all that fits into the bou
 constexpr qsizetype mostServers = 20;
 constexpr qsizetype mostKeptLines = 500;
 constexpr qsizetype longestKeptLine = 1023; // a server reads no more
-constexpr int mostAside = 99;
 
 const auto historyKey = "history"_L1;
 const auto serversKey = "servers"_L1;
@@ -158,15 +156,29 @@ void WordsFile::keepWords(const QString &address, const ServerWords &words)
     write(changed);
 }
 
-void WordsFile::keepHistory(const QStringList &lines)
+void WordsFile::addHistory(const QStringList &lines, const std::function<bool(const QString &)> &isSecret)
 {
     read();
+    QStringList history = kept.history;
+    if (isSecret)
+        history.removeIf(isSecret);
+    std::ranges::copy_if(lines, std::back_inserter(history), isLine);
+    changeHistory(history.last(std::min(history.size(), mostKeptLines)));
+}
+
+void WordsFile::forgetHistory()
+{
+    read();
+    changeHistory({});
+}
+
+void WordsFile::changeHistory(const QStringList &history)
+{
+    if (history == kept.history)
+        return;
     KeptWords changed = kept;
-    changed.history.clear();
-    std::ranges::copy_if(lines, std::back_inserter(changed.history), isLine);
-    changed.history = changed.history.last(std::min(changed.history.size(), mostKeptLines));
-    if (changed.history != kept.history)
-        write(changed);
+    changed.history = history;
+    write(changed);
 }
 
 QStringList WordsFile::takeTold()
@@ -197,13 +209,11 @@ void WordsFile::read()
 void WordsFile::putAside(const QString &fault)
 {
     const QString name = QFileInfo(file).fileName();
-    QString aside = u".broken"_s;
-    for (int number = 2; QFile::exists(file + aside) && number <= mostAside; ++number)
-        aside = u".broken-%1"_s.arg(number);
-    isLocked = !QFile::rename(file, file + aside); // it never replaces a file
-    told.append(
-        isLocked ? u"%1 is broken (%2). It is left as it is, and what is learned is not kept."_s.arg(name, fault)
-                 : u"%1 is broken (%2). It is called %3 now, and a new one is begun."_s.arg(name, fault, name + aside));
+    const QString aside = putFileAside(file);
+    isLocked = aside.isEmpty();
+    told.append(isLocked
+                    ? u"%1 is broken (%2). It is left as it is, and what is learned is not kept."_s.arg(name, fault)
+                    : u"%1 is broken (%2). It is called %3 now, and a new one is begun."_s.arg(name, fault, aside));
 }
 
 void WordsFile::write(const KeptWords &changed)

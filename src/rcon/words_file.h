@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-#include <optional>
+#include <functional>
 
 /// The words that a server has listed.
 struct ServerWords {
@@ -54,8 +54,10 @@ public:
     /// As it was when it was last read or changed; read when it is first asked for.
     [[nodiscard]] const KeptWords &words();
     void keepWords(const QString &address, const ServerWords &words);
-    /// The newest ones, as far as they fit. Without any the file is not made, and without a change not written.
-    void keepHistory(const QStringList &lines);
+    /// Adds the lines to those that are kept by now, perhaps by another program, and takes out what `isSecret`; the
+    /// newest stay, as far as they fit. Without any the file is not made, and without a change not written.
+    void addHistory(const QStringList &lines, const std::function<bool(const QString &)> &isSecret = {});
+    void forgetHistory();
 
     /// What there is to tell the person, one line each; they are told once.
     [[nodiscard]] QStringList takeTold();
@@ -63,6 +65,7 @@ public:
 private:
     void read();
     void putAside(const QString &fault);
+    void changeHistory(const QStringList &history);
     void write(const KeptWords &changed);
 
     QString file;

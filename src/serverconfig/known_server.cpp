@@ -4,15 +4,29 @@
 #include "base/clock.h"
 #include "stock_game.h"
 
+namespace {
+
+template <typename Names>
+QSet<QString> inLowerCase(const Names &names)
+{
+    QSet<QString> lower;
+    for (const auto &name : names)
+        lower.insert(QString(name).toLower());
+    return lower;
+}
+
+} // namespace
+
 KnownNames KnownServer::names() const
 {
-    const QStringList gametypes(stockGameTypes.cbegin(), stockGameTypes.cend());
-    return {gametypes, serverMaps.isEmpty() ? stockMaps() : serverMaps, !serverMaps.isEmpty()};
+    return {inLowerCase(stockGameTypes), serverMaps.isEmpty() ? inLowerCase(stockMaps()) : mapNames,
+            !serverMaps.isEmpty()};
 }
 
 void KnownServer::takeMaps(const QStringList &maps)
 {
     serverMaps = maps;
+    mapNames = inLowerCase(maps);
     emit changed();
 }
 
@@ -29,6 +43,7 @@ void KnownServer::takeVariables(const QString &listing)
 void KnownServer::forget()
 {
     serverMaps.clear();
+    mapNames.clear();
     readLimits.clear();
     readAt = {};
     emit changed();

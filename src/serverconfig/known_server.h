@@ -36,6 +36,7 @@ signals:
 private:
     const Clock &clock;
     QStringList serverMaps;
+    QSet<QString> mapNames; ///< the same in lower case
     TimeLimits readLimits;
     QTime readAt;
 };

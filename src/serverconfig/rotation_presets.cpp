@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "rotation_presets.h"
 
+#include "rotation_text.h"
 #include "settings/whole_file.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSet>
 
 #include <algorithm>
 #include <utility>
@@ -48,13 +50,15 @@ PresetList presetsIn(const QByteArray &file)
     const QJsonValue presets = document.object().value(presetsKey);
     if (!presets.isArray())
         return {{}, u"it has no list \"presets\""_s};
+    QSet<QString> names; // a file has room for thousands
     for (const QJsonValue &each : presets.toArray()) {
         const QJsonValue name = each[nameKey];
         const QJsonValue rotation = each[rotationKey];
         if (name.toString().trimmed().isEmpty() || !rotation.isString())
             return {{}, u"preset %1 has no name or no rotation"_s.arg(list.presets.size() + 1)};
-        if (list.indexOf(name.toString()) >= 0)
+        if (names.contains(name.toString().toCaseFolded()))
             return {{}, u"two presets are called "_s + name.toString()};
+        names.insert(name.toString().toCaseFolded());
         list.presets.append({name.toString(), rotation.toString()});
     }
     return list;
@@ -75,6 +79,8 @@ QString PresetFile::put(const RotationPreset &preset) const
     PresetList list = contents();
     if (!list.fault.isEmpty())
         return list.fault;
+    if (preset.rotation.size() > longestRotation)
+        return u"this rotation is too long for one"_s;
     if (const qsizetype index = list.indexOf(preset.name); index >= 0)
         list.presets[index] = preset;
     else
@@ -94,7 +100,10 @@ QString PresetFile::remove(const QString &name) const
 
 QString PresetFile::write(const QList<RotationPreset> &presets) const
 {
-    if (const std::optional<Fault> fault = replaceWholeFile(file, bytesOf(presets)))
+    const QByteArray bytes = bytesOf(presets);
+    if (bytes.size() > largestFile)
+        return u"there is no room for more"_s; // it could not be read again
+    if (const std::optional<Fault> fault = replaceWholeFile(file, bytes))
         return fault->description();
     return {};
 }

@@ -66,9 +66,9 @@ QList<RotationProblem> rotationProblems(const QList<RotationRow> &rows, const Kn
         };
         if (row.isOdd())
             add(oddReason(row.odd));
-        if (!row.gametype.isEmpty() && !known.gametypes.contains(row.gametype, Qt::CaseInsensitive))
+        if (!row.gametype.isEmpty() && !known.gametypes.contains(row.gametype.toLower()))
             add(gametypeReason(row.gametype));
-        if (!row.isOdd() && !known.maps.contains(row.map, Qt::CaseInsensitive))
+        if (!row.isOdd() && !known.maps.contains(row.map.toLower()))
             add(mapReason(row.map, known.areServersMaps));
         for (const QString &words : {row.odd, row.namesGametype ? row.gametype : QString(), row.map})
             add(letterReason(words));

@@ -3,12 +3,13 @@
 
 #include "rotation_text.h"
 
+#include <QSet>
 #include <QStringList>
 
-/// What a server is known to have.
+/// What a server is known to have, in lower case.
 struct KnownNames {
-    QStringList gametypes;
-    QStringList maps;
+    QSet<QString> gametypes;
+    QSet<QString> maps;
     bool areServersMaps = false; ///< the server has listed them; else they are those of the game
 };
 

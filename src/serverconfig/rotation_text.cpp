@@ -98,10 +98,29 @@ QString gametypeBehind(const QString &odd, const QString &before)
     return words.size() == 2 && isWord(words.first(), gametypeKeyword) ? words.last().toString() : before;
 }
 
-/// What `line` of a CFG file sets the rotation to, if it does.
-QString valueInLine(QStringView line)
+/// The commands in a line of a CFG file: outside quotation marks a semicolon ends one, and two slashes end them all.
+QList<QStringView> commandsIn(QStringView line)
 {
-    const QList<QStringView> words = wordsOf(line);
+    QList<QStringView> commands;
+    qsizetype begin = 0;
+    qsizetype at = 0;
+    bool isQuoted = false;
+    for (; at < line.size() && (isQuoted || !line.sliced(at).startsWith("//"_L1)); ++at) {
+        if (line.at(at) == u'"') {
+            isQuoted = !isQuoted;
+        } else if (line.at(at) == u';' && !isQuoted) {
+            commands.append(line.sliced(begin, at - begin));
+            begin = at + 1;
+        }
+    }
+    commands.append(line.sliced(begin, at - begin));
+    return commands;
+}
+
+/// What a command of a CFG file sets the rotation to, if it does.
+QString valueIn(QStringView command)
+{
+    const QList<QStringView> words = wordsOf(command);
     qsizetype name = 0;
     if (words.size() > 1 &&
         (isWord(words.first(), "set"_L1) || isWord(words.first(), "seta"_L1) || isWord(words.first(), "sets"_L1)))
@@ -109,7 +128,7 @@ QString valueInLine(QStringView line)
     if (words.size() <= name + 1 || !isWord(words.at(name), "sv_maprotation"_L1))
         return {};
     const auto *behind = words.at(name).end();
-    const QStringView value(behind, line.end());
+    const QStringView value(behind, command.end());
     const qsizetype open = value.indexOf(u'"');
     if (open < 0)
         return value.trimmed().toString();
@@ -169,8 +188,10 @@ QString rotationInFile(QStringView file)
 {
     QString found;
     for (const QStringView line : file.tokenize(u'\n')) {
-        if (const QString value = valueInLine(line); !value.isEmpty())
-            found = value;
+        for (const QStringView command : commandsIn(line)) {
+            if (const QString value = valueIn(command); !value.isEmpty())
+                found = value;
+        }
     }
     if (!found.isEmpty())
         return found;

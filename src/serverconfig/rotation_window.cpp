@@ -33,15 +33,23 @@ namespace {
 const QString title = u"Map rotation"_s;
 constexpr qint64 largestFile = 1024 * 1024;
 constexpr qsizetype mostProblems = 200; // that are listed; a text that is no rotation has thousands
+constexpr qsizetype mostMaps = 5000;    // that are offered; nobody looks for one among more
 
 QString presetPath(const IniFile &ini)
 {
     return QFileInfo(ini.path()).absolutePath() + u"/molvark-rotations.json"_s;
 }
 
-QString counted(qsizetype bytes)
+QString counted(qsizetype number)
 {
-    return QLocale(QLocale::English).toString(bytes);
+    return QLocale(QLocale::English).toString(number);
+}
+
+/// Editors put a mark before a text in UTF-8; other texts are as the game writes them.
+QString fileText(const QByteArray &bytes)
+{
+    constexpr QByteArrayView mark("\xef\xbb\xbf");
+    return bytes.startsWith(mark) ? QString::fromUtf8(bytes.sliced(mark.size())) : fromAnsi(bytes);
 }
 
 } // namespace
@@ -56,7 +64,7 @@ RotationWindow::RotationWindow(const Services &services_, MiscPage &misc_, const
     presets = new PresetBox(
         {ui->comrotpreset, ui->cmdrotsave, ui->cmdrotdelete}, presetPath(services.ini), services.prompts,
         [this] { return model.text(); }, this);
-    connect(presets, &PresetBox::chosen, &model, &RotationModel::setText);
+    connect(presets, &PresetBox::chosen, this, &RotationWindow::takeText);
     connect(presets, &PresetBox::done, ui->lblrotdone, &QLabel::setText);
     for (QListWidget *list : {ui->lstrotpreview, ui->lstrotproblems})
         showPlaceholder(list);
@@ -107,7 +115,7 @@ void RotationWindow::onListKey(const QKeySequence &keys, const std::function<voi
 void RotationWindow::wireButtons()
 {
     connect(ui->cmdrotserver, &QPushButton::clicked, this, &RotationWindow::cmdrotserver_Click);
-    connect(ui->cmdrotedit, &QPushButton::clicked, this, [this] { model.setText(misc.editedRotation()); });
+    connect(ui->cmdrotedit, &QPushButton::clicked, this, [this] { takeText(misc.editedRotation()); });
     connect(ui->cmdrotfile, &QPushButton::clicked, this, &RotationWindow::cmdrotfile_Click);
     connect(ui->cmdrotadd, &QPushButton::clicked, this, &RotationWindow::cmdrotadd_Click);
     connect(ui->comrotmap->lineEdit(), &QLineEdit::returnPressed, this, &RotationWindow::cmdrotadd_Click);
@@ -119,6 +127,14 @@ void RotationWindow::wireButtons()
     const auto chooseLine = [this](const QListWidgetItem *problem) { choose(problem->data(Qt::UserRole).toInt(), 1); };
     connect(ui->lstrotproblems, &QListWidget::itemClicked, this, chooseLine);
     connect(ui->lstrotproblems, &QListWidget::itemActivated, this, chooseLine);
+}
+
+void RotationWindow::takeText(const QString &rotation)
+{
+    if (rotation.size() > longestRotation)
+        services.prompts.refuse(u"This text is too long for a map rotation."_s, title);
+    else
+        model.setText(rotation);
 }
 
 void RotationWindow::cmdrotserver_Click()
@@ -140,7 +156,7 @@ void RotationWindow::cmdrotfile_Click()
         services.prompts.refuse(u"This file cannot be read: %1\r%2"_s.arg(fault->description(), name), title);
         return;
     }
-    const QString rotation = rotationInFile(fromAnsi(bytes));
+    const QString rotation = rotationInFile(fileText(bytes));
     if (rotation.isEmpty() || rotation.size() > longestRotation)
         services.prompts.refuse(u"There is no map rotation in this file.\r"_s + name, title);
     else
@@ -207,9 +223,10 @@ void RotationWindow::showMaps()
     const QString typed = ui->comrotmap->currentText();
     const QStringList server = known.maps();
     ui->comrotmap->clear();
-    ui->comrotmap->addItems(server);
+    ui->comrotmap->addItems(server.first(std::min(server.size(), mostMaps)));
     QStringList stock = stockMaps();
-    stock.removeIf([&server](const QString &map) { return server.contains(map, Qt::CaseInsensitive); });
+    if (const KnownNames names = known.names(); names.areServersMaps)
+        stock.removeIf([&names](const QString &map) { return names.maps.contains(map.toLower()); });
     if (!server.isEmpty() && !stock.isEmpty())
         ui->comrotmap->insertSeparator(ui->comrotmap->count());
     ui->comrotmap->addItems(stock);
@@ -221,7 +238,9 @@ void RotationWindow::showMaps()
             u"The maps of the game; \"Populate from server\" on the tab \"Maps\" lists the server's."_s);
     else
         ui->lblrotmaps->setText(
-            u"The server's %1 maps"_s.arg(server.size()) +
+            (server.size() > mostMaps ? u"The first %1 of the server's "_s.arg(counted(mostMaps))
+                                      : u"The server's "_s) +
+            u"%1 maps"_s.arg(counted(server.size())) +
             (stock.isEmpty() ? u"."_s : u"; below them those of the game that it does not have."_s));
 }
 

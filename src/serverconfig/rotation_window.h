@@ -36,6 +36,8 @@ private:
     void setUpList();
     void wireButtons();
     void onListKey(const QKeySequence &keys, const std::function<void()> &handler);
+    /// A text that cannot be a rotation is refused.
+    void takeText(const QString &rotation);
     void cmdrotserver_Click();
     void cmdrotfile_Click();
     void cmdrotadd_Click();

@@ -140,6 +140,36 @@ private slots:
         QVERIFY(it.program.file(words).isEmpty());
     }
 
+    void theLinesOfAProgramThatWasClosedMeanwhileStay()
+    {
+        ConnectedProgram it({.settings = on});
+        sendLine(it.program, u"say ours"_s);
+        it.program.write(words, "{\"history\": [\"say theirs\"]}");
+        it.program.window.close();
+        QCOMPARE(historyIn(it.program.file(words)), QStringList({u"say theirs"_s, u"say ours"_s}));
+    }
+
+    void theLinesOfEarlierRunsAreNotAddedAgain()
+    {
+        Program program(on);
+        program.write(words, "{\"history\": [\"say one\"]}");
+        program.start();
+        QCOMPARE(program.rows(u"comdirect"_s), QStringList{u"say one"_s});
+        program.write(words, "{\"history\": [\"say one\", \"say two\"]}");
+        program.window.close();
+        QCOMPARE(historyIn(program.file(words)), QStringList({u"say one"_s, u"say two"_s}));
+    }
+
+    void thePasswordOfTheEndIsLookedForInEarlierLinesToo()
+    {
+        Program program(on);
+        program.write(words, "{\"history\": [\"say one\", \"say tomorrows word\"]}");
+        program.start();
+        program.setText(u"txtPWD"_s, u"tomorrows"_s);
+        program.window.close();
+        QCOMPARE(historyIn(program.file(words)), QStringList{u"say one"_s});
+    }
+
     void whatWasTypedWhileTheProgramStartedStays()
     {
         Program program(on);
@@ -165,6 +195,18 @@ private slots:
         program.window.close();
         QCOMPARE(historyIn(program.file(words)), QStringList());
         QVERIFY(program.file(u"molvark.ini"_s).contains("consolehistory=0"));
+    }
+
+    void switchedOnAgainItKeepsWhatIsInTheList()
+    {
+        Program program(on);
+        program.write(words, "{\"history\": [\"say hello\"]}");
+        program.start();
+        QApplication::processEvents();
+        switchHistory(program);
+        switchHistory(program);
+        program.window.close();
+        QCOMPARE(historyIn(program.file(words)), QStringList{u"say hello"_s});
     }
 
     void resettingTheWindowSwitchesItOff()
@@ -204,10 +246,10 @@ private slots:
         program.write(words, "{\"history\": [\"say");
         program.start();
         QCOMPARE(program.messages(), QStringList{u"molvark-words.json is broken (line 1: unterminated string). It is "
-                                                 "called molvark-words.json.broken now, and a new one is begun."_s});
-        QCOMPARE(program.file(words + u".broken"_s), QByteArray("{\"history\": [\"say"));
+                                                 "called molvark-words.broken-1.json now, and a new one is begun."_s});
+        QCOMPARE(program.file(u"molvark-words.broken-1.json"_s), QByteArray("{\"history\": [\"say"));
         program.window.close();
-        QCOMPARE(program.file(words + u".broken"_s), QByteArray("{\"history\": [\"say"));
+        QCOMPARE(program.file(u"molvark-words.broken-1.json"_s), QByteArray("{\"history\": [\"say"));
     }
 };
 

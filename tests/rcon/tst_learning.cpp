@@ -41,12 +41,13 @@ QString progressOf(const Program &program)
 }
 
 /// The next 750 milliseconds have passed.
-void tick(const Program &program)
+void tick(Program &program)
 {
+    program.clock.set(program.clock.now().addMSecs(750));
     QMetaObject::invokeMethod(program.find<QTimer>(u"tmrlearn"_s), "timeout");
 }
 
-void tickUntilOver(const Program &program)
+void tickUntilOver(Program &program)
 {
     for (int ticks = 0; isLearning(program); ++ticks) {
         QVERIFY2(ticks < 500, "it never ends");
@@ -54,7 +55,7 @@ void tickUntilOver(const Program &program)
     }
 }
 
-void learnAll(const Program &program)
+void learnAll(Program &program)
 {
     program.trigger(u"mlearn"_s);
     QVERIFY(isLearning(program));
@@ -306,22 +307,64 @@ private slots:
     {
         ConnectedProgram it({.practice = modded, .prepare = {}, .tab = 0});
         it.program.trigger(u"mlearn"_s);
-        int ticks = 0;
+        QStringList told;
+        const auto tickInTheWait = [&] {
+            tick(it.program);
+            told.append(progressOf(it.program));
+        };
         connect(&it.server, &PracticeServer::requested, this, [&] {
             // In the page's waits, also in those in which no answer is awaited any more.
-            QTimer::singleShot(0, &it.server, [&] { tick(it.program); });
-            ++ticks;
+            QTimer::singleShot(0, &it.server, tickInTheWait);
         });
         it.program.click(u"cmdservpop"_s);
         disconnect(&it.server, nullptr, this, nullptr);
-        QVERIFY(ticks > 1);
+        QVERIFY(told.size() > 1);
+        QCOMPARE(told.count(u"Learning: waiting for its turn (1 of 27), 0 words"_s), told.size());
         QVERIFY(!it.server.commands().contains("dvarlist a*"));
         QCOMPARE(it.program.text(u"txtservername"_s), u"CoD2Host"_s);
-        tick(it.program);
-        QCOMPARE(progressOf(it.program), u"Learning: waiting for its turn (1 of 27), 0 words"_s);
         tickUntilOver(it.program);
-        QVERIFY(it.server.commands().contains("dvarlist a*"));
+        QCOMPARE(it.server.commands().last(27), allQuestions());
         QVERIFY(it.lines().constLast().startsWith(u"Learned "));
+    }
+
+    void aListOfMapsThatFailedHoldsNothingUp()
+    {
+        ConnectedProgram it({.practice = modded, .prepare = {}});
+        it.server.answer("dir maps/mp d3dbsp", {"Directory of"});
+        it.program.click(u"cmdpopmaps"_s);
+        QCOMPARE(it.program.prompts.takeBoxes().size(), 1);
+        QVERIFY(it.program.session.rconbusy); // the page leaves the two timers held off
+        learnAll(it.program);
+        QCOMPARE(it.server.commands().last(27), allQuestions());
+    }
+
+    void aListOfPlayersEveryFiveSecondsLeavesTimeForIt()
+    {
+        ConnectedProgram it({.practice = modded, .prepare = {}});
+        it.program.trigger(u"mlearn"_s);
+        for (int ticks = 1; isLearning(it.program); ++ticks) {
+            QVERIFY2(ticks < 500, "it never ends");
+            tick(it.program);
+            if (ticks % 5 == 0) // a list takes the rest of the five seconds
+                QMetaObject::invokeMethod(it.program.find<QTimer>(u"tmrplayer"_s), "timeout");
+        }
+        QVERIFY(it.server.commands().count("status") > 3);
+        QCOMPARE(keptWords(it.program, u"variables"_s), variablesOf(it.server));
+    }
+
+    void theAnswerToAConsoleLineBetweenTwoQuestionsIsShown()
+    {
+        ConnectedProgram it({.practice = modded, .prepare = {}});
+        it.program.trigger(u"mlearn"_s);
+        while (!it.server.commands().contains("dvarlist c*"))
+            tick(it.program);
+        const qsizetype before = it.server.commands().size();
+        sendLine(it.program, u"sv_fps"_s);
+        tick(it.program); // less than a second and a half later
+        QTRY_VERIFY(it.program.pane().contains(u"\"sv_fps\" is:"));
+        QCOMPARE(it.server.commands().size(), before + 1);
+        tickUntilOver(it.program);
+        QCOMPARE(keptWords(it.program, u"variables"_s), variablesOf(it.server));
     }
 
     void aPageThatIsReadMeanwhileGoesFirst()
@@ -395,7 +438,7 @@ private slots:
         ConnectedProgram it({.practice = modded, .prepare = {}});
         it.program.write(file, "[broken");
         learnAll(it.program);
-        QCOMPARE(it.program.file(file + u".broken"_s), QByteArray("[broken"));
+        QCOMPARE(it.program.file(u"molvark-words.broken-1.json"_s), QByteArray("[broken"));
         QCOMPARE(keptWords(it.program, u"variables"_s), variablesOf(it.server));
         QVERIFY(it.lines().value(0).contains(u"molvark-words.json is broken"));
     }

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "rcon/read_values.h"
 #include "rcon/server_listing.h"
+#include "rcon/words_file.h"
 #include "test_class.h"
 
+#include <QElapsedTimer>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -62,6 +64,25 @@ private slots:
         QCOMPARE(listedVariables(reply, {{0, true}, {8, false}}), QStringList({u"bb"_s, u"cc"_s}));
         QCOMPARE(listedVariables(reply, {{0, false}, {12, false}}).size(), 3);
         QCOMPARE(listedVariables(reply, {{0, false}, {12, true}}).size(), 3);
+    }
+
+    void aListingWithAsManyGapsAsLinesIsReadInNoTime()
+    {
+        constexpr int lines = 300'000;
+        const QString line = u"A aa \"1\"\n"_s;
+        QList<ReplyPiece> pieces{{0, true}};
+        for (int number = 0; number < lines; ++number)
+            pieces.append({number * line.size() + 4, true});
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(listedVariables(line.repeated(lines), pieces), QStringList());
+        QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    void moreWordsThanAreKeptAreNotRead()
+    {
+        QCOMPARE(listedVariables(u"A a \"\"\n"_s.repeated(20'100), {}).size(), ServerWords::most);
+        QCOMPARE(listedCommands(u"say\n"_s.repeated(20'100), {}).size(), ServerWords::most);
     }
 
     void theCountEndsAListing_data()

@@ -26,9 +26,13 @@ struct Disk {
         QVERIFY(file.open(QIODevice::WriteOnly));
         QCOMPARE(file.write(content), content.size());
     }
-    [[nodiscard]] QByteArray content(const QString &suffix = {}) const
+    [[nodiscard]] QString aside(int number) const
     {
-        QFile file(path + suffix);
+        return folder.filePath(u"molvark-words.broken-%1.json"_s.arg(number));
+    }
+    [[nodiscard]] static QByteArray content(const QString &name)
+    {
+        QFile file(name);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
     [[nodiscard]] QStringList files() const
@@ -63,7 +67,7 @@ private slots:
         {
             WordsFile file(disk.path);
             file.keepWords(address, words);
-            file.keepHistory({u"say hello"_s, u"status"_s});
+            file.addHistory({u"say hello"_s, u"status"_s});
             QCOMPARE(file.takeTold(), QStringList());
         }
         WordsFile file(disk.path);
@@ -77,7 +81,7 @@ private slots:
     {
         const Disk disk;
         WordsFile file(disk.path);
-        file.keepHistory({});
+        file.addHistory({});
         QCOMPARE(disk.files(), QStringList());
     }
 
@@ -88,8 +92,36 @@ private slots:
         WordsFile other(disk.path);
         (void)one.words();
         other.keepWords(address, {{}, {u"sv_x"_s}});
-        one.keepHistory({u"status"_s});
+        one.addHistory({u"status"_s});
         QCOMPARE(WordsFile(disk.path).words().of(address).variables, QStringList{u"sv_x"_s});
+    }
+
+    void theLinesOfTwoProgramsAreAddedUp()
+    {
+        const Disk disk;
+        WordsFile one(disk.path);
+        one.addHistory({u"say before"_s});
+        WordsFile other(disk.path);
+        QCOMPARE(other.words().history, QStringList{u"say before"_s});
+        one.addHistory({u"say one"_s});
+        other.addHistory({u"say other"_s});
+        QCOMPARE(WordsFile(disk.path).words().history, QStringList({u"say before"_s, u"say one"_s, u"say other"_s}));
+        one.addHistory(numbered(u"say "_s, 498));
+        const QStringList history = WordsFile(disk.path).words().history;
+        QCOMPARE(history.size(), 500);
+        QCOMPARE(history.first(3), QStringList({u"say one"_s, u"say other"_s, u"say 0"_s}));
+        QCOMPARE(history.constLast(), u"say 497"_s);
+    }
+
+    void linesThatHaveBecomeSecretAreTakenOut()
+    {
+        const Disk disk;
+        WordsFile file(disk.path);
+        file.addHistory({u"say one"_s, u"say secret"_s});
+        file.addHistory({u"say two"_s}, [](const QString &line) { return line.contains(u"secret"_s); });
+        QCOMPARE(WordsFile(disk.path).words().history, QStringList({u"say one"_s, u"say two"_s}));
+        file.forgetHistory();
+        QCOMPARE(WordsFile(disk.path).words().history, QStringList());
     }
 
     void aBrokenFileIsPutAside_data()
@@ -112,33 +144,33 @@ private slots:
         WordsFile file(disk.path);
         QCOMPARE(file.words(), KeptWords());
         QCOMPARE(file.takeTold(), QStringList{u"molvark-words.json is broken (%1). It is called "
-                                              "molvark-words.json.broken now, and a new one is begun."_s.arg(why)});
-        QCOMPARE(disk.content(u".broken"_s), content);
+                                              "molvark-words.broken-1.json now, and a new one is begun."_s.arg(why)});
+        QCOMPARE(Disk::content(disk.aside(1)), content);
         file.keepWords(address, {{}, {u"sv_x"_s}});
         QCOMPARE(file.takeTold(), QStringList());
         QCOMPARE(WordsFile(disk.path).words().of(address).variables, QStringList{u"sv_x"_s});
-        QCOMPARE(disk.content(u".broken"_s), content);
+        QCOMPARE(Disk::content(disk.aside(1)), content);
     }
 
     void aSecondBrokenFileReplacesNoFirst()
     {
         const Disk disk("second");
-        Disk::put(disk.path + u".broken"_s, "first");
+        Disk::put(disk.aside(1), "first");
         WordsFile file(disk.path);
         (void)file.words();
-        QCOMPARE(disk.content(u".broken"_s), QByteArray("first"));
-        QCOMPARE(disk.content(u".broken-2"_s), QByteArray("second"));
+        QCOMPARE(Disk::content(disk.aside(1)), QByteArray("first"));
+        QCOMPARE(Disk::content(disk.aside(2)), QByteArray("second"));
     }
 
     void oneThatBreaksWhileTheProgramRunsIsPutAsideBeforeItIsWritten()
     {
         const Disk disk;
         WordsFile file(disk.path);
-        file.keepHistory({u"status"_s});
+        file.addHistory({u"status"_s});
         Disk::put(disk.path, "broken");
-        file.keepHistory({u"say hello"_s});
+        file.addHistory({u"say hello"_s});
         QCOMPARE(file.takeTold().size(), 1);
-        QCOMPARE(disk.content(u".broken"_s), QByteArray("broken"));
+        QCOMPARE(Disk::content(disk.aside(1)), QByteArray("broken"));
         QCOMPARE(WordsFile(disk.path).words().history, QStringList{u"say hello"_s});
     }
 
@@ -162,7 +194,7 @@ private slots:
     {
         const Disk disk;
         WordsFile file(disk.folder.filePath(u"gone/molvark-words.json"_s));
-        file.keepHistory({u"status"_s});
+        file.addHistory({u"status"_s});
         const QStringList told = file.takeTold();
         QCOMPARE(told.size(), 1);
         QVERIFY2(told.first().startsWith(u"molvark-words.json could not be written: "), qPrintable(told.first()));

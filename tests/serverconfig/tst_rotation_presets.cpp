@@ -100,6 +100,19 @@ private slots:
         QVERIFY(!nowhere.put({u"new"_s, u"map x"_s}).isEmpty());
     }
 
+    void whatCouldNotBeReadAgainIsNotKept()
+    {
+        const Folder it;
+        QVERIFY(!it.file.put({u"long"_s, QString(65'508, u'x')}).isEmpty());
+        QCOMPARE(it.bytes(), QByteArray("none"));
+        const QString longest(65'507, u'x');
+        for (int number = 0; number < 15; ++number)
+            QCOMPARE(it.file.put({QString::number(number), longest}), QString());
+        QVERIFY(!it.file.put({u"too many"_s, longest}).isEmpty());
+        QCOMPARE(it.file.contents().fault, QString());
+        QCOMPARE(it.file.contents().presets.size(), 15);
+    }
+
     void anEmptyFileHasNone()
     {
         const Folder it;

@@ -108,6 +108,12 @@ private slots:
         QTest::newRow("the last one holds")
             << u"set sv_maprotation \"map a\"\nsv_maprotation \"map b\"\n"_s << u"map b"_s;
         QTest::newRow("an open quote") << u"set sv_maprotation \"map a\nset x 1\n"_s << u"map a"_s;
+        QTest::newRow("several commands in a line")
+            << u"a; set sv_maprotation \"map a; map b\";set g_speed 190\n"_s << u"map a; map b"_s;
+        QTest::newRow("without quotation marks")
+            << u"set sv_maprotation gametype dm map a; b // mine\n"_s << u"gametype dm map a"_s;
+        QTest::newRow("in another value") << u"set x \"1; set sv_maprotation map-a\"\n"_s << QString();
+        QTest::newRow("in a comment") << u"// no; set sv_maprotation \"map a\"\n"_s << QString();
         QTest::newRow("another variable") << u"set sv_maprotationcurrent \"map a\"\n"_s << QString();
         QTest::newRow("bare") << u"\ngametype dm\nmap a\nmap b\n"_s << u"gametype dm map a map b"_s;
         QTest::newRow("a letter") << u"Dear map maker, see the map below"_s << QString();

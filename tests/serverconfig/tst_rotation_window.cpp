@@ -119,6 +119,16 @@ private slots:
         QCOMPARE(it.lines(), QStringList({u"1 sd mp_decoy"_s, u"2 sd mp_toujane"_s}));
     }
 
+    void anEditBoxThatIsTooLongIsRefused()
+    {
+        RotationHands it;
+        it.read(u"map mp_decoy "_s.repeated(6000));
+        QCOMPARE(it.on.program.prompts.takeBoxes(),
+                 (QList<Box>{{u"Map rotation"_s, u"This text is too long for a map rotation."_s, BoxIcon::Exclamation,
+                              BoxButtons::Ok}}));
+        QCOMPARE(it.lines().size(), 2);
+    }
+
     void itIsReadFromAFile()
     {
         RotationHands it;
@@ -127,6 +137,11 @@ private slots:
         it.click(u"cmdrotfile"_s);
         QCOMPARE(it.on.program.prompts.asked.constLast().constFirst(), u"Read a rotation from..."_s);
         QCOMPARE(it.lines(), QStringList{u"1 dm mp_decoy"_s});
+        it.on.program.write(u"marked.cfg"_s, "\xef\xbb\xbfset sv_maprotation \"gametype hq map mp_toujane\"\n");
+        it.on.program.prompts.lines = {u"marked.cfg"_s};
+        it.click(u"cmdrotfile"_s); // an editor has put a byte order mark before it
+        QCOMPARE(it.lines(), QStringList{u"1 hq mp_toujane"_s});
+        it.click(u"cmdrotundo"_s);
         it.click(u"cmdrotfile"_s); // cancelled
         QCOMPARE(it.lines(), QStringList{u"1 dm mp_decoy"_s});
     }
@@ -201,6 +216,28 @@ private slots:
                  QStringList{u"Line 2: unknown map mp_toujane: the server's list does not have it"_s});
         it.on.program.click(u"cmdconnect"_s);
         QCOMPARE(it.entries(u"comrotmap"_s).size(), 12);
+    }
+
+    void ofThousandsOfMapsTheFirstAreOfferedAndAllAreKnown()
+    {
+        RotationHands it;
+        QList<QByteArray> datagrams{"Directory\n---\n\n"};
+        for (int number = 0; number < 5000; ++number) {
+            if (number % 500 == 0)
+                datagrams.append(QByteArray());
+            datagrams.last() += "m" + QByteArray::number(number) + ".d3dbsp\n";
+        }
+        it.on.server.answer("dir maps/mp d3dbsp", datagrams << "MP_Decoy.d3dbsp\n");
+        it.on.program.click(u"cmdpopmaps"_s);
+        QCOMPARE(it.on.program.rows(u"lstmaps"_s).size(), 5001);
+        const QStringList offered = it.entries(u"comrotmap"_s);
+        QCOMPARE(offered.at(4999), u"m4999"_s);
+        QCOMPARE(offered.size(), 5000 + 1 + 11); // a line, and those of the game but for the one that the server has
+        QVERIFY(!offered.contains(u"mp_decoy"_s, Qt::CaseInsensitive));
+        QVERIFY2(it.label(u"lblrotmaps"_s).startsWith(u"The first 5,000 of the server's 5,001 maps; below them "_s),
+                 qPrintable(it.label(u"lblrotmaps"_s)));
+        it.read(u"gametype dm map mp_decoy map m17"_s);
+        QCOMPARE(it.rows(u"lstrotproblems"_s), QStringList());
     }
 
     void linesAreDoubledRemovedAndUndone()

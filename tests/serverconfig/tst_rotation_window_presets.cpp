@@ -71,6 +71,18 @@ private slots:
         QCOMPARE(fileOf(it), two);
     }
 
+    void aPresetThatIsTooLongIsRefused()
+    {
+        const QByteArray rotation = QByteArray("map mp_decoy ").repeated(6000);
+        RotationHands it(telling("map mp_brecourt"),
+                         R"({"presets":[{"name":"War","rotation":")" + rotation + R"("}]})");
+        choosePreset(it, 0);
+        QCOMPARE(it.on.program.prompts.takeBoxes(),
+                 (QList<Box>{{u"Map rotation"_s, u"This text is too long for a map rotation."_s, BoxIcon::Exclamation,
+                              BoxButtons::Ok}}));
+        QCOMPARE(it.lines(), QStringList{u"1 (as it is) mp_brecourt"_s});
+    }
+
     void withoutANameNothingIsSaved()
     {
         RotationHands it;
