@@ -82,6 +82,14 @@ private slots:
         QVERIFY(QJsonDocument::fromJson(outcome.output).array().size() >= 38); // a line feed can be what is lost
     }
 
+    void aBanThatIsNotThereIsNotDone()
+    {
+        CliWithServer it(PracticeOptions::cod2());
+        const CliOutcome outcome = it.run({u"unbanUser nobody"_s});
+        QCOMPARE(outcome.status, 5);
+        QVERIFY2(outcome.errors.contains("did not do it: unbanUser nobody"), outcome.errors.constData());
+    }
+
     void aHardServersRefusalIsOne()
     {
         CliWithServer it(PracticeOptions::cod2());

@@ -466,6 +466,9 @@ private slots:
         QVERIFY2(outcome.errors.contains("did not do it: nosuch"), outcome.errors.constData());
         QVERIFY(outcome.output.startsWith("Unknown command \"nosuch\"\n"));
         QCOMPARE(it.run({u"tell"_s}).status, 5); // "Usage: ..."
+        const CliOutcome lost = it.run({u"map mp_nowhere"_s});
+        QCOMPARE(lost.status, 5);
+        QVERIFY2(lost.output.startsWith("Can't find map "), lost.output.constData());
     }
 
     void theFirstThatIsNotDoneCounts()
