@@ -54,6 +54,8 @@ private slots:
                 u"# evening\r\nsay one  two \r\n\n\tsay #1 // no comment\n  # also one\nSleep 1.5\nsleep 0\nlast"_s)),
             QStringList({u"say one  two"_s, u"say #1 // no comment"_s, u"1500"_s, u"0"_s, u"last"_s}));
         QCOMPARE(shown(readScript({})), QStringList());
+        QCOMPARE(shown(readScript(u"sleep\t1\nSLEEP \t 2\nsleeper\nsleep_time\t3"_s)),
+                 QStringList({u"1000"_s, u"2000"_s, u"sleeper"_s, u"sleep_time\t3"_s}));
     }
 
     void theLineThatCannotBeSentIsNamed()
