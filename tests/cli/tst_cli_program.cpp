@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli_process.h"
 
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -345,6 +346,72 @@ private slots:
         QCOMPARE(it.run(question).status, 2);
         QCOMPARE(it.cli.run(QStringList{u"--saved"_s, u"1"_s, u"--password-file"_s, u"none"_s} + question).status, 2);
         QCOMPARE(it.server.requests().size(), before);
+    }
+
+    void aFileOfAnotherKindIsNotReadToItsEnd_data()
+    {
+        QTest::addColumn<QStringList>("words");
+        QTest::addColumn<QByteArray>("told");
+        QTest::newRow("password") << QStringList{u"--password-file"_s, u"large"_s, u"say"_s, u"a"_s}
+                                  << QByteArray("large has more than 64 KiB");
+        QTest::newRow("script") << QStringList{u"--script"_s, u"huge"_s} << QByteArray("huge has more than 4 MB");
+#ifdef Q_OS_UNIX
+        QTest::newRow("password without end") << QStringList{u"--password-file"_s, u"/dev/zero"_s, u"say"_s, u"a"_s}
+                                              << QByteArray("/dev/zero has more than 64 KiB");
+        QTest::newRow("script without end")
+            << QStringList{u"--script"_s, u"/dev/zero"_s} << QByteArray("/dev/zero has more than 4 MB");
+#endif
+    }
+    void aFileOfAnotherKindIsNotReadToItsEnd()
+    {
+        QFETCH(QStringList, words);
+        QFETCH(QByteArray, told);
+        CliWithServer it;
+        it.cli.writeFile(u"large"_s, QByteArray(64 * 1024 + 1, 'p'));
+        it.cli.writeFile(u"huge"_s, QByteArray("say a\n").repeated(700'000));
+        const CliOutcome outcome = it.run(words);
+        QCOMPARE(outcome.status, 2);
+        QVERIFY2(outcome.errors.contains(told) && outcome.errors.count('\n') == 1, outcome.errors.constData());
+        QCOMPARE(it.server.requests().size(), 0);
+    }
+
+#ifdef Q_OS_UNIX
+    void theStandardInputIsNotReadWithoutEnd()
+    {
+        CliWithServer it;
+        it.cli.process.setStandardInputFile(u"/dev/zero"_s);
+        it.cli.start(it.withServer({u"-"_s}));
+        const CliOutcome outcome = it.cli.end();
+        QCOMPARE(outcome.status, 2);
+        QVERIFY2(outcome.errors.contains("The standard input has more than 4 MB"), outcome.errors.constData());
+        QCOMPARE(it.server.requests().size(), 0);
+    }
+#endif
+
+    void aPasswordThatFitsNoRequestIsWrongUsage()
+    {
+        CliWithServer it;
+        it.cli.writeFile(u"long"_s, QByteArray(1017, 'p'));
+        const CliOutcome outcome = it.run({u"--password-file"_s, u"long"_s, u"x"_s});
+        QCOMPARE(outcome.status, 2);
+        QVERIFY2(outcome.errors.contains("The password has 1017 bytes"), outcome.errors.constData());
+        QCOMPARE(it.server.requests().size(), 0);
+        it.cli.writeFile(u"long"_s, QByteArray(1016, 'p')); // one byte is left for the command
+        QCOMPARE(it.run({u"--password-file"_s, u"long"_s, u"x"_s}).status, 4);
+        QCOMPARE(it.server.requests().first().size(), 4 + 1023);
+    }
+
+    void settingsThatCannotBeReadAreToldOf()
+    {
+        CliWithServer it;
+        QVERIFY(QDir(it.cli.process.workingDirectory()).mkdir(u"molvark.ini"_s));
+        for (const QStringList &words : {QStringList{u"say"_s, u"a"_s}, QStringList{u"--saved"_s, u"1"_s, u"x"_s}}) {
+            const CliOutcome outcome = it.cli.run(words);
+            QCOMPARE(outcome.status, 2);
+            QVERIFY2(outcome.errors.contains("molvark.ini in this folder cannot be read: "),
+                     outcome.errors.constData());
+        }
+        QCOMPARE(it.run({u"say"_s, u"a"_s}).status, 0); // they are not needed then
     }
 
     void savedServersHaveNumbersAndNames()
