@@ -111,12 +111,20 @@ const std::array<Option, 8> options{{
     {"--csv"_L1, false, [](CliArguments &into, const QString &) { choose(into, PlayersFormat::Csv); }},
 }};
 
-/// What stands behind "=" may be a password and is not repeated.
+/// "-pSECRET" is how other programs take a password.
+bool asksForPassword(const QString &option)
+{
+    return option.startsWith("-p"_L1, Qt::CaseInsensitive) || option.contains("pass"_L1, Qt::CaseInsensitive);
+}
+
+/// What stands behind "=", or behind the letter of a short option, may be a password and is not repeated.
 [[noreturn]] void refuse(const QString &option)
 {
-    if (option.startsWith("--pass"_L1))
+    if (asksForPassword(option))
         throw WrongUsage(u"A password is never an argument, because everybody on this machine can read those: name a "
                          "file with --password-file, or set MOLVARK_RCON_PASSWORD."_s);
+    if (!option.startsWith("--"_L1) && option.size() > 2)
+        throw WrongUsage(u"There is no option %1 with more behind it."_s.arg(option.first(2)));
     throw WrongUsage(u"There is no option %1."_s.arg(option));
 }
 

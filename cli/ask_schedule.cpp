@@ -50,6 +50,11 @@ bool AskSchedule::isEndless() const
     return firstCame && !isComplete && lastCame + restOfReply > *firstCame + longestReply;
 }
 
+AskSchedule::Time AskSchedule::untilHeard(Time now) const
+{
+    return lastSent ? std::max(*lastSent + betweenCopies - now, Time{}) : Time{};
+}
+
 AskSchedule::Time AskSchedule::sendAt() const
 {
     if (!lastSent)

@@ -39,6 +39,8 @@ public:
     [[nodiscard]] bool isAsked() const { return copiesSent > 0; }
     /// Whether the answer went on for longer than anybody waits.
     [[nodiscard]] bool isEndless() const;
+    /// How long a strict server may not hear another command.
+    [[nodiscard]] Time untilHeard(Time now) const;
     /// How many have gone out.
     [[nodiscard]] int copies() const { return copiesSent; }
 

@@ -28,7 +28,9 @@ qsizetype behindOwnWords(const QString &result)
 } // namespace
 
 CheckErrand::CheckErrand(CliOutput &output_, const Asking &asking_)
-    : Errand(output_), asking(asking_), runner(patienceOf(asking_), CheckPace())
+    : Errand(output_),
+      asking(asking_),
+      runner(patienceOf(asking_), {[this] { return qint64{untilHeard().count()}; }, [this] { sinceCommand.start(); }})
 {
     lookUp.setSingleShot(true);
     connect(&lookUp, &QTimer::timeout, this, &CheckErrand::endLookUp);
@@ -65,6 +67,13 @@ void CheckErrand::endLookUp()
     runner.stop();
     print(lookUpStep(asking.server.host, {}, longestLookUp.count()));
     finish(ExitStatus::NoAnswer);
+}
+
+std::chrono::milliseconds CheckErrand::untilHeard() const
+{
+    const AskSchedule::Time passed(sinceCommand.isValid() ? sinceCommand.elapsed()
+                                                          : AskSchedule::betweenCopies.count());
+    return std::max(AskSchedule::betweenCopies - passed, 0ms);
 }
 
 void CheckErrand::stop()

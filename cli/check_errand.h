@@ -20,8 +20,10 @@ private:
     void takeEnd();
     void endLookUp();
     void stop() override;
+    [[nodiscard]] std::chrono::milliseconds untilHeard() const override;
 
     const Asking asking;
     CheckRunner runner;
+    QElapsedTimer sinceCommand;
     QTimer lookUp;
 };

@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include <chrono>
+
 class CliOutput;
 
 /// What the program was started for. It says once how it has ended.
@@ -17,7 +19,7 @@ public:
     /// Called from the event loop.
     virtual void begin() = 0;
     /// The person, or the system, ends it.
-    virtual void interrupt() { finish(ExitStatus::Interrupted); }
+    virtual void interrupt() { endAtOnce(ExitStatus::Interrupted); }
     /// Nobody reads its output any more.
     virtual void outputClosed() {}
     /// True while the system still looks up a name, also one that nobody waits for any more.
@@ -27,13 +29,21 @@ signals:
     void ended(ExitStatus status);
 
 protected:
-    /// Whatever it does stops first.
+    /// Whatever it does stops first. The end is said when the server hears commands again: the next one may be that of
+    /// another call, which knows nothing of this one.
     void finish(ExitStatus status);
+    /// The same without that wait, also when it has begun.
+    void endAtOnce(ExitStatus status);
     [[nodiscard]] bool isOver() const { return over; }
     virtual void stop() = 0;
+    /// How long the server may not hear another command, for what this errand has sent.
+    [[nodiscard]] virtual std::chrono::milliseconds untilHeard() const = 0;
 
     CliOutput &output;
 
 private:
-    bool over = false;
+    void end(ExitStatus status);
+
+    bool over = false; ///< nothing is done any more
+    bool hasEnded = false;
 };

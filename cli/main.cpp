@@ -6,7 +6,7 @@
 #include "cli_output.h"
 #include "players_errand.h"
 #include "script_errand.h"
-#include "settings/ini_file.h"
+#include "settings/whole_file.h"
 #include "wrong_usage.h"
 
 #include <QCoreApplication>
@@ -23,6 +23,22 @@ namespace {
 
 using Word = CliArguments::Word;
 
+/// More than these is another kind of file, taken by mistake, or has no end.
+struct FileKind {
+    qsizetype largest; ///< in bytes
+    QLatin1StringView complaint;
+};
+
+constexpr FileKind passwordFile{qsizetype{64} * 1024, "has more than 64 KiB, and a password is shorter."_L1};
+constexpr FileKind scriptFile{qsizetype{4} * 1024 * 1024, "has more than 4 MB, which is too much for a script."_L1};
+constexpr qint64 largestSettings = qint64{64} * 1024 * 1024;
+
+void check(const QByteArray &bytes, const FileKind &kind, const QString &name)
+{
+    if (bytes.size() > kind.largest)
+        throw WrongUsage(name + u' ' + kind.complaint);
+}
+
 /// Ends the reading of the standard input without a word.
 struct Interrupted final {};
 
@@ -36,17 +52,23 @@ QByteArray standardInput()
         text.append(part.data(), static_cast<qsizetype>(count));
         if (SystemNotices::isInterrupted())
             throw Interrupted();
+        check(text, scriptFile, u"The standard input"_s);
         if (count < part.size() && (std::feof(stdin) != 0 || std::ferror(stdin) != 0))
             return text;
     }
 }
 
-QByteArray contents(const QString &path)
+QByteArray contents(const QString &path, const FileKind &kind)
 {
+    constexpr qint64 partSize = 4096; // a pipe has no size that could be looked at before
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw WrongUsage(u"%1 cannot be read: %2"_s.arg(path, file.errorString()));
-    QByteArray bytes = file.readAll();
+    QByteArray bytes;
+    for (QByteArray part = file.read(partSize); !part.isEmpty(); part = file.read(partSize)) {
+        bytes += part;
+        check(bytes, kind, path);
+    }
     if (file.error() != QFileDevice::NoError)
         throw WrongUsage(u"%1 cannot be read: %2"_s.arg(path, file.errorString()));
     return bytes;
@@ -56,7 +78,10 @@ CliServer serverOf(const CliArguments &arguments)
 {
     if (!arguments.server.isEmpty())
         return readServer(arguments.server);
-    return chooseServer(readSavedServers(IniFile(u"molvark.ini"_s).contents()).servers, arguments.saved);
+    QByteArray settings;
+    if (const std::optional<Fault> fault = readWholeFile(u"molvark.ini"_s, largestSettings, settings))
+        throw WrongUsage(u"molvark.ini in this folder cannot be read: %1"_s.arg(fault->description()));
+    return chooseServer(readSavedServers(IniText(settings)).servers, arguments.saved);
 }
 
 /// The public status needs none, but hides it where it is known.
@@ -67,7 +92,7 @@ QString passwordOf(const CliArguments &arguments, const CliServer &server)
         return environment.isEmpty() ? server.savedPassword : environment;
     std::optional<QByteArray> file;
     if (arguments.passwordFile)
-        file = contents(*arguments.passwordFile);
+        file = contents(*arguments.passwordFile, passwordFile);
     return choosePassword(file, environment, server.savedPassword);
 }
 
@@ -77,7 +102,8 @@ QList<ScriptStep> stepsOf(const CliArguments &arguments)
         return {{ScriptStep::Kind::Query, {}, {}}};
     if (!arguments.script)
         return stepsOf(arguments.commands);
-    return readScript(QString::fromUtf8(*arguments.script == "-"_L1 ? standardInput() : contents(*arguments.script)));
+    return readScript(
+        QString::fromUtf8(*arguments.script == "-"_L1 ? standardInput() : contents(*arguments.script, scriptFile)));
 }
 
 std::unique_ptr<Errand> errandOf(const CliArguments &arguments, CliOutput &output)

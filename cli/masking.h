@@ -6,7 +6,7 @@
 #include <QList>
 #include <QString>
 
-/// `text` with an asterisk for each character of the password, wherever it stands.
+/// `text` with an asterisk for each character of the password, wherever it stands; it keeps its length.
 [[nodiscard]] QString withoutPassword(QString text, const QString &password);
 
 /// The same for a reply that was gathered from several datagrams, between which a character of it may be missing.

@@ -2,6 +2,7 @@
 #include "players_errand.h"
 
 #include "cli_output.h"
+#include "masking.h"
 #include "player_text.h"
 #include "players/player_check.h"
 
@@ -27,6 +28,15 @@ QString doubtfulSlots(const QList<StatusRow> &players)
     return numbers.join(u", "_s);
 }
 
+/// The list with asterisks for the password, which a name may hold across the border of two datagrams: the rows do not
+/// tell where that was. The heading is what a list is known by, and is not shown.
+std::optional<QList<StatusRow>> maskedTable(const RconReply &reply, const QString &password)
+{
+    const qsizetype heading = reply.text.indexOf(u'\n') + 1;
+    const QString masked = withoutPassword(reply.text, reply.pieces, password); // no shorter and no longer
+    return wholeTable(reply.text.first(heading) + masked.sliced(heading), reply.pieces);
+}
+
 } // namespace
 
 void PlayersErrand::goOn()
@@ -39,7 +49,7 @@ void PlayersErrand::take(const RconReply &reply)
 {
     const ExitStatus status = statusOfReply(asked, reply.text);
     copiesLeft -= reply.copies;
-    if (const std::optional<QList<StatusRow>> players = wholeTable(reply.text, reply.pieces)) {
+    if (const std::optional<QList<StatusRow>> players = maskedTable(reply, asking.password)) {
         takePlayers(*players);
     } else if (status != ExitStatus::Done) {
         output.note(status == ExitStatus::PasswordRefused ? u"The server refused the password."_s

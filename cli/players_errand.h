@@ -38,8 +38,8 @@ public:
     WatchErrand(CliOutput &output_, const Asking &asking_, AskSchedule::Time interval_);
 
     /// It has no other end than these.
-    void interrupt() override { finish(ExitStatus::Done); }
-    void outputClosed() override { interrupt(); }
+    void interrupt() override { endAtOnce(ExitStatus::Done); }
+    void outputClosed() override { finish(ExitStatus::Done); }
 
 private:
     void goOn() override;

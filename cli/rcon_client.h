@@ -50,6 +50,8 @@ public:
 
     /// Its answer, or that there is none, comes by one of the signals. One question at a time.
     void ask(const RconQuestion &question_);
+    /// How long a strict server may not hear another command, if what went out last was one.
+    [[nodiscard]] AskSchedule::Time untilHeard() const { return schedule.untilHeard(now()); }
 
 signals:
     void answered(const RconReply &reply);

@@ -33,9 +33,12 @@ void check(const QString &command, const QString &place)
         throw WrongUsage(place + u" has characters that a server cannot read."_s);
 }
 
+constexpr QLatin1StringView sleepWord("sleep");
+
 bool isSleep(const QString &line)
 {
-    return line.section(u' ', 0, 0).compare("sleep"_L1, Qt::CaseInsensitive) == 0;
+    return line.startsWith(sleepWord, Qt::CaseInsensitive) &&
+           (line.size() == sleepWord.size() || line.at(sleepWord.size()).isSpace());
 }
 
 ScriptStep stepOf(const QString &line, const QString &place)
@@ -43,7 +46,7 @@ ScriptStep stepOf(const QString &line, const QString &place)
     if (isSleep(line))
         return {ScriptStep::Kind::Sleep,
                 {},
-                readSeconds(place + u": sleep"_s, line.section(u' ', 1).trimmed(), 0, longestSleep)};
+                readSeconds(place + u": sleep"_s, line.sliced(sleepWord.size()).trimmed(), 0, longestSleep)};
     check(line, place);
     return {ScriptStep::Kind::Command, line, {}};
 }

@@ -32,7 +32,14 @@ void ServerErrand::begin()
 
 void ServerErrand::askConsole(const QString &command, int copies)
 {
+    isConsoleAsked = true;
     client.ask(rconQuestion(command, asking.password, copies, asking.timeout));
+}
+
+// The public query is not counted like a command.
+std::chrono::milliseconds ServerErrand::untilHeard() const
+{
+    return isConsoleAsked ? client.untilHeard() : std::chrono::milliseconds(0);
 }
 
 void ServerErrand::endUnanswered(const QString &why)

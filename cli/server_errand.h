@@ -29,6 +29,7 @@ protected:
     virtual void take(const RconReply &reply) = 0;
     virtual void takeSilence() = 0;
     void stop() override { client.close(); }
+    [[nodiscard]] std::chrono::milliseconds untilHeard() const override;
     void ask(const RconQuestion &question) { client.ask(question); }
     /// The same for a console command.
     void askConsole(const QString &command, int copies);
@@ -39,4 +40,5 @@ private:
     void endUnanswered(const QString &why);
 
     RconClient client;
+    bool isConsoleAsked = false;
 };

@@ -37,6 +37,12 @@ QStringView firstWord(QStringView command)
     return rest.first(end - rest.begin());
 }
 
+// Any name may follow, so in the answer to another command a player may stand there who calls himself like this.
+bool findsNoBan(QStringView command, QStringView line)
+{
+    return begins(firstWord(command), "unban"_L1) && begins(line, "no banned user has name"_L1);
+}
+
 bool tellsUsage(QStringView command, QStringView line)
 {
     if (says(line, "usage"_L1))
@@ -90,7 +96,7 @@ Verdict verdictOfReply(QStringView command, QStringView reply)
         return Verdict::PasswordRefused;
     if (says(line, "Unknown command"_L1))
         return Verdict::UnknownCommand;
-    if (namesNoPlayer(line))
+    if (namesNoPlayer(line) || findsNoBan(command, line))
         return Verdict::NoSuchPlayer;
     return tellsUsage(command, line) ? Verdict::Usage : Verdict::Answered;
 }

@@ -145,6 +145,20 @@ private slots:
             QVERIFY2(text.contains(u"never an argument"_s) && !text.contains(u"hush"_s), qPrintable(text));
         }
         QVERIFY(!complaint({u"--secret=hush"_s, u"status"_s}).contains(u"hush"_s));
+        for (const auto &word : {u"-phush"_s, u"-p=hush"_s, u"-Phush"_s, u"-p"_s, u"--rconpass=hush"_s,
+                                 u"--PASSWORD=hush"_s, u"--rcon-password"_s, u"-rconpass"_s}) {
+            const QString text = complaint({word, u"status"_s});
+            QVERIFY2(text.contains(u"never an argument"_s) && !text.contains(u"hush"_s), qPrintable(word));
+        }
+    }
+
+    void ofAShortOptionOnlyTheLetterIsRepeated()
+    {
+        for (const auto &word : {u"-xhush"_s, u"-hhush"_s, u"-x=hush"_s}) {
+            const QString text = complaint({word, u"status"_s});
+            QVERIFY2(text.startsWith(u"There is no option "_s + word.first(2)) && !text.contains(u"hush"_s),
+                     qPrintable(text));
+        }
     }
 
     void helpAndVersionAreNotices()

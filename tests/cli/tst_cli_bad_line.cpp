@@ -6,6 +6,19 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// What the server lets go past without an answer.
+void collectDropped(PracticeServer &server, QStringList &dropped)
+{
+    QObject::connect(&server, &PracticeServer::happened, &server, [&dropped](const QString &line) {
+        if (line.contains(u"not answered"_s))
+            dropped.append(line);
+    });
+}
+
+} // namespace
+
 /// The program without a window and a server that makes it hard, over a line that loses things.
 class CliBadLineTest final : public QObject {
     Q_OBJECT
@@ -17,10 +30,7 @@ private slots:
     {
         CliWithServer it(PracticeOptions::cod2());
         QStringList dropped;
-        QObject::connect(&it.server, &PracticeServer::happened, &it.server, [&dropped](const QString &line) {
-            if (line.contains(u"not answered"_s))
-                dropped.append(line);
-        });
+        collectDropped(it.server, dropped);
         QByteArray script;
         QByteArrayList expected;
         for (int number = 1; number <= 6; ++number) {
@@ -35,6 +45,32 @@ private slots:
         QVERIFY(it.times.last() - it.times.first() < 2 * 5 * 750); // but no slower than it must be
     }
 
+    void twoCallsInARowAreBothHeard_data()
+    {
+        QTest::addColumn<QStringList>("first");
+        QTest::addColumn<int>("status");
+        QTest::newRow("command") << QStringList{u"say"_s, u"a"_s} << 0;
+        QTest::newRow("answered whole") << QStringList{u"status"_s} << 0;
+        QTest::newRow("players") << QStringList{u"players"_s} << 0;
+        QTest::newRow("not answered") << QStringList{u"--timeout"_s, u"0.1"_s, u"say"_s, u"a"_s} << 3;
+        QTest::newRow("refused") << QStringList{u"--password-file"_s, u"wrong"_s, u"say"_s, u"a"_s} << 4;
+        QTest::newRow("check refused") << QStringList{u"--password-file"_s, u"wrong"_s, u"check"_s} << 4;
+    }
+    void twoCallsInARowAreBothHeard()
+    {
+        QFETCH(QStringList, first);
+        CliWithServer it(PracticeOptions::cod2());
+        QStringList dropped;
+        collectDropped(it.server, dropped);
+        it.cli.writeFile(u"wrong"_s, "falsch\n");
+        it.server.setLatency(first.contains(u"0.1"_s) ? 300 : 0);
+        QTEST(it.run(first).status, "status");
+        it.server.setLatency(0);
+        QCOMPARE(it.run({u"say"_s, u"b"_s}).status, 0);
+        QCOMPARE(dropped, QStringList());
+        QCOMPARE(it.server.commands().last(), "say b");
+    }
+
     void theListOfAHardServerIsReadAndItsDoubtsAreTold()
     {
         PracticeOptions options = PracticeOptions::cod2();
@@ -44,6 +80,14 @@ private slots:
         QCOMPARE(outcome.status, 0);
         QVERIFY2(outcome.errors.contains("loses a character now and then"), outcome.errors.constData());
         QVERIFY(QJsonDocument::fromJson(outcome.output).array().size() >= 38); // a line feed can be what is lost
+    }
+
+    void aBanThatIsNotThereIsNotDone()
+    {
+        CliWithServer it(PracticeOptions::cod2());
+        const CliOutcome outcome = it.run({u"unbanUser nobody"_s});
+        QCOMPARE(outcome.status, 5);
+        QVERIFY2(outcome.errors.contains("did not do it: unbanUser nobody"), outcome.errors.constData());
     }
 
     void aHardServersRefusalIsOne()

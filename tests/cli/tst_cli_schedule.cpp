@@ -146,6 +146,19 @@ private slots:
         QCOMPARE(schedule.step(1800ms), Step::Send);
     }
 
+    void aStrictServerHearsNothingFor750MillisecondsBehindACommand()
+    {
+        AskSchedule schedule;
+        schedule.begin(2, 3s);
+        QCOMPARE(schedule.untilHeard(5s), 0ms);
+        schedule.sent(5000ms);
+        schedule.sent(6000ms);
+        QCOMPARE(schedule.untilHeard(6001ms), 749ms);
+        schedule.came(6002ms, true);
+        QCOMPARE(schedule.untilHeard(6100ms), 650ms);
+        QCOMPARE(schedule.untilHeard(8000ms), 0ms);
+    }
+
     void afterSeveralCopiesTheirAnswersAreWaitedOut()
     {
         AskSchedule schedule;

@@ -3,6 +3,7 @@
 #include "cli/masking.h"
 #include "cli/script.h"
 #include "cli/wrong_usage.h"
+#include "ledger/verdict.h"
 #include "test_class.h"
 
 #include <QtTest>
@@ -53,6 +54,8 @@ private slots:
                 u"# evening\r\nsay one  two \r\n\n\tsay #1 // no comment\n  # also one\nSleep 1.5\nsleep 0\nlast"_s)),
             QStringList({u"say one  two"_s, u"say #1 // no comment"_s, u"1500"_s, u"0"_s, u"last"_s}));
         QCOMPARE(shown(readScript({})), QStringList());
+        QCOMPARE(shown(readScript(u"sleep\t1\nSLEEP \t 2\nsleeper\nsleep_time\t3"_s)),
+                 QStringList({u"1000"_s, u"2000"_s, u"sleeper"_s, u"sleep_time\t3"_s}));
     }
 
     void theLineThatCannotBeSentIsNamed()
@@ -112,12 +115,31 @@ private slots:
         row("kick all", "Bad rconpassword.^7 was kicked\n", 0);
         row("fdir *.cfg", "---\n/server.cfg\nusage: of it.cfg\n2 files listed\n", 0);
         row("g_gametype", "\"g_gametype\" is: \"dm\"\n", 0);
+        row("unbanUser Bob", "no banned user has name Bob\n", 5);
+        row("UNBANUSER \"B o b\"", "some log\nNo banned user has name B o b\n", 5);
+        row("unbanUser Bob", "unbanned 1 user(s) named Bob: no banned user has name\n", 0);
+        row("kick all", "no banned user has name Bob^7 was kicked\n", 0);
+        row("status", "map: mp_a\n  0 0 50 1 no banned user has name Bob^7 50\n", 0);
+        row("map mp_x", "Can't find map maps/mp/mp_x.d3dbsp\n", 5);
+        row("map mp_x", "Can't find map mp_x\n", 5);
+        row("map \"a b\"", "Can't find map maps/mp/a b.d3dbsp\n", 5);
+        row("map_rotate", "map_rotate...\n\ncan't find map maps/mp/mp_x.d3dbsp\n", 5);
+        row("kick all", "Can't find map x^7 was kicked\n", 0);
+        row("status", "map: mp_a\n  0 0 50 1 Can't find map x^7 50\n", 0);
     }
     void aReplyIsJudgedByTheBeginningsOfItsLines()
     {
         QFETCH(QString, command);
         QFETCH(QString, reply);
         QTEST(static_cast<int>(statusOfReply(command, reply)), "status");
+    }
+
+    void aBanThatIsNotThereIsNoSuchPlayerInTheLedgerToo()
+    {
+        QCOMPARE(verdictWord(verdictOfReply(u"unbanUser Bob", u"no banned user has name Bob\n")), u"no such player"_s);
+        QCOMPARE(verdictWord(verdictOfReply(u"kick all", u"no banned user has name Bob^7 was kicked\n")),
+                 u"answered"_s);
+        QCOMPARE(verdictWord(verdictOfReply(u"unbanUser Bob", u"unbanned 1 user(s) named Bob\n")), u"answered"_s);
     }
 
     void aPasswordBecomesAsterisks()

@@ -80,6 +80,19 @@ private slots:
         QVERIFY(complaint([] { (void)chooseServer(saved(), u"bad.example.org"_s); }).contains(u"no port"_s));
     }
 
+    void aRowWithoutAPortIsNamed()
+    {
+        const QList<SavedServer> rows{{u"good.example.org"_s, u"28960"_s, u"one"_s},
+                                      {u"none.example.org"_s, u" "_s, u"two"_s}};
+        for (const auto &wanted : {u"2"_s, u"none.example.org"_s})
+            QCOMPARE(complaint([&] { (void)chooseServer(rows, wanted); }),
+                     u"Saved server 2, \"none.example.org\", in molvark.ini in this folder has no port."_s);
+        QCOMPARE(complaint([] { (void)chooseServer(saved(), u"5"_s); }),
+                 u"Saved server 5, \"bad.example.org\", in molvark.ini in this folder: \"x\" is no port: that is a "
+                 "number from 1 to 65535."_s);
+        QCOMPARE(complaint([&] { (void)chooseServer(rows.last(1), {}); }).left(14), u"Saved server 1"_s);
+    }
+
     void withoutAWordTheOnlyOneIsMeant()
     {
         QCOMPARE(chooseServer(saved().first(1), {}).host, u"game.example.org"_s);
@@ -95,6 +108,15 @@ private slots:
         QVERIFY(
             complaint([] { (void)choosePassword(std::nullopt, {}, {}); }).startsWith(u"There is no RCON password"_s));
         QVERIFY(complaint([] { (void)choosePassword("\n", u"environment"_s, u"row"_s); }).contains(u"file is empty"_s));
+    }
+
+    void aPasswordFitsARequest()
+    {
+        QCOMPARE(choosePassword(std::nullopt, QString(1016, u'p'), {}).size(), 1016);
+        for (const QString &password : {QString(1017, u'p'), QString(5000, u'p')}) {
+            const QString text = complaint([&] { (void)choosePassword(std::nullopt, password, {}); });
+            QVERIFY2(text.contains(QString::number(password.size())) && !text.contains(u"pp"_s), qPrintable(text));
+        }
     }
 
     void oneLineEndOfAPasswordFileDoesNotCount()

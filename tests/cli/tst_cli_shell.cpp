@@ -2,6 +2,7 @@
 #include "cli/arguments.h"
 #include "test_class.h"
 
+#include <QDir>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -94,6 +95,23 @@ private slots:
         QCOMPARE(offered({u"--password-file"_s, u"mol"_s}, folder.path()), QStringList{u"molvark.ini"_s});
         QCOMPARE(offered({u"--saved"_s, u""_s}, folder.path()), QStringList({u"game.example.org"_s, u"192.0.2.7"_s}));
         QCOMPARE(offered({u"--server"_s, u""_s}, folder.path()), QStringList());
+    }
+
+    void theNameOfASavedServerIsNotCarriedOut()
+    {
+        const QTemporaryDir folder;
+        QFile file(folder.filePath(u"molvark.ini"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("[servers]\r\nserver1=\"$(touch${IFS}pwned)\"\r\nserver2=`touch${IFS}pwned`\r\n"
+                   "server3=*.ini\r\nserver4=game;touch\r\n");
+        file.close();
+        QCOMPARE(offered({u"--saved"_s, u""_s}, folder.path()),
+                 QStringList({u"\\$\\(touch\\$\\{IFS\\}pwned\\)"_s, u"\\`touch\\$\\{IFS\\}pwned\\`"_s, u"\\*.ini"_s,
+                              u"game\\;touch"_s}));
+        QCOMPARE(offered({u"--saved"_s, u"g"_s}, folder.path()), QStringList{u"game\\;touch"_s});
+        QCOMPARE(offered({u"--saved"_s, u"[g]"_s}, folder.path()), QStringList());
+        QCOMPARE(offered({u"--saved"_s, u"*"_s}, folder.path()), QStringList{u"\\*.ini"_s});
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{u"molvark.ini"_s});
     }
 };
 
