@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "book_tools.h"
 
-#include "base/numbers.h"
+#include "book/ban_lines.h"
 #include "book/book_window.h"
 #include "ledger/ledger.h"
 #include "other_windows.h"
@@ -17,15 +17,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-ListedPlayer listed(const StatusRow &row)
+constexpr int noPing = -1;
+constexpr int highestPing = 9999; // that a list has room for
+
+// Who is connecting has a word in place of a ping.
+int pingIn(const QString &text)
 {
-    return {.seen = {.guid = row.guid,
-                     .name = row.name,
-                     .address = row.address,
-                     .ping = row.ping.toInt(),
-                     .score = row.score.toInt()},
-            .num = row.num,
-            .isDamaged = row.damage != RowDamage::None};
+    bool isNumber = false;
+    const int ping = text.toInt(&isNumber);
+    return isNumber && ping >= 0 && ping <= highestPing ? ping : noPing;
 }
 
 ListedPlayer listed(const WantedPlayer &player)
@@ -37,13 +37,6 @@ ListedPlayer listed(const WantedPlayer &player)
     return same;
 }
 
-// What came late was done all the same.
-CommandVerdict verdictOf(const LedgerEntry &entry)
-{
-    const bool isLateButGood = entry.verdict == Verdict::Late && isGood(verdictOfReply(entry.command, entry.reply));
-    return {entry.number, verdictWord(entry.verdict), isGood(entry.verdict) || isLateButGood};
-}
-
 QList<RemarkedPlayer> remarks(const QList<RemarkedRow> &rows)
 {
     QList<RemarkedPlayer> players;
@@ -53,6 +46,27 @@ QList<RemarkedPlayer> remarks(const QList<RemarkedRow> &rows)
 }
 
 } // namespace
+
+CommandVerdict bookVerdict(const LedgerEntry &entry)
+{
+    const bool isLate = entry.verdict == Verdict::Late;
+    const Verdict told = isLate ? verdictOfReply(entry.command, entry.reply) : entry.verdict;
+    const bool refusesGuid = isGood(told) && entry.reply.contains("GUID is 0"_L1, Qt::CaseInsensitive);
+    if (refusesGuid && entry.command.contains("ban"_L1, Qt::CaseInsensitive))
+        return {entry.number, guidZeroVerdict, false};
+    return {entry.number, verdictWord(isLate && isGood(told) ? entry.verdict : told), isGood(told)};
+}
+
+ListedPlayer listedPlayer(const StatusRow &row)
+{
+    return {.seen = {.guid = row.guid,
+                     .name = row.name,
+                     .address = row.address,
+                     .ping = pingIn(row.ping),
+                     .score = row.score.toInt()},
+            .num = row.num,
+            .isDamaged = row.damage != RowDamage::None || !isNumbered(row)};
+}
 
 BookTools::BookTools(Services &services_, OtherWindows &others_, QWidget &window_)
     : services(services_),
@@ -72,7 +86,7 @@ void BookTools::wire(const Connecting &connecting, const Exchange &exchange, con
     connect(&exchange, &Exchange::sending, &watch, &BookWatch::takeCommand);
     connect(&exchange, &Exchange::ended, &watch, &BookWatch::takeReply);
     connect(&exchange, &Exchange::copysent, &watch, &BookWatch::sent);
-    connect(&ledger, &Ledger::judged, &watch, [this](const LedgerEntry &entry) { watch.judged(verdictOf(entry)); });
+    connect(&ledger, &Ledger::judged, &watch, [this](const LedgerEntry &entry) { watch.judged(bookVerdict(entry)); });
     wirePage(page);
     wireStatusBar(statusBar);
 }
@@ -82,7 +96,7 @@ void BookTools::wirePage(PlayersPage &page)
     connect(&page, &PlayersPage::populated, &watch, [this](const QList<StatusRow> &rows) {
         QList<ListedPlayer> players;
         for (const StatusRow &row : rows)
-            players.append(listed(row));
+            players.append(listedPlayer(row));
         watch.populated(players);
     });
     connect(&page, &PlayersPage::acting, &watch,
@@ -96,12 +110,13 @@ void BookTools::wirePage(PlayersPage &page)
             [&page](const QList<RemarkedRow> &rows) { page.showRemarks(remarks(rows)); });
 }
 
-// What is wrong with the book is more than who is there.
+// That something was put aside may stand there for long: whoever is there comes first.
 void BookTools::wireStatusBar(StatusBar &statusBar)
 {
     const auto showBook = [this, &statusBar] {
-        const QString trouble = kept.book().trouble();
-        statusBar.showBook(trouble.isEmpty() ? flagged : trouble);
+        QStringList said{flagged, kept.book().trouble()};
+        said.removeAll(QString());
+        statusBar.showBook(said.join(u". "_s));
     };
     connect(&kept.book(), &Book::statechanged, &statusBar, showBook);
     connect(&watch, &BookWatch::flaggedshown, &statusBar, [this, showBook](const QString &text) {
@@ -119,5 +134,6 @@ void BookTools::mbook_Click()
 
 void BookTools::lookUp(const WantedPlayer &wanted)
 {
-    others.showbook(kept, watch).lookUp(wanted.guid, wanted.name, wanted.address);
+    const bool isKnown = !wanted.isDamaged; // of a damaged row the name is looked for
+    others.showbook(kept, watch).lookUp(isKnown ? wanted.guid : QString(), wanted.name, wanted.address);
 }

@@ -13,9 +13,16 @@ class Ledger;
 class OtherWindows;
 class PlayersPage;
 class StatusBar;
+struct LedgerEntry;
 struct Services;
 struct StatusRow;
 struct WantedPlayer;
+
+/// What the book notes of a command. What came late was done or refused all the same.
+[[nodiscard]] CommandVerdict bookVerdict(const LedgerEntry &entry);
+
+/// A row of the list as the book takes it: without a ping that is none, and with doubt where numbers are none.
+[[nodiscard]] ListedPlayer listedPlayer(const StatusRow &row);
 
 /// The player book in the main window: it hears of lists, actions and verdicts, and tells the list of players and the
 /// status bar what it knows of them.

@@ -42,7 +42,8 @@ std::optional<BookBan> readLine(QByteArrayView line)
 
 bool isRefusal(const QString &verdict)
 {
-    constexpr std::array refusals{"password refused"_L1, "unknown command"_L1, "no such player"_L1, "usage"_L1};
+    constexpr std::array refusals{"password refused"_L1, "unknown command"_L1, "no such player"_L1, "usage"_L1,
+                                  guidZeroVerdict};
     return std::ranges::find(refusals, verdict) != refusals.end();
 }
 
@@ -70,6 +71,11 @@ QString nameInBanFile(const BookBan &ban)
     return ban.state == BookBan::Imported ? ban.name : cleanName(ban.name);
 }
 
+bool isSameServer(const QString &one, const QString &other)
+{
+    return one.compare(other, Qt::CaseInsensitive) == 0;
+}
+
 QPair<QString, QString> keyOfBan(const BookBan &ban)
 {
     return {ban.guid, foldedText(nameInBanFile(ban))};
@@ -81,7 +87,8 @@ QList<BookBan> bansLiftedWith(const QList<BookBan> &bans, const QString &server,
     const QString asItIs = foldedText(name); // that of an imported one
     QList<BookBan> lifted;
     for (const BookBan &ban : bans) {
-        const bool isThere = ban.server == server || (ban.server.isEmpty() && ban.state == BookBan::Imported);
+        const bool isThere =
+            isSameServer(ban.server, server) || (ban.server.isEmpty() && ban.state == BookBan::Imported);
         const QString found = keyOfBan(ban).second;
         const bool isNamed = found == wanted || (found == asItIs && ban.state == BookBan::Imported);
         if (isInBanFile(ban) && isThere && isNamed)
@@ -93,7 +100,8 @@ QList<BookBan> bansLiftedWith(const QList<BookBan> &bans, const QString &server,
 BanLines readBanLines(const QByteArray &file)
 {
     BanLines read;
-    for (qsizetype begin = 0; begin < file.size();) {
+    const QByteArray byteOrderMark = "\xEF\xBB\xBF"; // that an editor has put before the first line
+    for (qsizetype begin = file.startsWith(byteOrderMark) ? byteOrderMark.size() : 0; begin < file.size();) {
         const qsizetype found = file.indexOf('\n', begin);
         const qsizetype end = found < 0 ? file.size() : found;
         QByteArrayView line = QByteArrayView(file).sliced(begin, end - begin);

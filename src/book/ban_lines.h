@@ -4,6 +4,7 @@
 #include "book_records.h"
 
 #include <QByteArray>
+#include <QLatin1StringView>
 #include <QPair>
 
 /// The rules of the ban book.
@@ -15,6 +16,9 @@ struct BanFacts {
     bool isLifted = false;
 };
 
+/// What stands for the ledger's word when a server has answered that it bans no GUID 0.
+inline constexpr QLatin1StringView guidZeroVerdict("answered: GUID is 0");
+
 /// A ban is refused when the server said so, and for GUID 0, which none can ban. It is in force until that is known,
 /// and also when nobody answered: then the server may have it, and whoever looks for a ban to lift must find it.
 [[nodiscard]] BookBan::State stateOfBan(const BookBan &ban, const BanFacts &facts);
@@ -25,6 +29,9 @@ struct BanFacts {
 /// Its name in a server's ban file, by which it is lifted. One that was read from such a file is clean already: what
 /// looks like a colour code there is left of a name that had one within another.
 [[nodiscard]] QString nameInBanFile(const BookBan &ban);
+
+/// Whether it is the same one: names of hosts are written large or small.
+[[nodiscard]] bool isSameServer(const QString &one, const QString &other);
 
 /// By which two bans are the same line of a ban file: GUID and clean name, without regard to case.
 [[nodiscard]] QPair<QString, QString> keyOfBan(const BookBan &ban);
@@ -41,7 +48,7 @@ struct BanLines {
 
 /// Reads lines "GUID name" in the game's character set: a number that is not 0, one blank, and a name, in which quotes
 /// and colour codes stay. A line without these, with control characters or with more than 1,000 bytes is unreadable; an
-/// empty one is left out.
+/// empty one is left out, and so is a byte order mark.
 [[nodiscard]] BanLines readBanLines(const QByteArray &file);
 
 /// The lines of those that are in a ban file, each once, with clean names.

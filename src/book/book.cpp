@@ -2,7 +2,6 @@
 #include "book.h"
 
 #include "book_fault.h"
-#include "book_file.h"
 #include "book_store.h"
 
 #include <QDateTime>
@@ -11,6 +10,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -34,7 +34,7 @@ class BookWorker final : public QObject {
 public:
     using Reply = std::function<void()>;
     using Job = std::function<Reply(BookStore &)>;
-    using Tell = std::function<void(const QString &trouble, const Reply &reply)>;
+    using Tell = std::function<void(const QString &trouble, bool isAnew, const Reply &reply)>;
 
     void open(const QString &path_, int days_)
     {
@@ -45,11 +45,12 @@ public:
         (void)attempt([](BookStore &) -> Reply { return {}; });
     }
 
-    /// Does it; `tell` gets what is wrong with the book since then, and what is to be done afterwards.
+    /// Does it; `tell` gets what is wrong with the book since then, whether it is another one than before, and what is
+    /// to be done afterwards, which is nothing when it has failed.
     void work(const Job &job, const Tell &tell)
     {
         const Reply reply = isLate() ? Reply() : attempt(job);
-        tell(line(), reply);
+        tell(line(), std::exchange(isAnew, false), reply);
     }
 
     void close() { store.reset(); }
@@ -83,8 +84,9 @@ private:
     Reply attemptOnce(const Job &job)
     {
         if (store && !store->isThere()) {
+            store->takeLeave();
             store.reset();
-            removeBookLog(path);
+            isAnew = true;
         }
         const bool isNew = !store;
         if (isNew)
@@ -101,8 +103,10 @@ private:
         const qint64 oldest = QDateTime::currentSecsSinceEpoch() - days * secondsOfDay;
         store = std::make_unique<BookStore>(
             path, oldest, [this](qint64 waited) { return isPatient(waited); }, doubt);
-        if (!store->putAside().isEmpty())
-            notice = putAsideLine(store->putAside());
+        if (store->putAside().isEmpty())
+            return;
+        isAnew = true;
+        notice = putAsideLine(store->putAside());
     }
 
     // Who waits behind a lock is not to wait for it again and again.
@@ -122,6 +126,7 @@ private:
     int days = 0;
     QString trouble; ///< that lasts until something has been written again
     QString notice;  ///< that lasts until it is closed
+    bool isAnew = false;
     std::atomic<Clock::rep> latest = Clock::time_point::max().time_since_epoch().count();
 };
 
@@ -162,10 +167,11 @@ void Book::close()
         return;
     opened = false;
     ++openings;
-    QMetaObject::invokeMethod(worker.get(), [this, worker = worker.get()] {
+    // Once it is opened again there may be much to wait for before the thread could end.
+    QMetaObject::invokeMethod(worker.get(), [this, worker = worker.get(), closing = openings] {
         worker->close();
-        QMetaObject::invokeMethod(this, [this] {
-            if (!opened)
+        QMetaObject::invokeMethod(this, [this, closing] {
+            if (closing == openings)
                 endThread();
         });
     });
@@ -173,18 +179,22 @@ void Book::close()
     emit statechanged();
 }
 
-void Book::enqueue(const Job &job)
+void Book::enqueue(const Job &job, const Reply &failed)
 {
     if (!opened)
         return;
-    QMetaObject::invokeMethod(worker.get(), [this, worker = worker.get(), job, opening = openings] {
-        worker->work(job, [this, opening](const QString &trouble, const Reply &reply) {
-            QMetaObject::invokeMethod(this, [this, opening, trouble, reply] {
+    QMetaObject::invokeMethod(worker.get(), [this, worker = worker.get(), job, failed, opening = openings] {
+        worker->work(job, [this, opening, failed](const QString &trouble, bool isAnew, const Reply &reply) {
+            QMetaObject::invokeMethod(this, [this, opening, failed, trouble, isAnew, reply] {
                 if (opening != openings)
                     return;
                 setTrouble(trouble);
+                if (isAnew)
+                    emit begunanew();
                 if (reply)
                     reply();
+                else if (failed)
+                    failed();
             });
         });
     });

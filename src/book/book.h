@@ -30,10 +30,10 @@ public:
     [[nodiscard]] bool isOpen() const { return opened; }
 
     /// Does `work` with the book in its thread; then `done` with what it returned, in the window's thread, unless
-    /// `context` is gone or the book closed. What goes wrong is told by `statechanged`, and `done` is not called. Does
-    /// nothing while it is closed. What is not done for a lock or a full disk is not done later.
+    /// `context` is gone or the book closed. What goes wrong is told by `statechanged`; then `failed` is called and
+    /// `done` is not. Does nothing while it is closed. What is not done for a lock or a full disk is not done later.
     template <typename Work, typename Done>
-    void ask(Work work, QObject *context, Done done);
+    void ask(Work work, QObject *context, Done done, const std::function<void()> &failed = {});
     template <typename Work>
     void tell(Work work);
 
@@ -43,13 +43,16 @@ public:
 signals:
     /// It was opened or closed, something went wrong or is right again.
     void statechanged();
+    /// Another file has taken the place of the one that was there: no number of a player, note or action holds any
+    /// more.
+    void begunanew();
 
 private:
     /// What is to be done in the window's thread afterwards.
     using Reply = std::function<void()>;
     using Job = std::function<Reply(BookStore &)>;
 
-    void enqueue(const Job &job);
+    void enqueue(const Job &job, const Reply &failed = {});
     void setTrouble(const QString &trouble);
     void endThread();
 
@@ -61,23 +64,31 @@ private:
 };
 
 template <typename Work, typename Done>
-void Book::ask(Work work, QObject *context, Done done)
+void Book::ask(Work work, QObject *context, Done done, const std::function<void()> &failed)
 {
-    enqueue([work = std::move(work), done = std::move(done),
-             context = QPointer<QObject>(context)](BookStore &store) -> Reply {
-        if constexpr (std::is_void_v<std::invoke_result_t<const Work &, BookStore &>>) {
-            work(store);
-            return [done, context] {
-                if (context)
-                    done();
-            };
-        } else {
-            return [done, context, result = work(store)] {
-                if (context)
-                    done(result);
-            };
-        }
-    });
+    Reply unlessGone;
+    if (failed)
+        unlessGone = [failed, context = QPointer<QObject>(context)] {
+            if (context)
+                failed();
+        };
+    enqueue(
+        [work = std::move(work), done = std::move(done),
+         context = QPointer<QObject>(context)](BookStore &store) -> Reply {
+            if constexpr (std::is_void_v<std::invoke_result_t<const Work &, BookStore &>>) {
+                work(store);
+                return [done, context] {
+                    if (context)
+                        done();
+                };
+            } else {
+                return [done, context, result = work(store)] {
+                    if (context)
+                        done(result);
+                };
+            }
+        },
+        unlessGone);
 }
 
 template <typename Work>

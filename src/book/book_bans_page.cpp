@@ -27,8 +27,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 largestFile = 16 * 1024 * 1024; // bytes; of ban files the greatest have a hundredth of it
-constexpr qsizetype mostNamed = 15;              // bans in a box
+constexpr qint64 largestFile = 1024 * 1024; // bytes: some 30,000 bans
+constexpr qsizetype mostNamed = 15;         // bans in a box
 
 QString banText(const BookBan &ban)
 {
@@ -41,6 +41,13 @@ QString countOf(qsizetype count, const QString &one, const QString &many)
 {
     return count == 1 ? u"1 "_s + one : QString::number(count) + u' ' + many;
 }
+
+/// What came of an import.
+struct ImportOutcome {
+    int taken = 0;
+    qsizetype read = 0;
+    int unreadable = 0;
+};
 
 } // namespace
 
@@ -59,7 +66,7 @@ BookBansPage::BookBansPage(Book &book_, BookWatch &watch_, const Services &servi
         offer();
     });
     connect(bans, &BanListModel::reasonedited, this, [this](qint64 action, const QString &reason) {
-        book.tell([action, reason](BookStore &store) { store.setReason(action, reason); });
+        watch.write([action, reason](BookStore &store) { store.setReason(action, reason); });
     });
     connect(&watch, &BookWatch::serverchanged, this, &BookBansPage::offer);
     connect(ui->cmdunban, &QPushButton::clicked, this, &BookBansPage::cmdunban_Click);
@@ -119,7 +126,7 @@ QString BookBansPage::obstacle(const BookBan &ban) const
         return u"This ban cannot be lifted by a command: it has no name. Remove its line from the server's ban file."_s;
     if (watch.server().isEmpty())
         return u"Connect to the server to lift this ban."_s;
-    if (!ban.server.isEmpty() && ban.server != watch.server())
+    if (!ban.server.isEmpty() && !isSameServer(ban.server, watch.server()))
         return u"Connect to %1 to lift this ban: it was done there."_s.arg(ban.server);
     return {};
 }
@@ -155,6 +162,9 @@ void BookBansPage::cmdunban_Click()
 void BookBansPage::confirmUnban(const QString &server, const QString &name, const QList<BookBan> &lifted)
 {
     QStringList lines;
+    QList<qint64> actions;
+    for (const BookBan &ban : lifted)
+        actions.append(ban.action);
     for (const BookBan &ban : lifted.first(std::min(lifted.size(), mostNamed)))
         lines.append(banText(ban));
     if (lifted.size() > mostNamed)
@@ -162,24 +172,24 @@ void BookBansPage::confirmUnban(const QString &server, const QString &name, cons
     const Answer answer =
         services.prompts.ask({u"Unban"_s,
                               u"The server %1 lifts all bans of the name %2. In the book that is:\r%3\rUnban?"_s.arg(
-                                  server, cleanName(name), lines.join(u'\r')),
+                                  server, shownName(name), lines.join(u'\r')),
                               BoxIcon::Question, BoxButtons::YesNo});
     if (answer == Answer::Yes && server == watch.server() && book.isOpen())
-        unban(server, name);
+        unban(name, actions);
 }
 
 // Sent as other commands are, up to five times until there is an answer: a second copy does no harm, because what is
 // lifted is lifted, and one that is lost would leave the ban in force.
-void BookBansPage::unban(const QString &server, const QString &name)
+void BookBansPage::unban(const QString &name, const QList<qint64> &actions)
 {
     const QString command = unbanCommand(name);
     const QPointer<BookBansPage> page(this);
-    watch.follow(command, {.sent = {}, .judged = [page, server, name](const CommandVerdict &verdict) {
+    watch.follow(command, {.sent = {}, .judged = [page, name, actions](const CommandVerdict &verdict) {
                                if (page)
-                                   page->takeVerdict(server, name, verdict);
+                                   page->takeVerdict(name, actions, verdict);
                            }});
     isUnbanning = true;
-    const QString asking = u"Asking the server to lift the bans of %1..."_s.arg(cleanName(name));
+    const QString asking = u"Asking the server to lift the bans of %1..."_s.arg(shownName(name));
     outcome = asking;
     offer();
     const Conversation talk(services);
@@ -190,15 +200,16 @@ void BookBansPage::unban(const QString &server, const QString &name)
     offer();
 }
 
-void BookBansPage::takeVerdict(const QString &server, const QString &name, const CommandVerdict &verdict)
+// Those that were named before; what was banned since then came behind the command.
+void BookBansPage::takeVerdict(const QString &name, const QList<qint64> &actions, const CommandVerdict &verdict)
 {
     if (!verdict.isTaken) {
-        outcome = u"The bans of %1 have not been lifted: %2."_s.arg(cleanName(name), verdict.word);
+        outcome = u"The bans of %1 have not been lifted: %2."_s.arg(shownName(name), verdict.word);
         offer();
         return;
     }
-    book.tell([server, name](BookStore &store) { store.lift(server, name); });
-    outcome = u"The server has lifted the bans of %1: %2."_s.arg(cleanName(name), verdict.word);
+    watch.write([actions](BookStore &store) { store.lift(actions); });
+    outcome = u"The server has lifted the bans of %1: %2."_s.arg(shownName(name), verdict.word);
     offer();
     reload();
 }
@@ -208,24 +219,44 @@ void BookBansPage::cmdbanimport_Click()
     const QString name = services.prompts.askFileToRead(u"Import bans"_s, u"Ban files (*.txt *.ban);;All files (*)"_s);
     if (name.isEmpty())
         return;
+    const QString title = u"Import bans"_s;
+    const QString failed = u"Error reading file, err %1\rNothing imported"_s;
+    if (const std::optional<Fault> fault = faultOfNoFile(name))
+        return services.prompts.refuse(failed.arg(fault->number()), title);
     QFile file(name);
     clearSystemError();
-    if (!file.open(QIODevice::ReadOnly) || file.size() > largestFile)
+    const bool isThere = file.open(QIODevice::ReadOnly);
+    const QByteArray bytes = isThere ? file.read(largestFile + 1) : QByteArray();
+    if (!isThere || file.error() != QFileDevice::NoError)
+        return services.prompts.refuse(failed.arg(lastSystemError(file.errorString()).number()), title);
+    if (bytes.size() > largestFile)
         return services.prompts.refuse(
-            u"Error reading file, err %1\rNothing imported"_s.arg(lastSystemError(file.errorString()).number()),
-            u"Import bans"_s);
-    const BanLines lines = readBanLines(file.readAll());
+            u"This file is larger than 1 MB, and no server's list of bans\rNothing imported"_s, title);
+    importBans(bytes);
+}
+
+void BookBansPage::importBans(const QByteArray &file)
+{
     const qint64 now = services.clock.now().toSecsSinceEpoch();
-    book.ask([read = lines.bans, now](BookStore &store) { return store.importBans(read, now); }, this,
-             [this, lines](int taken) {
-                 outcome = u"%1 of %2 taken over, the others were in the book already."_s.arg(
-                     QString::number(taken), countOf(lines.bans.size(), u"ban"_s, u"bans"_s));
-                 if (lines.unreadable > 0)
-                     outcome += u" "_s + countOf(lines.unreadable, u"line is"_s, u"lines are"_s) +
-                                u" not a GUID and a name, and left out."_s;
-                 offer();
-                 reload();
-             });
+    book.ask(
+        [file, now](BookStore &store) {
+            const BanLines lines = readBanLines(file);
+            return ImportOutcome{store.importBans(lines.bans, now), lines.bans.size(), lines.unreadable};
+        },
+        this,
+        [this](const ImportOutcome &lines) {
+            outcome = u"%1 of %2 taken over, the others were in the book already."_s.arg(
+                QString::number(lines.taken), countOf(lines.read, u"ban"_s, u"bans"_s));
+            if (lines.unreadable > 0)
+                outcome += u" "_s + countOf(lines.unreadable, u"line is"_s, u"lines are"_s) +
+                           u" not a GUID and a name, and left out."_s;
+            offer();
+            reload();
+        },
+        [this] {
+            outcome = u"Nothing has been taken over: the book could not be written."_s;
+            offer();
+        });
 }
 
 void BookBansPage::cmdbanexport_Click()

@@ -35,9 +35,10 @@ private:
     void offer();
     void cmdunban_Click();
     void confirmUnban(const QString &server, const QString &name, const QList<BookBan> &bans);
-    void unban(const QString &server, const QString &name);
-    void takeVerdict(const QString &server, const QString &name, const CommandVerdict &verdict);
+    void unban(const QString &name, const QList<qint64> &actions);
+    void takeVerdict(const QString &name, const QList<qint64> &actions, const CommandVerdict &verdict);
     void cmdbanimport_Click();
+    void importBans(const QByteArray &file);
     void cmdbanexport_Click();
 
     Book &book;

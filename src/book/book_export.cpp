@@ -49,16 +49,20 @@ QJsonObject actionObject(const BookAction &action)
             {u"reason"_s, action.reason}};
 }
 
-QJsonObject pingObject(const BookPing &ping)
+QJsonObject sightingObject(const BookSighting &sighting)
 {
-    return {{u"time"_s, bookTime(ping.time)}, {u"ping"_s, ping.ping}};
+    QJsonObject object{
+        {u"time"_s, bookTime(sighting.time)}, {u"server"_s, sighting.server}, {u"score"_s, sighting.score}};
+    if (sighting.ping >= 0)
+        object.insert(u"ping"_s, sighting.ping);
+    return object;
 }
 
 } // namespace
 
 QByteArray pageJson(const BookPage &page)
 {
-    const QJsonObject object{
+    QJsonObject object{
         {u"name"_s, page.player.name},
         {u"guid"_s, page.player.guid},
         {u"firstSeen"_s, bookTime(page.player.firstSeen)},
@@ -69,8 +73,12 @@ QByteArray pageJson(const BookPage &page)
         {u"addresses"_s, array(page.addresses, aliasObject)},
         {u"notes"_s, array(page.notes, noteObject)},
         {u"actions"_s, array(page.actions, actionObject)},
-        {u"pings"_s, array(page.pings, pingObject)},
+        {u"sightings"_s, array(page.sightings, sightingObject)},
     };
+    if (!page.nobodyName.isEmpty() || !page.nobodyAddress.isEmpty()) {
+        object.insert(u"keptByName"_s, page.nobodyName);
+        object.insert(u"keptByAddress"_s, page.nobodyAddress);
+    }
     return QJsonDocument(object).toJson();
 }
 

@@ -6,7 +6,8 @@
 #include <QByteArray>
 #include <QStringList>
 
-/// Everything about one player as JSON, in UTF-8. Times are in UTC, as ISO 8601 has them.
+/// Everything about one player as JSON, in UTF-8. Times are in UTC, as ISO 8601 has them. A sighting without a ping has
+/// no such key, and who has a GUID of his own is kept by that alone.
 [[nodiscard]] QByteArray pageJson(const BookPage &page);
 
 /// A table with its head as comma-separated lines in UTF-8 that end in CR LF: every item in double quotes, those inside

@@ -4,16 +4,20 @@
 #include "book_database.h"
 #include "book_text.h"
 
+#include <QHash>
 #include <QStringList>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr qint64 visitGap = 1800; // seconds; who has not been seen for so long comes anew
-constexpr QChar apart = u'\x1F';  // between the texts that a player is found by; no search key has it
+constexpr qsizetype longestKey = 1000;
+constexpr qsizetype longestFoundBy = 32'768;
+constexpr QChar apart = u'\x1F'; // between the texts that a player is found by; no search key has it
 
 /// A player as the book has him.
 struct Record {
@@ -45,11 +49,43 @@ Record recordOf(BookDatabase &database, const BookIdentity &identity)
             .foundBy = row.text(7)};
 }
 
-void addKey(QString &foundBy, const QString &text)
+/// The oldest give way: a server that invents names is not to make every list slower than the one before.
+void addKey(QString &foundBy, const QString &guid, const QString &text)
 {
-    const QString key = searchKey(text) + apart;
-    if (!foundBy.contains(apart + key))
-        foundBy += key;
+    const QString key = searchKey(text.left(longestKey)) + apart;
+    if (foundBy.isEmpty())
+        foundBy = apart + guid + apart;
+    if (foundBy.contains(apart + key))
+        return;
+    foundBy += key;
+    if (foundBy.size() <= longestFoundBy)
+        return;
+    const qsizetype afterGuid = foundBy.indexOf(apart, 1) + 1;
+    const qsizetype kept = foundBy.indexOf(apart, foundBy.size() - longestFoundBy / 2);
+    foundBy = foundBy.first(afterGuid) + foundBy.sliced(kept + 1);
+}
+
+/// The rows of a list that are about the same player.
+struct RowsOfOne {
+    BookIdentity identity;
+    QList<qsizetype> places;
+};
+
+QList<RowsOfOne> gathered(const QList<SeenPlayer> &players)
+{
+    QList<RowsOfOne> all;
+    QHash<QString, qsizetype> places;
+    for (qsizetype at = 0; at < players.size(); ++at) {
+        const SeenPlayer &seen = players.at(at);
+        const BookIdentity identity(seen.guid, seen.name, seen.address);
+        const qsizetype place = places.value(identity.key(), all.size());
+        if (place == all.size()) {
+            places.insert(identity.key(), place);
+            all.append({identity, {}});
+        }
+        all[place].places.append(at);
+    }
+    return all;
 }
 
 class Feeder final {
@@ -63,34 +99,44 @@ public:
                      {server, feed.time, feed.count, feed.map, feed.gameType});
     }
 
-    KnownPlayer take(const SeenPlayer &seen)
+    /// Takes all rows of one player, so that what is known of him is read and written once.
+    KnownPlayer take(const RowsOfOne &rows)
     {
-        const QString address = withoutPort(seen.address);
-        const BookIdentity identity(seen.guid, seen.name, address);
+        const BookIdentity &identity = rows.identity;
         Record record = recordOf(database, identity);
         const bool hasCome = record.player == 0 || qAbs(feed.time - record.lastSeen) >= visitGap;
         if (hasCome) {
             record.visitBegan = feed.time;
             ++record.visits;
         }
-        record.foundBy = record.foundBy.isEmpty() ? apart + identity.guid() + apart : record.foundBy;
-        addKey(record.foundBy, seen.name);
-        addKey(record.foundBy, address);
+        QStringList names;
+        QStringList addresses;
+        for (const qsizetype place : rows.places) {
+            names.append(feed.players.at(place).name);
+            addresses.append(withoutPort(feed.players.at(place).address));
+        }
+        names.removeDuplicates();
+        addresses.removeDuplicates();
+        for (const QString &text : names + addresses)
+            addKey(record.foundBy, identity.guid(), text);
+        const SeenPlayer &seen = feed.players.at(rows.places.last());
         write(record, identity, seen.name);
 
         const auto see = [&](const QString &sql, const QString &text) {
             database.run(sql, {record.player, text, feed.time, feed.time, hasCome ? 1 : 0, record.visitBegan});
         };
-        see(seesName, seen.name);
-        if (!address.isEmpty())
+        for (const QString &name : std::as_const(names))
+            see(seesName, name);
+        addresses.removeAll(QString());
+        for (const QString &address : std::as_const(addresses))
             see(seesAddress, address);
         database.run(u"INSERT INTO sightings (player, time, server, ping, score) VALUES (?, ?, ?, ?, ?)"
                      " ON CONFLICT DO UPDATE SET ping = excluded.ping, score = excluded.score"_s,
                      {record.player, feed.time, server, seen.ping, seen.score});
         return {.player = record.player,
-                .guid = identity.guid(),
-                .name = seen.name,
-                .address = address,
+                .guid = {},
+                .name = {},
+                .address = {},
                 .hasNote = record.hasNote,
                 .isFlagged = record.isFlagged,
                 .hasCome = hasCome};
@@ -147,15 +193,23 @@ QVariantList identityOf(BookDatabase &database, qint64 player)
 QList<KnownPlayer> feedBook(BookDatabase &database, const BookFeed &feed)
 {
     Feeder feeder(database, feed);
-    QList<KnownPlayer> known;
-    for (const SeenPlayer &seen : feed.players)
-        known.append(feeder.take(seen));
+    QList<KnownPlayer> known(feed.players.size());
+    for (const RowsOfOne &rows : gathered(feed.players)) {
+        KnownPlayer player = feeder.take(rows);
+        for (const qsizetype place : rows.places) {
+            player.guid = feed.players.at(place).guid;
+            player.name = feed.players.at(place).name;
+            player.address = withoutPort(feed.players.at(place).address);
+            known[place] = player;
+            player.hasCome = false; // he comes once
+        }
+    }
     return known;
 }
 
 qint64 numberOfServer(BookDatabase &database, const QString &address)
 {
-    const qint64 known = database.number(u"SELECT server FROM servers WHERE address = ?"_s, {address});
+    const qint64 known = database.number(u"SELECT server FROM servers WHERE address = ? COLLATE NOCASE"_s, {address});
     if (known > 0)
         return known;
     database.run(u"INSERT INTO servers (address) VALUES (?)"_s, {address});

@@ -15,6 +15,8 @@ public:
     /// GUID, name and address; the last two are empty when he has a GUID of his own.
     [[nodiscard]] QVariantList values() const { return {number, nobodyName, nobodyAddress}; }
     [[nodiscard]] const QString &guid() const { return number; }
+    /// The three in one text.
+    [[nodiscard]] QString key() const { return number + u'\x1F' + nobodyName + u'\x1F' + nobodyAddress; }
 
 private:
     QString number;

@@ -129,8 +129,20 @@ bool hasBookJournal(const QString &path)
     return QFileInfo(path + journalEnding).size() > 0;
 }
 
-void removeBookLog(const QString &path)
+QByteArrayList companionIdentities(const QString &path)
 {
+    QByteArrayList all;
     for (const QLatin1StringView companion : companions)
-        QFile::remove(path + companion);
+        all.append(fileIdentity(path + companion));
+    return all;
+}
+
+void removeCompanions(const QString &path, const QByteArrayList &identities)
+{
+    const QByteArrayList now = companionIdentities(path);
+    for (std::size_t at = 0; at < companions.size(); ++at) {
+        const auto place = static_cast<qsizetype>(at);
+        if (!now.at(place).isEmpty() && now.at(place) == identities.value(place))
+            QFile::remove(path + companions.at(at));
+    }
 }

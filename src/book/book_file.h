@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QByteArrayList>
 #include <QString>
 #include <QStringList>
 
@@ -36,5 +37,9 @@ QString putBookAside(const QString &path);
 /// Whether a change was broken off while the book had no log yet. Only who may write can take that back.
 [[nodiscard]] bool hasBookJournal(const QString &path);
 
-/// Removes what is left of a book whose file has been taken away while it was open.
-void removeBookLog(const QString &path);
+/// By which the files that belong to the book are known again, each of them.
+[[nodiscard]] QByteArrayList companionIdentities(const QString &path);
+
+/// Removes those that are left of a book whose file has been taken away while it was open, and no others: another book
+/// that has been put in its place may have come with its own.
+void removeCompanions(const QString &path, const QByteArrayList &identities);

@@ -18,6 +18,7 @@
 
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QTextDocument>
 
 #include <algorithm>
 #include <limits>
@@ -26,7 +27,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int pageSize = 200; // players that are asked for at a time
+constexpr int pageSize = 200;           // players that are asked for at a time
+constexpr int mostAliases = 1000;       // in a list
+constexpr qsizetype longestText = 1000; // characters of an item; painting a very long one takes seconds
 
 /// Something in a list that has a number in the book.
 class NumberedItem final : public QListWidgetItem {
@@ -59,9 +62,15 @@ const NumberedItem *current(const QListWidget &list)
     return static_cast<const NumberedItem *>(list.currentItem());
 }
 
+/// A player chooses his name: what looks like a mark-up in it is none.
+QString plainTip(const QString &text)
+{
+    return Qt::convertFromPlainText(text.left(longestText), Qt::WhiteSpaceNormal);
+}
+
 QString aliasText(const BookAlias &alias)
 {
-    return alias.text +
+    return alias.text.left(longestText) +
            u"  (%1 to %2, %3)"_s.arg(shownTime(alias.firstSeen), shownTime(alias.lastSeen),
                                      alias.times == 1 ? u"once"_s : QString::number(alias.times) + u" times"_s);
 }
@@ -69,7 +78,7 @@ QString aliasText(const BookAlias &alias)
 QListWidgetItem *newAlias(const BookAlias &alias)
 {
     auto *item = new QListWidgetItem(aliasText(alias));
-    item->setToolTip(aliasText(alias));
+    item->setToolTip(plainTip(aliasText(alias)));
     return item;
 }
 
@@ -80,7 +89,7 @@ QString actionText(const BookAction &action)
         text += u", automatic"_s;
     if (action.isMaybe)
         text += u", maybe"_s;
-    text += u" on %1, slot %2 as %3"_s.arg(action.server, action.num, action.name);
+    text += u" on %1, slot %2 as %3"_s.arg(action.server, action.num, action.name.left(longestText));
     if (!action.verdict.isEmpty())
         text += u": "_s + action.verdict;
     return action.reason.isEmpty() ? text : text + u" ("_s + action.reason + u')';
@@ -98,16 +107,18 @@ void refill(QListWidget &list, const QList<Each> &all, const Text &text)
     list.setCurrentRow(std::min(row, list.count() - 1));
 }
 
-PlotData pingPlot(const QList<BookPing> &pings)
+PlotData pingPlot(const QList<BookSighting> &sightings)
 {
     PlotData plot;
     plot.unit = u"ms"_s;
     plot.most = 400; // 999 is that of a player who does not answer
-    for (const BookPing &ping : pings)
-        plot.points.append({.time = ping.time, .value = ping.ping});
-    if (!pings.isEmpty()) {
-        plot.from = pings.first().time;
-        plot.to = std::max(pings.last().time, plot.from + 3600);
+    for (const BookSighting &sighting : sightings) {
+        if (sighting.ping >= 0)
+            plot.points.append({.time = sighting.time, .value = sighting.ping});
+    }
+    if (!plot.points.isEmpty()) {
+        plot.from = plot.points.first().time;
+        plot.to = std::max(plot.points.last().time, plot.from + 3600);
     }
     return plot;
 }
@@ -171,8 +182,10 @@ void BookPlayersPage::wireButtons()
     connect(ui->cmdbooknotedelete, &QPushButton::clicked, this, &BookPlayersPage::cmdbooknotedelete_Click);
     connect(ui->txtbookreason, &QLineEdit::returnPressed, ui->cmdbookreason, &QPushButton::click);
     connect(ui->cmdbookreason, &QPushButton::clicked, this, &BookPlayersPage::cmdbookreason_Click);
-    connect(ui->chkbookflag, &QCheckBox::clicked, this,
-            [this](bool on) { change([player = chosen, on](BookStore &store) { store.setFlag(player, on); }); });
+    connect(ui->chkbookflag, &QCheckBox::clicked, this, [this](bool on) {
+        change([player = shown, on](BookStore &store) { store.setFlag(player, on); }, {},
+               [this] { reload(); }); // the box says what is in the book
+    });
     connect(ui->cmdbookforget, &QPushButton::clicked, this, &BookPlayersPage::cmdbookforget_Click);
     connect(ui->cmdbookjson, &QPushButton::clicked, this, &BookPlayersPage::cmdbookjson_Click);
     connect(ui->cmdbookcsv, &QPushButton::clicked, this, &BookPlayersPage::cmdbookcsv_Click);
@@ -182,9 +195,11 @@ void BookPlayersPage::wireButtons()
 void BookPlayersPage::search()
 {
     const int mine = ++*newest;
-    const int wanted = std::max(pageSize, found->rowCount());
-    book.ask([newest = newest, mine, wanted, text = ui->txtbooksearch->text()](
-                 BookStore &store) { return *newest == mine ? store.search(text, 0, wanted) : QList<BookPlayer>(); },
+    const QString text = ui->txtbooksearch->text();
+    const int wanted = text == searched ? std::max(pageSize, found->rowCount()) : pageSize;
+    searched = text;
+    book.ask([newest = newest, mine, wanted,
+              text](BookStore &store) { return *newest == mine ? store.search(text, 0, wanted) : QList<BookPlayer>(); },
              this,
              [this, mine, wanted](const QList<BookPlayer> &players) {
                  if (*newest == mine)
@@ -226,23 +241,32 @@ void BookPlayersPage::selectChosen()
 
 void BookPlayersPage::choose(qint64 player)
 {
-    if (player == chosen)
+    if (player == chosen && player == shown)
         return;
+    startAnew();
     chosen = player;
     missing.clear();
-    ui->txtbooknote->clear();
     reload();
+}
+
+// Nothing can be done to the one who is still shown when another has been chosen.
+void BookPlayersPage::startAnew()
+{
+    shown = 0;
+    ui->txtbooknote->clear();
+    offer();
 }
 
 void BookPlayersPage::reload()
 {
-    if (isBeingEdited(*ui->lstbooknotes))
+    if (shown != 0 && chosen == shown && isBeingEdited(*ui->lstbooknotes))
         return;
     if (chosen == 0)
         return fill({});
-    book.ask([player = chosen](BookStore &store) { return store.page(player); }, this,
+    book.ask([player = chosen](BookStore &store) { return store.page(player, mostAliases); }, this,
              [this, player = chosen](const std::optional<BookPage> &page) {
-                 if (player == chosen)
+                 const bool isEdited = player == shown && isBeingEdited(*ui->lstbooknotes);
+                 if (player == chosen && !isEdited)
                      fill(page);
              });
 }
@@ -251,21 +275,22 @@ void BookPlayersPage::fill(const std::optional<BookPage> &page)
 {
     if (!page)
         chosen = 0;
-    const BookPage shown = page.value_or(BookPage());
-    refill(*ui->lstbooknames, shown.names, newAlias);
-    refill(*ui->lstbookaddresses, shown.addresses, newAlias);
-    fillNotes(shown.notes);
-    fillActions(shown.actions);
-    ui->pltbookping->setData(pingPlot(shown.pings));
-    ui->chkbookflag->setChecked(shown.player.isFlagged);
+    shown = chosen;
+    const BookPage about = page.value_or(BookPage());
+    refill(*ui->lstbooknames, about.names, newAlias);
+    refill(*ui->lstbookaddresses, about.addresses, newAlias);
+    fillNotes(about.notes);
+    fillActions(about.actions);
+    ui->pltbookping->setData(pingPlot(about.sightings));
+    ui->chkbookflag->setChecked(about.player.isFlagged);
     QString who = missing.isEmpty() ? u"Choose a player to see what the book has about him."_s
-                                    : cleanName(missing) + u" is not in the book yet."_s;
+                                    : shownName(missing) + u" is not in the book yet."_s;
     if (page)
-        who = cleanName(shown.player.name) + u", GUID "_s + shown.player.guid;
+        who = shownName(about.player.name) + u", GUID "_s + about.player.guid;
     ui->lblbookplayer->setText(who);
     offer();
     if (page)
-        emit remarkchanged(shown.player.player, !shown.notes.isEmpty(), shown.player.isFlagged);
+        emit remarkchanged(about.player.player, !about.notes.isEmpty(), about.player.isFlagged);
 }
 
 void BookPlayersPage::fillNotes(const QList<BookNote> &notes)
@@ -275,7 +300,7 @@ void BookPlayersPage::fillNotes(const QList<BookNote> &notes)
     refill(*ui->lstbooknotes, notes, [](const BookNote &note) {
         auto *item = new NumberedItem(shownTime(note.time) + u"  "_s + note.text, note.text, note.note);
         item->setFlags(item->flags() | Qt::ItemIsEditable);
-        item->setToolTip(note.text);
+        item->setToolTip(plainTip(note.text));
         return item;
     });
     selectNumber(*ui->lstbooknotes, number);
@@ -288,7 +313,7 @@ void BookPlayersPage::fillActions(const QList<BookAction> &actions)
     const QString typed = ui->txtbookreason->text();
     refill(*ui->lstbookactions, actions, [](const BookAction &action) {
         auto *item = new NumberedItem(actionText(action), action.reason, action.action);
-        item->setToolTip(actionText(action));
+        item->setToolTip(plainTip(actionText(action)));
         return item;
     });
     selectNumber(*ui->lstbookactions, number);
@@ -299,23 +324,24 @@ void BookPlayersPage::fillActions(const QList<BookAction> &actions)
 
 void BookPlayersPage::offer()
 {
-    const bool isSomebody = chosen != 0;
+    const bool isSomebody = shown != 0;
     for (QWidget *control :
          std::initializer_list<QWidget *>{ui->chkbookflag, ui->cmdbookforget, ui->cmdbookjson, ui->txtbooknote})
         control->setEnabled(isSomebody);
-    ui->cmdbooknote->setEnabled(isSomebody && !ui->txtbooknote->text().trimmed().isEmpty());
-    ui->cmdbooknotedelete->setEnabled(current(*ui->lstbooknotes) != nullptr);
-    ui->txtbookreason->setEnabled(current(*ui->lstbookactions) != nullptr);
-    ui->cmdbookreason->setEnabled(current(*ui->lstbookactions) != nullptr);
+    ui->cmdbooknote->setEnabled(isSomebody && !isNoting && !ui->txtbooknote->text().trimmed().isEmpty());
+    ui->cmdbooknotedelete->setEnabled(isSomebody && current(*ui->lstbooknotes) != nullptr);
+    ui->txtbookreason->setEnabled(isSomebody && current(*ui->lstbookactions) != nullptr);
+    ui->cmdbookreason->setEnabled(isSomebody && current(*ui->lstbookactions) != nullptr);
 }
 
 void BookPlayersPage::lookUp(const QString &guid, const QString &name, const QString &address)
 {
     ui->txtbooksearch->setText(isNobodysGuid(guid) ? cleanName(name) : guid);
+    startAnew();
     book.ask([guid, name, address](BookStore &store) { return store.find(guid, name, address); }, this,
-             [this, name](std::optional<qint64> player) {
+             [this, guid, name](std::optional<qint64> player) {
                  chosen = player.value_or(0);
-                 missing = player ? QString() : name;
+                 missing = player || guid.isEmpty() ? QString() : name;
                  selectChosen();
                  reload();
              });
@@ -326,31 +352,49 @@ void BookPlayersPage::clear()
     ++*newest;
     found->setPlayers({}, false);
     chosen = 0;
+    isNoting = false;
     missing.clear();
+    ui->txtbooknote->clear();
     fill({});
 }
 
 template <typename Work>
-void BookPlayersPage::change(Work work)
+void BookPlayersPage::change(Work work, const Then &done, const Then &failed)
 {
-    book.tell(work);
-    reload();
-    search();
-    emit changed();
+    book.ask(
+        work, this,
+        [this, done] {
+            if (done)
+                done();
+            reload();
+            search();
+            emit changed();
+        },
+        failed);
 }
 
 void BookPlayersPage::cmdbooknote_Click()
 {
     const qint64 now = services.clock.now().toSecsSinceEpoch();
-    change([player = chosen, text = ui->txtbooknote->text().trimmed(), now](BookStore &store) {
-        store.addNote(player, text, now);
-    });
-    ui->txtbooknote->clear();
+    const QString typed = ui->txtbooknote->text();
+    isNoting = true;
+    offer();
+    change([player = shown, text = typed.trimmed(), now](BookStore &store) { store.addNote(player, text, now); },
+           [this, player = shown, typed] {
+               isNoting = false;
+               if (player == shown && ui->txtbooknote->text() == typed)
+                   ui->txtbooknote->clear();
+               offer();
+           },
+           [this] { // what was typed stays
+               isNoting = false;
+               offer();
+           });
 }
 
 void BookPlayersPage::cmdbooknotedelete_Click()
 {
-    change([note = current(*ui->lstbooknotes)->number](BookStore &store) { store.deleteNote(note); });
+    change([note = current(*ui->lstbooknotes)->number](BookStore &store) { store.deleteNote(note); }, {}, {});
 }
 
 // A note that is emptied stays as it was: there is a button for removing it.
@@ -359,43 +403,54 @@ void BookPlayersPage::noteEdited(const QListWidgetItem &item)
     const auto &note = static_cast<const NumberedItem &>(item);
     const qint64 now = services.clock.now().toSecsSinceEpoch();
     ui->lstbooknotes->setFocus(); // the editor goes
-    change([number = note.number, text = note.text, now](BookStore &store) {
-        if (!text.isEmpty())
-            store.changeNote(number, text, now);
-    });
+    change(
+        [number = note.number, text = note.text, now](BookStore &store) {
+            if (!text.isEmpty())
+                store.changeNote(number, text, now);
+        },
+        {}, {});
 }
 
 void BookPlayersPage::cmdbookreason_Click()
 {
     change([action = current(*ui->lstbookactions)->number,
-            reason = ui->txtbookreason->text().trimmed()](BookStore &store) { store.setReason(action, reason); });
+            reason = ui->txtbookreason->text().trimmed()](BookStore &store) { store.setReason(action, reason); },
+           {}, {});
 }
 
 void BookPlayersPage::cmdbookforget_Click()
 {
-    const qint64 player = chosen;
+    const qint64 player = shown;
+    const QString who = ui->lblbookplayer->text();
     const Answer answer = services.prompts.ask(
-        {u"Forget this player"_s,
-         u"Remove everything that the book has about this player, his bans too?\r"_s + ui->lblbookplayer->text(),
+        {u"Forget this player"_s, u"Remove everything that the book has about this player, his bans too?\r"_s + who,
          BoxIcon::Question, BoxButtons::YesNo});
-    if (answer != Answer::Yes || player != chosen)
+    if (answer != Answer::Yes || player != shown)
         return;
-    chosen = 0;
-    emit remarkchanged(player, false, false);
-    change([player](BookStore &store) { store.forget(player); });
+    change([player](BookStore &store) { store.remove(player); },
+           [this, player] {
+               book.tell([](BookStore &store) { store.cleanUp(); });
+               chosen = chosen == player ? 0 : chosen;
+               emit remarkchanged(player, false, false);
+           },
+           [this, who] {
+               services.prompts.refuse(who + u" has not been forgotten.\r"_s + book.trouble(), u"Forget this player"_s);
+           });
 }
 
 void BookPlayersPage::cmdbookjson_Click()
 {
-    const qint64 player = chosen;
+    const qint64 player = shown;
     const QString name =
         askReplacedFile(services.prompts, {u"Save file as..."_s, u"molvark_player"_s, u"json"_s, u"Save as JSON"_s});
     if (name.isEmpty())
         return;
     book.ask([player](BookStore &store) { return store.page(player); }, this,
              [this, name](const std::optional<BookPage> &page) {
-                 const std::optional<Fault> fault = page ? replaceFile(name, pageJson(*page)) : std::nullopt;
-                 if (fault)
+                 if (!page)
+                     services.prompts.refuse(u"This player is not in the book any more\rPlayer not written"_s,
+                                             u"Failed to Save"_s);
+                 else if (const std::optional<Fault> fault = replaceFile(name, pageJson(*page)))
                      tellUnwritten(fault->number(), u"Player"_s);
              });
 }

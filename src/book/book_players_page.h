@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -33,7 +34,7 @@ public:
     [[nodiscard]] qint64 player() const { return chosen; }
     /// Looks somebody up and chooses him.
     void lookUp(const QString &guid, const QString &name, const QString &address);
-    /// Shows nobody, because there is no book.
+    /// Shows nobody, because there is no book, or another one.
     void clear();
 
 signals:
@@ -53,8 +54,11 @@ private:
     void fillNotes(const QList<BookNote> &notes);
     void fillActions(const QList<BookAction> &actions);
     void offer();
+    /// `done` happens when it is in the book, and `failed` when it could not be written.
+    using Then = std::function<void()>;
     template <typename Work>
-    void change(Work work);
+    void change(Work work, const Then &done, const Then &failed);
+    void startAnew();
 
     void cmdbooknote_Click();
     void cmdbooknotedelete_Click();
@@ -70,6 +74,9 @@ private:
     std::unique_ptr<Ui::BookPlayersPage> ui;
     PlayerListModel *found;
     std::shared_ptr<std::atomic<int>> newest; ///< search; the book's thread leaves out those before it
+    QString searched;                         ///< what was searched for last
     qint64 chosen = 0;
-    QString missing; ///< who was looked up and is not in the book
+    qint64 shown = 0;      ///< what is pressed is about him; 0 until the one who was chosen is shown
+    bool isNoting = false; ///< a note is on its way into the book
+    QString missing;       ///< who was looked up and is not in the book
 };

@@ -13,7 +13,7 @@ struct SeenPlayer {
     QString guid; ///< decimal digits; "0" is that of many
     QString name;
     QString address; ///< the book leaves out the port
-    int ping = 0;
+    int ping = -1;   ///< less than 0 when the server tells none, as of one who is connecting
     int score = 0;
 };
 
@@ -30,9 +30,9 @@ struct BookFeed {
 /// What the book knows of somebody in a populate, for the mark in the grid.
 struct KnownPlayer {
     qint64 player = 0; ///< his number in the book
-    QString guid;
-    QString name;    ///< as in the feed
-    QString address; ///< without the port
+    QString guid;      ///< as in the feed
+    QString name;      ///< the same
+    QString address;   ///< without the port
     bool hasNote = false;
     bool isFlagged = false;
     bool hasCome = false; ///< a visit of his begins
@@ -82,19 +82,24 @@ struct BookAction {
     QString reason;
 };
 
-struct BookPing {
+/// A player in one of the lists.
+struct BookSighting {
     qint64 time = 0;
-    int ping = 0;
+    QString server;
+    int ping = -1; ///< less than 0 when it is not known
+    int score = 0;
 };
 
 /// Everything about one player.
 struct BookPage {
     BookPlayer player;
-    QList<BookAlias> names;     ///< the one seen last first
-    QList<BookAlias> addresses; ///< the same
-    QList<BookNote> notes;      ///< the newest first
-    QList<BookAction> actions;  ///< the newest first
-    QList<BookPing> pings;      ///< the oldest first
+    QString nobodyName;            ///< by which one with GUID 0 is kept, else empty
+    QString nobodyAddress;         ///< the same
+    QList<BookAlias> names;        ///< the one seen last first
+    QList<BookAlias> addresses;    ///< the same
+    QList<BookNote> notes;         ///< the newest first
+    QList<BookAction> actions;     ///< the newest first
+    QList<BookSighting> sightings; ///< the oldest first
 };
 
 /// How many were on a server.

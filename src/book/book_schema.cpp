@@ -43,8 +43,38 @@ constexpr std::array first{
     u"CREATE INDEX actions_guid ON actions (guid)",
 };
 
+// No number of a player, note or action is given twice, or what is still under way to one who was forgotten would meet
+// another. A table cannot be altered so; each is made anew, while foreign keys are not looked after. What is still to
+// be done with the file stands in a table of its own.
+constexpr std::array second{
+    u"CREATE TABLE new_players (player INTEGER PRIMARY KEY AUTOINCREMENT, guid TEXT NOT NULL, nobody_name TEXT NOT "
+    u"NULL,"
+    u" nobody_address TEXT NOT NULL, name TEXT NOT NULL, first_seen INTEGER NOT NULL, last_seen INTEGER NOT NULL,"
+    u" visit_began INTEGER NOT NULL, visits INTEGER NOT NULL, flagged INTEGER NOT NULL DEFAULT 0,"
+    u" found_by TEXT NOT NULL, UNIQUE (guid, nobody_name, nobody_address))",
+    u"INSERT INTO new_players SELECT * FROM players",
+    u"DROP TABLE players",
+    u"ALTER TABLE new_players RENAME TO players",
+    u"CREATE INDEX players_last_seen ON players (last_seen, player)",
+    u"CREATE TABLE new_notes (note INTEGER PRIMARY KEY AUTOINCREMENT,"
+    u" player INTEGER NOT NULL REFERENCES players ON DELETE CASCADE, time INTEGER NOT NULL, text TEXT NOT NULL)",
+    u"INSERT INTO new_notes SELECT * FROM notes",
+    u"DROP TABLE notes",
+    u"ALTER TABLE new_notes RENAME TO notes",
+    u"CREATE INDEX notes_player ON notes (player)",
+    u"CREATE TABLE new_actions (action INTEGER PRIMARY KEY AUTOINCREMENT, time INTEGER NOT NULL, kind INTEGER NOT NULL,"
+    u" server INTEGER REFERENCES servers, num TEXT NOT NULL, guid TEXT NOT NULL, name TEXT NOT NULL,"
+    u" clean_name TEXT NOT NULL, address TEXT NOT NULL, maybe INTEGER NOT NULL, automatic INTEGER NOT NULL,"
+    u" imported INTEGER NOT NULL, lifted INTEGER NOT NULL, verdict TEXT NOT NULL, reason TEXT NOT NULL)",
+    u"INSERT INTO new_actions SELECT * FROM actions",
+    u"DROP TABLE actions",
+    u"ALTER TABLE new_actions RENAME TO actions",
+    u"CREATE INDEX actions_guid ON actions (guid)",
+    u"CREATE TABLE upkeep (task TEXT PRIMARY KEY) WITHOUT ROWID",
+};
+
 /// From each version to the next.
-constexpr std::array<std::span<const char16_t *const>, 1> steps{first};
+constexpr std::array<std::span<const char16_t *const>, 2> steps{first, second};
 
 } // namespace
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "book_settings.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -19,8 +17,8 @@ BookSettings BookSettings::read(const IniText &ini)
     settings.isKept = keep.compare(u"true"_s, Qt::CaseInsensitive) == 0 || keep == u"1";
     bool isNumber = false;
     const int days = ini.value(section, u"days"_s, buffer).toInt(&isNumber);
-    if (isNumber)
-        settings.days = std::clamp(days, fewestDays, mostDays);
+    if (isNumber && days >= fewestDays && days <= mostDays) // any other number would throw away what was to be kept
+        settings.days = days;
     return settings;
 }
 

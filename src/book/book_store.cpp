@@ -2,6 +2,7 @@
 #include "book_store.h"
 
 #include "ban_lines.h"
+#include "base/file_lock.h"
 #include "book_bans.h"
 #include "book_database.h"
 #include "book_feeder.h"
@@ -9,7 +10,6 @@
 #include "book_schema.h"
 #include "book_text.h"
 
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QThread>
 
@@ -64,11 +64,13 @@ BookAction actionIn(const BookDatabase::Rows &row)
             .reason = row.text(11)};
 }
 
-QList<BookAlias> aliases(BookDatabase &database, const QString &table, qint64 player)
+QList<BookAlias> aliases(BookDatabase &database, const QString &table, qint64 player,
+                         int most = std::numeric_limits<int>::max())
 {
     QList<BookAlias> found;
-    auto row = database.rows(u"SELECT * FROM %1 WHERE player = ? ORDER BY last_seen DESC, first_seen DESC"_s.arg(table),
-                             {player});
+    auto row = database.rows(
+        u"SELECT * FROM %1 WHERE player = ? ORDER BY last_seen DESC, first_seen DESC LIMIT ?"_s.arg(table),
+        {player, most});
     while (row.next())
         found.append(
             {.text = row.text(1), .firstSeen = row.number(2), .lastSeen = row.number(3), .times = row.count(4)});
@@ -114,6 +116,7 @@ template <typename Work>
 void BookStore::change(const Work &work)
 {
     patiently([&] { database->transaction(work); });
+    tryCleanUp();
 }
 
 void BookStore::open(qint64 oldest)
@@ -145,21 +148,34 @@ void BookStore::openAsItIs(qint64 oldest)
     if (kind == BookFileKind::Book && !hasBookJournal(path) && (isDoubtful || QFileInfo(path).size() <= largestChecked))
         checkWhole(path);
 
+    fileId = fileIdentity(path);
     database = std::make_unique<BookDatabase>(path, BookDatabase::Access::ReadAndWrite);
     for (const auto *pragma :
-         {u"PRAGMA foreign_keys = ON", u"PRAGMA secure_delete = ON", u"PRAGMA synchronous = NORMAL",
+         {u"PRAGMA foreign_keys = OFF", u"PRAGMA secure_delete = ON", u"PRAGMA synchronous = NORMAL",
           u"PRAGMA cache_size = -16000"}) // KiB: a populate touches pages all over a large book
         database->run(QString::fromUtf16(pragma));
     updateBook(*database, path);
+    database->run(u"PRAGMA foreign_keys = ON"_s);
     database->run(u"PRAGMA journal_mode = WAL"_s);
     if (hasLog) // what was forgotten before the program was killed is not to stay in it
         database->run(u"PRAGMA wal_checkpoint(TRUNCATE)"_s);
     database->transaction([this, oldest] { removeTimesBefore(*database, oldest); });
+    companions = companionIdentities(path);
+    isUnclean = database->number(u"SELECT count(*) FROM upkeep"_s) > 0;
+    isWrittenAnew = false;
+    sinceTried.invalidate();
+    tryCleanUp();
 }
 
 bool BookStore::isThere() const
 {
-    return QFileInfo::exists(path);
+    return fileIdentity(path) == fileId;
+}
+
+void BookStore::takeLeave()
+{
+    database.reset();
+    removeCompanions(path, companions);
 }
 
 quint64 BookStore::commits() const
@@ -199,7 +215,7 @@ std::optional<qint64> BookStore::find(const QString &guid, const QString &name, 
     return player > 0 ? std::optional(player) : std::nullopt;
 }
 
-std::optional<BookPage> BookStore::page(qint64 player) const
+std::optional<BookPage> BookStore::page(qint64 player, int mostAliases) const
 {
     BookPage page;
     {
@@ -208,8 +224,11 @@ std::optional<BookPage> BookStore::page(qint64 player) const
             return std::nullopt;
         page.player = playerIn(row);
     }
-    page.names = aliases(*database, u"names"_s, player);
-    page.addresses = aliases(*database, u"addresses"_s, player);
+    const QVariantList identity = identityOf(*database, player);
+    page.nobodyName = identity.at(1).toString();
+    page.nobodyAddress = identity.at(2).toString();
+    page.names = aliases(*database, u"names"_s, player, mostAliases);
+    page.addresses = aliases(*database, u"addresses"_s, player, mostAliases);
     {
         auto row = database->rows(
             u"SELECT note, time, text FROM notes WHERE player = ? ORDER BY time DESC, note DESC"_s, {player});
@@ -222,13 +241,19 @@ std::optional<BookPage> BookStore::page(qint64 player) const
                            " coalesce((SELECT servers.address FROM servers WHERE servers.server = actions.server), ''),"
                            " num, guid, name, address, maybe, automatic, verdict, reason"_s +
                                ofOne() + u" ORDER BY time DESC, action DESC"_s,
-                           identityOf(*database, player));
+                           identity);
         while (row.next())
             page.actions.append(actionIn(row));
     }
-    auto row = database->rows(u"SELECT time, ping FROM sightings WHERE player = ? ORDER BY time"_s, {player});
+    auto row = database->rows(u"SELECT time, address, ping, score FROM sightings JOIN servers USING (server)"
+                              " WHERE player = ? ORDER BY time"_s,
+                              {player});
+    QSet<QString> servers; // each text once for all of them
     while (row.next())
-        page.pings.append({.time = row.number(0), .ping = row.count(1)});
+        page.sightings.append({.time = row.number(0),
+                               .server = *servers.insert(row.text(1)),
+                               .ping = row.count(2),
+                               .score = row.count(3)});
     return page;
 }
 
@@ -260,7 +285,7 @@ void BookStore::deleteNote(qint64 note)
     change([&] { database->run(u"DELETE FROM notes WHERE note = ?"_s, {note}); });
 }
 
-void BookStore::forget(qint64 player)
+void BookStore::remove(qint64 player)
 {
     change([&] {
         const QVariantList identity = identityOf(*database, player);
@@ -271,13 +296,61 @@ void BookStore::forget(qint64 player)
         removeNamelessActions(*database, names);
         database->run(u"DELETE"_s + ofOne(), identity);
         database->run(u"DELETE FROM players WHERE player = ?"_s, {player});
+        database->run(u"INSERT OR IGNORE INTO upkeep (task) VALUES ('clean')"_s);
     });
+    isUnclean = true;
+    isWrittenAnew = false;
+    sinceTried.invalidate();
+}
+
+void BookStore::cleanUp()
+{
+    cleanUp(true);
+}
+
+template <typename Work>
+void BookStore::inTurn(bool isPatient, const Work &work) const
+{
+    if (isPatient)
+        patiently(work);
+    else
+        work();
+}
+
+void BookStore::cleanUp(bool isPatient)
+{
+    if (!isUnclean)
+        return;
     // Pages that were split hold copies of what stood on them; only a new file has none.
-    patiently([&] { database->run(u"VACUUM"_s); });
-    patiently([&] {
+    if (!isWrittenAnew) {
+        sinceTried.start();
+        inTurn(isPatient, [&] { database->run(u"VACUUM"_s); });
+        isWrittenAnew = true;
+    }
+    inTurn(isPatient, [&] {
         if (database->number(u"PRAGMA wal_checkpoint(TRUNCATE)"_s) != 0)
             throw bookFault(BookFault::Locked, path);
     });
+    inTurn(isPatient, [&] { database->transaction([&] { database->run(u"DELETE FROM upkeep"_s); }); });
+    isUnclean = false;
+}
+
+// A large book takes its time to be written anew, which does not succeed sooner for being tried again at once.
+void BookStore::tryCleanUp()
+{
+    constexpr qint64 betweenTries = 60'000; // milliseconds
+    if (!isWrittenAnew && sinceTried.isValid() && !sinceTried.hasExpired(betweenTries))
+        return;
+    try {
+        cleanUp(false);
+    } catch (const BookFault &) { // it is still to be done
+    }
+}
+
+void BookStore::forget(qint64 player)
+{
+    remove(player);
+    cleanUp();
 }
 
 qint64 BookStore::addAction(const BookAction &action)
@@ -300,8 +373,9 @@ void BookStore::setReason(qint64 action, const QString &reason)
 QStringList BookStore::servers() const
 {
     QStringList all;
-    auto row =
-        database->rows(u"SELECT address FROM servers WHERE server IN (SELECT server FROM counts) ORDER BY address"_s);
+    auto row = database->rows(
+        u"SELECT address FROM servers WHERE EXISTS (SELECT 1 FROM counts WHERE counts.server = servers.server)"
+        " ORDER BY address"_s);
     while (row.next())
         all.append(row.text(0));
     return all;
@@ -310,10 +384,10 @@ QStringList BookStore::servers() const
 QList<BookCount> BookStore::counts(const QString &server, qint64 since) const
 {
     QList<BookCount> found;
-    auto row =
-        database->rows(u"SELECT time, players, map, game_type FROM counts"
-                       " WHERE server = (SELECT server FROM servers WHERE address = ?) AND time >= ? ORDER BY time"_s,
-                       {server, since});
+    auto row = database->rows(u"SELECT time, players, map, game_type FROM counts"
+                              " WHERE server = (SELECT server FROM servers WHERE address = ? COLLATE NOCASE)"
+                              " AND time >= ? ORDER BY time"_s,
+                              {server, since});
     while (row.next())
         found.append({.time = row.number(0), .players = row.count(1), .map = row.text(2), .gameType = row.text(3)});
     return found;
@@ -331,9 +405,17 @@ QList<BookBan> BookStore::liftedWith(const QString &server, const QString &name)
 
 void BookStore::lift(const QString &server, const QString &name)
 {
+    QList<qint64> actions;
+    for (const BookBan &ban : liftedWith(server, name))
+        actions.append(ban.action);
+    lift(actions);
+}
+
+void BookStore::lift(const QList<qint64> &actions)
+{
     change([&] {
-        for (const BookBan &ban : liftedWith(server, name))
-            database->run(u"UPDATE actions SET lifted = 1 WHERE action = ?"_s, {ban.action});
+        for (const qint64 action : actions)
+            database->run(u"UPDATE actions SET lifted = 1 WHERE action = ?"_s, {action});
     });
 }
 

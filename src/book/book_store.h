@@ -3,9 +3,12 @@
 
 #include "book_records.h"
 
+#include <QByteArrayList>
+#include <QElapsedTimer>
 #include <QStringList>
 
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 
@@ -30,8 +33,10 @@ public:
 
     /// The name under which a broken file was put aside; empty when there was none.
     [[nodiscard]] QString putAside() const { return aside; }
-    /// False when its file has been taken away meanwhile.
+    /// False when its file has been taken away meanwhile, or another put in its place.
     [[nodiscard]] bool isThere() const;
+    /// Closes such a book, and takes along what is left of its log. Nothing else can be done with it any more.
+    void takeLeave();
     /// How often something was written to it.
     [[nodiscard]] quint64 commits() const;
 
@@ -43,14 +48,19 @@ public:
     [[nodiscard]] QList<BookPlayer> search(const QString &text, int from, int most) const;
     /// Who that is: by GUID, or, when that is 0, by clean name and address.
     [[nodiscard]] std::optional<qint64> find(const QString &guid, const QString &name, const QString &address) const;
-    [[nodiscard]] std::optional<BookPage> page(qint64 player) const;
+    /// At most so many names and so many addresses of his, those seen last.
+    [[nodiscard]] std::optional<BookPage> page(qint64 player, int mostAliases = std::numeric_limits<int>::max()) const;
 
     void setFlag(qint64 player, bool on);
     qint64 addNote(qint64 player, const QString &text, qint64 time);
     void changeNote(qint64 note, const QString &text, qint64 time);
     void deleteNote(qint64 note);
-    /// Removes everything about him, his bans and what was done to a damaged row of one of his names too, also from the
-    /// file's free pages and its log: the file is written anew.
+    /// Removes everything about him, his bans and what was done to a damaged row of one of his names too.
+    void remove(qint64 player);
+    /// Removes what is left of such players in the file's free pages and its log: the file is written anew. What could
+    /// not be done is done with the next change, or when the book is opened.
+    void cleanUp();
+    /// Both.
     void forget(qint64 player);
 
     /// Notes an action; it is on the player's page when he is in the book. Returns its number.
@@ -69,6 +79,7 @@ public:
     /// together. Imported ones of no known server are among them; temporary ones are not in a server's ban file.
     [[nodiscard]] QList<BookBan> liftedWith(const QString &server, const QString &name) const;
     void lift(const QString &server, const QString &name);
+    void lift(const QList<qint64> &actions);
     /// Takes those that are not in the ban book yet (same GUID and clean name, in force or imported) and have a GUID;
     /// how many that were. A server, if they have one, is kept.
     int importBans(const QList<BookBan> &bans, qint64 time);
@@ -83,10 +94,19 @@ private:
     void patiently(const Work &work) const;
     template <typename Work>
     void change(const Work &work);
+    template <typename Work>
+    void inTurn(bool isPatient, const Work &work) const;
+    void cleanUp(bool isPatient);
+    void tryCleanUp();
 
     QString path;
     bool isDoubtful;
     Patience patience;
     QString aside;
     std::unique_ptr<BookDatabase> database;
+    QByteArray fileId;          ///< of its file
+    QByteArrayList companions;  ///< identities of what belongs to it
+    bool isUnclean = false;     ///< something of who was forgotten may be left in the file or its log
+    bool isWrittenAnew = false; ///< ... but in the log alone
+    QElapsedTimer sinceTried;   ///< to write it anew
 };

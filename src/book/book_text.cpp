@@ -22,9 +22,22 @@ bool isNobodysGuid(const QString &guid)
     return std::ranges::all_of(guid.trimmed(), [](QChar each) { return each == u'0' || each == u'-'; });
 }
 
+bool isGuid(QStringView text)
+{
+    const QStringView digits = text.startsWith(u'-') ? text.sliced(1) : text;
+    return !digits.isEmpty() && std::ranges::all_of(digits, [](QChar each) { return each >= u'0' && each <= u'9'; });
+}
+
 QString cleanName(const QString &name)
 {
     return withoutControls(stripcolour(name)).trimmed();
+}
+
+QString shownName(const QString &name)
+{
+    constexpr qsizetype longest = 64; // characters; the game has none of more than 32
+    const QString clean = cleanName(name);
+    return clean.size() <= longest ? clean : clean.left(longest) + u"..."_s;
 }
 
 QString foldedText(const QString &text)

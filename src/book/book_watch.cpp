@@ -31,16 +31,31 @@ BookAction::Kind kindOf(const QString &command)
     return command.startsWith("tempbanclient"_L1) ? BookAction::TempBan : BookAction::Kick;
 }
 
+/// What a damaged row says of a player beyond slot and name may be somebody else's; a GUID that is no number says so,
+/// too.
+bool isInDoubt(const ListedPlayer &player)
+{
+    return player.isDamaged || !isGuid(player.seen.guid.trimmed());
+}
+
 } // namespace
+
+struct BookWatch::Change {
+    std::function<void(BookStore &)> work;
+    bool isWritten = false; ///< the book's thread's alone
+};
 
 BookWatch::BookWatch(Book &book_, const Clock &clock_, QObject *parent) : QObject(parent), book(book_), clock(clock_)
 {
     connect(&book, &Book::statechanged, this, [this] {
+        if (book.isOpen() && book.trouble().isEmpty())
+            writeChanges();
         if (book.isOpen())
             return;
-        game = {};
+        changes.clear();
         forget();
     });
+    connect(&book, &Book::begunanew, this, &BookWatch::forget);
 }
 
 void BookWatch::setServer(const QString &address)
@@ -53,17 +68,15 @@ void BookWatch::setServer(const QString &address)
     emit serverchanged();
 }
 
-// A long listing is not looked through for nothing.
+// Also while no book is kept: when one is begun the map is known at once.
 void BookWatch::takeReply(const QString &reply)
 {
-    if (book.isOpen())
-        game.takeReply(reply);
+    game.takeReply(reply);
 }
 
 void BookWatch::takeCommand(const QString &comm)
 {
-    if (book.isOpen())
-        game.takeCommand(comm);
+    game.takeCommand(comm);
 }
 
 void BookWatch::forget()
@@ -91,7 +104,7 @@ void BookWatch::populated(const QList<ListedPlayer> &players)
     QStringList nums;
     QList<ListedPlayer> damaged;
     for (const ListedPlayer &player : players) {
-        if (player.isDamaged) {
+        if (isInDoubt(player)) {
             damaged.append(player);
             continue;
         }
@@ -119,6 +132,7 @@ void BookWatch::takeKnown(const QList<KnownPlayer> &players, const QStringList &
     for (const KnownPlayer &player : players)
         numbers.append(player.player);
     emit fed(numbers);
+    writeChanges(); // the book can be written again
 }
 
 void BookWatch::meet(const KnownPlayer &player)
@@ -149,34 +163,48 @@ void BookWatch::announce(const QList<KnownPlayer> &players, const QList<ListedPl
             now.append(player);
     }
     here = now;
-    QStringList names;
-    for (const KnownPlayer &player : std::as_const(here))
-        names.append(cleanName(player.name));
-    emit flaggedshown(names.isEmpty() ? QString() : u"Flagged: "_s + names.join(u", "_s));
+    tellFlagged();
     if (hasCome)
         emit flaggedcame();
 }
 
+void BookWatch::tellFlagged()
+{
+    QStringList names;
+    for (const KnownPlayer &player : std::as_const(here))
+        names.append(shownName(player.name));
+    names.removeDuplicates();
+    emit flaggedshown(names.isEmpty() ? QString() : u"Flagged: "_s + names.join(u", "_s));
+}
+
 void BookWatch::setRemark(qint64 player, bool hasNote, bool isFlagged)
 {
+    const auto isHe = [player](const KnownPlayer &each) { return each.player == player; };
     bool isChanged = false;
-    for (KnownPlayer &each : known) {
-        if (each.player != player || (each.hasNote == hasNote && each.isFlagged == isFlagged))
-            continue;
-        each.hasNote = hasNote;
-        each.isFlagged = isFlagged;
-        meet(each);
-        isChanged = true;
+    // He may be known by an earlier list alone, when his row in this one is damaged.
+    for (QList<KnownPlayer> *list : {&known, &met}) {
+        for (KnownPlayer &each : *list) {
+            if (!isHe(each) || (each.hasNote == hasNote && each.isFlagged == isFlagged))
+                continue;
+            each.hasNote = hasNote;
+            each.isFlagged = isFlagged;
+            isChanged = true;
+        }
     }
     if (!isChanged)
         return;
+    const auto found = std::ranges::find_if(std::as_const(known), isHe);
+    if (found != known.cend())
+        meet(*found);
+    met.removeIf([](const KnownPlayer &each) { return !each.hasNote && !each.isFlagged; });
     showRemarks();
     // Whoever flags him knows that he is there.
-    here.removeIf([player](const KnownPlayer &each) { return each.player == player; });
-    for (const KnownPlayer &each : std::as_const(known)) {
-        if (each.player == player && isFlagged)
-            here.append(each);
-    }
+    const bool isHere = std::ranges::any_of(std::as_const(here), isHe);
+    if (!isFlagged)
+        here.removeIf(isHe);
+    else if (!isHere && found != known.cend())
+        here.append(*found);
+    tellFlagged();
 }
 
 void BookWatch::showRemarks()
@@ -215,7 +243,6 @@ void BookWatch::kicking(const QString &command, const ListedPlayer &counted, con
     }
 }
 
-// What a damaged row says of him beyond slot and name may be somebody else's.
 BookAction BookWatch::actionOn(const ListedPlayer &player, const QString &command) const
 {
     BookAction action;
@@ -224,7 +251,7 @@ BookAction BookWatch::actionOn(const ListedPlayer &player, const QString &comman
     action.server = connected;
     action.num = player.num;
     action.name = player.seen.name;
-    if (!player.isDamaged) {
+    if (!isInDoubt(player)) {
         action.guid = player.seen.guid;
         action.address = withoutPort(player.seen.address);
     }
@@ -239,17 +266,47 @@ void BookWatch::note(const BookAction &action, const QString &command)
         return;
     const auto number = std::make_shared<qint64>(0);
     const auto sent = [this, action, number] {
-        book.tell([action, number](BookStore &store) { *number = store.addAction(action); });
-        emit noted();
+        write([action, number](BookStore &store) { *number = store.addAction(action); });
     };
     const auto judged = [this, number](const CommandVerdict &verdict) {
-        book.tell([number, word = verdict.word](BookStore &store) {
+        write([number, word = verdict.word](BookStore &store) {
             if (*number != 0)
                 store.setVerdict(*number, word);
         });
-        emit noted();
     };
     follow(command, {sent, judged});
+}
+
+void BookWatch::write(const std::function<void(BookStore &)> &work)
+{
+    constexpr qsizetype mostKept = 100;
+    if (!book.isOpen())
+        return;
+    changes.append(std::make_shared<Change>(Change{.work = work}));
+    if (changes.size() > mostKept)
+        changes.removeFirst();
+    writeChanges();
+}
+
+// What is asked for twice, because the answer is still under way, is written once.
+void BookWatch::writeChanges()
+{
+    if (changes.isEmpty())
+        return;
+    book.ask(
+        [all = changes](BookStore &store) {
+            for (const std::shared_ptr<Change> &change : all) {
+                if (!change->isWritten)
+                    change->work(store);
+                change->isWritten = true;
+            }
+        },
+        this,
+        [this, all = changes] {
+            for (const std::shared_ptr<Change> &change : all)
+                changes.removeOne(change);
+            emit noted();
+        });
 }
 
 void BookWatch::follow(const QString &command, const CommandWatch::Listener &listener)

@@ -7,7 +7,11 @@
 
 #include <QObject>
 
+#include <functional>
+#include <memory>
+
 class Book;
+class BookStore;
 class Clock;
 struct SentCopy;
 
@@ -50,6 +54,9 @@ public:
     void follow(const QString &command, const CommandWatch::Listener &listener);
     void sent(const SentCopy &copy);
     void judged(const CommandVerdict &verdict) { commands.judged(verdict); }
+    /// Writes into the book what happens once only. While it is locked or the disk is full it is kept, the last hundred
+    /// of such, and written as soon as something can be.
+    void write(const std::function<void(BookStore &)> &work);
 
     /// Note or flag of a player have been changed in the book.
     void setRemark(qint64 player, bool hasNote, bool isFlagged);
@@ -68,7 +75,11 @@ signals:
     void flaggedcame();
 
 private:
+    struct Change;
+
     void forget();
+    void writeChanges();
+    void tellFlagged();
     void takeKnown(const QList<KnownPlayer> &players, const QStringList &nums, const QList<ListedPlayer> &damaged);
     void meet(const KnownPlayer &player);
     void announce(const QList<KnownPlayer> &players, const QList<ListedPlayer> &damaged);
@@ -81,9 +92,10 @@ private:
     QString connected;
     KnownGame game;
     CommandWatch commands;
-    QList<KnownPlayer> known;        ///< of the last list
-    QStringList knownNums;           ///< their slot numbers
-    QList<ListedPlayer> damagedRows; ///< of the last list
-    QList<KnownPlayer> met;          ///< whoever has been on this server and has a note or a flag
-    QList<KnownPlayer> here;         ///< the flagged ones who have been announced and have not left
+    QList<std::shared_ptr<Change>> changes; ///< that are not known to be in the book
+    QList<KnownPlayer> known;               ///< of the last list
+    QStringList knownNums;                  ///< their slot numbers
+    QList<ListedPlayer> damagedRows;        ///< of the last list
+    QList<KnownPlayer> met;                 ///< whoever has been on this server and has a note or a flag
+    QList<KnownPlayer> here;                ///< the flagged ones who have been announced and have not left
 };

@@ -34,6 +34,11 @@ BookWindow::BookWindow(KeptBook &kept_, BookWatch &watch_, const Services &servi
     connect(ui->chkbook, &QCheckBox::toggled, this, [this](bool on) { kept.keep(on); });
     connect(ui->spnbookdays, &QSpinBox::valueChanged, this, [this](int days) { kept.setDays(days); });
     connect(&kept.book(), &Book::statechanged, this, &BookWindow::showState);
+    connect(&kept.book(), &Book::begunanew, this, [this] {
+        players->clear();
+        bans->clear();
+        reload();
+    });
     wireWatch();
     showState();
 }
@@ -65,12 +70,12 @@ void BookWindow::wireWatch()
     connect(&watch, &BookWatch::fed, this, [this](const QList<qint64> &seen) {
         if (!isVisible())
             return;
-        showState();
         if (ui->tabbook->currentWidget() == servers)
             servers->reload(watch.server());
         players->search();
         if (seen.contains(players->player()))
             players->reload();
+        showState(); // counting all sightings of a large book takes longest
     });
     connect(&watch, &BookWatch::noted, this, [this] {
         if (!isVisible())

@@ -107,6 +107,23 @@ private slots:
         QCOMPARE(store->bans().first().verdict, verdict);
     }
 
+    void aBanThatTheServerDidNotTakeForItsGuidIsRefused()
+    {
+        BookAction damaged = action(BookAction::Ban, bob);
+        damaged.guid.clear();
+        store->setVerdict(store->addAction(damaged), u"answered: GUID is 0"_s);
+        QCOMPARE(states(*store), QList{BookBan::Refused});
+    }
+
+    void aServersNameIsTheSameInCapitals()
+    {
+        store->addAction(action(BookAction::Ban, bob, u"Game.example.org:28960"_s));
+        QCOMPARE(store->liftedWith(u"game.EXAMPLE.org:28960"_s, u"Bob"_s).size(), 1);
+        store->feed(populate(1000, {bob}, u"game.example.org:28960"_s));
+        QCOMPARE(store->servers(), QStringList{u"Game.example.org:28960"_s});
+        QCOMPARE(store->counts(u"GAME.example.org:28960"_s, 0).size(), 1);
+    }
+
     void noServerBansGuidZero()
     {
         store->setVerdict(store->addAction(action(BookAction::Ban, guest(u"Guest"_s, u"10.0.0.1:1"_s))), u"answered"_s);

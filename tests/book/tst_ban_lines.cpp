@@ -56,6 +56,10 @@ private slots:
         row("negative", "-123 Bob\n", {u"-123|Bob"_s}, 0);
         row("the game's character set", "123 \xC4rger\n", {u"123|Ärger"_s}, 0);
         row("quotes and colour codes stay", "123 ^1\"Bob\"'\n", {u"123|^1\"Bob\"'"_s}, 0);
+        row("a byte order mark",
+            "\xEF\xBB\xBF"
+            "123 Bob\n45 Al\n",
+            {u"123|Bob"_s, u"45|Al"_s}, 0);
         row("no blank", "123\nBob\n", {}, 2);
         row("a blank in front", " 123 Bob\n", {}, 1);
         row("a tab", "123\tBob\n", {}, 1);
@@ -138,7 +142,8 @@ private slots:
         action.kind = BookAction::TempBan;
         action.reason = u"Ärger"_s;
         page.actions.append(action);
-        page.pings.append({30, 999});
+        page.sightings.append({30, u"10.1.1.1:28960"_s, 999, 7});
+        page.sightings.append({60, u"10.1.1.1:28960"_s, -1, 0});
         const QJsonObject read = QJsonDocument::fromJson(pageJson(page)).object();
         QCOMPARE(read.value("name"_L1), u"^1\"Bob\""_s);
         QCOMPARE(read.value("guid"_L1), u"1001"_s);
@@ -148,7 +153,12 @@ private slots:
         QCOMPARE(read.value("notes"_L1)[0]["text"_L1], u"line\nline"_s);
         QCOMPARE(read.value("actions"_L1)[0]["action"_L1], u"temporary ban"_s);
         QCOMPARE(read.value("actions"_L1)[0]["reason"_L1], u"Ärger"_s);
-        QCOMPARE(read.value("pings"_L1)[0]["ping"_L1], 999);
+        QCOMPARE(read.value("sightings"_L1)[0]["ping"_L1], 999);
+        QCOMPARE(read.value("sightings"_L1)[0]["score"_L1], 7);
+        QCOMPARE(read.value("sightings"_L1)[0]["time"_L1], u"1970-01-01T00:00:30Z"_s);
+        QCOMPARE(read.value("sightings"_L1)[0]["server"_L1], u"10.1.1.1:28960"_s);
+        QVERIFY(read.value("sightings"_L1)[1]["ping"_L1].isUndefined());
+        QVERIFY(read.value("keptByName"_L1).isUndefined());
         QCOMPARE(read.value("addresses"_L1).toArray().size(), 0);
     }
 

@@ -7,9 +7,12 @@
 
 #include <QElapsedTimer>
 #include <QRegularExpression>
+#include <QSemaphore>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QThread>
+
+#include <atomic>
 
 using namespace Qt::StringLiterals;
 
@@ -266,6 +269,95 @@ private slots:
         QCOMPARE(playersIn(bookName), 3);
     }
 #endif
+
+#ifndef Q_OS_WIN
+    void aBookThatIsPutInItsPlaceIsUsed_data()
+    {
+        QTest::addColumn<bool>("hasLog");
+        QTest::newRow("a file") << false;
+        QTest::newRow("a file and its log") << true;
+    }
+
+    // As when a backup is brought back while the program runs.
+    void aBookThatIsPutInItsPlaceIsUsed()
+    {
+        QFETCH(const bool, hasLog);
+        const QString backup = u"backup.db"_s;
+        {
+            BookStore original(u"original.db"_s);
+            original.feed(populate(now(), {alice}));
+            QVERIFY(copyAsKilled(u"original.db"_s, backup)); // Alice is in its log
+        }
+        if (!hasLog) {
+            QVERIFY(QFile::remove(backup + u"-wal"_s) && QFile::remove(backup));
+            QVERIFY(QFile::copy(u"original.db"_s, backup));
+        }
+        Book book;
+        QSignalSpy anew(&book, &Book::begunanew);
+        book.open(90);
+        book.tell([](BookStore &store) { store.feed(populate(now(), {bob, guest(u"x"_s, u"y"_s)})); });
+        QVERIFY(isThrough(book));
+        QCOMPARE(anew.size(), 0);
+        QVERIFY(QFile::remove(bookName) && QFile::rename(backup, bookName));
+        if (hasLog)
+            QVERIFY(QFile::remove(bookName + u"-wal"_s) && QFile::rename(backup + u"-wal"_s, bookName + u"-wal"_s));
+        book.tell([](BookStore &store) { store.feed(populate(now(), {guest(u"a"_s, u"b"_s)})); });
+        QVERIFY(isThrough(book));
+        QCOMPARE(book.trouble(), QString());
+        QCOMPARE(anew.size(), 1);
+        OtherEye eye(bookName);
+        QCOMPARE(eye.ask("SELECT count(*) FROM players"), 2);
+        QCOMPARE(eye.ask("SELECT count(*) FROM players WHERE name = 'Alice'"), 1);
+        QCOMPARE(eye.ask("PRAGMA integrity_check"), u"ok"_s);
+    }
+#endif
+
+    void switchingItOffAndOnAndOffDoesNotHoldTheWindowUp()
+    {
+        QSemaphore first;
+        QSemaphore second;
+        std::atomic<int> begun = 0;
+        const auto waitingFor = [&begun](QSemaphore &sign) {
+            return [&begun, &sign](BookStore &) {
+                ++begun;
+                (void)sign.tryAcquire(1, 5000);
+            };
+        };
+        Book book;
+        book.open(90);
+        QVERIFY(isThrough(book));
+        book.tell(waitingFor(first));
+        book.close();
+        book.open(90);
+        book.tell(waitingFor(second));
+        book.close();
+        QElapsedTimer time;
+        time.start();
+        first.release();
+        (void)QTest::qWaitFor([&] { return begun.load() == 2; });
+        QCoreApplication::processEvents(); // the news that it was closed the first time
+        const qint64 held = time.elapsed();
+        second.release();
+        QVERIFY2(held < 3000, qPrintable(QString::number(held)));
+    }
+
+    void whatFailsIsToldToWhoAsked()
+    {
+        QVERIFY(QDir::current().mkdir(bookName));
+        Book book;
+        book.open(90);
+        bool isDone = false;
+        bool hasFailed = false;
+        QString trouble;
+        book.ask([](BookStore &store) { return store.size(); }, this, [&](const BookSize &) { isDone = true; },
+                 [&] {
+                     hasFailed = true;
+                     trouble = book.trouble();
+                 });
+        QTRY_VERIFY(hasFailed);
+        QVERIFY(!isDone);
+        QVERIFY(trouble.contains(bookName));
+    }
 
     void aFolderOfThatNameIsTold()
     {

@@ -1,9 +1,18 @@
 // SPDX-License-Identifier: MIT
+#include "app/book_tools.h"
 #include "book_hands.h"
 #include "exchange_boxes.h"
+#include "ledger/known_passwords.h"
+#include "ledger/ledger_entry.h"
+#include "other_eye.h"
+#include "rcon/traffic.h"
 #include "tests/players/losing_lists.h"
 
 #include <QFile>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
 
 using namespace Qt::StringLiterals;
 
@@ -241,6 +250,61 @@ private slots:
         QVERIFY(!it.button("cmdunban")->isEnabled());
     }
 
+    // Between the box and the server's answer another of that name is banned: of him the box said nothing.
+    void whatTheBoxDidNotNameIsNotLifted()
+    {
+        BanBook it;
+        it.act(1, u"cmdplyban"_s);
+        QTRY_COMPARE(it.states(), QStringList{u"in force"_s});
+        it.program.prompts.whileOpen = [] {
+            OtherEye(u"molvark-players.db"_s)
+                .ask("INSERT INTO actions (time, kind, server, num, guid, name, clean_name, address, maybe, automatic,"
+                     " imported, lifted, verdict, reason) SELECT time + 60, kind, server, num, '77', name, clean_name,"
+                     " address, maybe, automatic, imported, lifted, verdict, reason FROM actions");
+        };
+        it.unban();
+        QTRY_COMPARE(it.states(), QStringList({u"in force"_s, u"lifted"_s}));
+        QCOMPARE(it.tableColumn("tblbans", 3), QStringList({u"77"_s, u"100005"_s}));
+        it.program.prompts.whileOpen = {};
+        (void)it.program.prompts.takeBoxes();
+    }
+
+    void whatTheBookNotesOfACommand_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("reply");
+        QTest::addColumn<Verdict>("verdict");
+        QTest::addColumn<QString>("word");
+        QTest::addColumn<bool>("isTaken");
+        const QString done = u"Ben was banned"_s;
+        const QString notThere = u"Client 5 is not active"_s;
+        const QString nobody = u"Can't ban user, GUID is 0"_s;
+        QTest::newRow("answered") << u"banclient 5"_s << done << Verdict::Answered << u"answered"_s << true;
+        QTest::newRow("late") << u"banclient 5"_s << done << Verdict::Late << u"late"_s << true;
+        QTest::newRow("refused") << u"banclient 5"_s << notThere << Verdict::NoSuchPlayer << u"no such player"_s
+                                 << false;
+        QTest::newRow("refused late") << u"banclient 5"_s << notThere << Verdict::Late << u"no such player"_s << false;
+        QTest::newRow("GUID 0") << u"banclient 5"_s << nobody << Verdict::Answered << u"answered: GUID is 0"_s << false;
+        QTest::newRow("GUID 0 late") << u"tempbanclient 5"_s << nobody << Verdict::Late << u"answered: GUID is 0"_s
+                                     << false;
+        QTest::newRow("silent") << u"banclient 5"_s << QString() << Verdict::Silent << u"silent"_s << false;
+    }
+
+    void whatTheBookNotesOfACommand()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, reply);
+        QFETCH(Verdict, verdict);
+        const SentCopy copy{.number = 7, .comm = command, .password = {}, .datagram = {}};
+        LedgerEntry entry(copy, KnownPasswords(), QDateTime(), {});
+        entry.reply = reply;
+        entry.verdict = verdict;
+        const CommandVerdict noted = bookVerdict(entry);
+        QCOMPARE(noted.number, 7);
+        QTEST(noted.word, "word");
+        QTEST(noted.isTaken, "isTaken");
+    }
+
     void aNameWithABlankIsQuoted()
     {
         BanBook it(u"^1Ben  the Bad"_s);
@@ -352,6 +416,28 @@ private slots:
         it.button("cmdbanimport")->click();
         QCOMPARE(it.box().title, u"Import bans"_s);
     }
+
+    void aFileThatIsTooLargeIsTold()
+    {
+        BanBook it;
+        it.program.write(u"ban.txt"_s, QByteArray("12345 Zed\n").repeated(110'000));
+        it.program.prompts.lines = {u"ban.txt"_s};
+        it.button("cmdbanimport")->click();
+        QVERIFY(it.box().text.startsWith(u"This file is larger than 1 MB"));
+        QCOMPARE(it.states(), QStringList());
+    }
+
+#ifdef Q_OS_UNIX
+    // Opening it would wait until somebody writes into it.
+    void aPipeIsNotRead()
+    {
+        BanBook it;
+        QCOMPARE(mkfifo("pipe.txt", 0600), 0);
+        it.program.prompts.lines = {u"pipe.txt"_s};
+        it.button("cmdbanimport")->click();
+        QVERIFY(it.box().text.startsWith(u"Error reading file"));
+    }
+#endif
 
     void theExportHoldsWhatIsInForce()
     {

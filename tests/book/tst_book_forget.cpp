@@ -118,7 +118,47 @@ private slots:
         QVERIFY(!store.page(player));
     }
 
+    // As when the program is killed between the two.
+    void whatCouldNotBeCleanedIsCleanedAtTheNextOpening()
+    {
+        {
+            BookStore store(path);
+            store.remove(withManyNames(store));
+            QVERIFY(OtherEye(path).ask("PRAGMA freelist_count").toInt() > 0);
+            QCOMPARE(OtherEye(path).ask("SELECT count(*) FROM upkeep"), 1);
+        }
+        BookStore store(path);
+        QCOMPARE(OtherEye(path).ask("PRAGMA freelist_count"), 0);
+        QCOMPARE(OtherEye(path).ask("SELECT count(*) FROM upkeep"), 0);
+        QCOMPARE(store.size().players, 0);
+    }
+
+    void orWithTheNextChange()
+    {
+        BookStore store(path, 0, [](qint64) { return false; });
+        const qint64 player = withManyNames(store);
+        {
+            OtherEye reader(path);
+            reader.ask("BEGIN");
+            reader.ask("SELECT count(*) FROM players");
+            QVERIFY_EXCEPTION_THROWN(store.forget(player), BookFault);
+            QVERIFY(found(path).contains("Zebulon"));
+        }
+        store.feed(populate(2000, {bob}));
+        QCOMPARE(found(path), QByteArrayList());
+        QCOMPARE(OtherEye(path).ask("SELECT count(*) FROM upkeep"), 0);
+        QCOMPARE(store.size().players, 1);
+    }
+
 private:
+    static qint64 withManyNames(BookStore &store)
+    {
+        qint64 player = 0;
+        for (int number = 0; number < 400; ++number)
+            player = store.feed(populate(1000 + number, {as(bob, u"Zebulon %1"_s.arg(number), {})})).first().player;
+        return player;
+    }
+
     std::unique_ptr<QTemporaryDir> folder;
     QString path;
 };

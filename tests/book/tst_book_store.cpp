@@ -2,11 +2,14 @@
 #include "book/book_fault.h"
 #include "book/book_store.h"
 #include "evening.h"
+#include "other_eye.h"
 #include "test_class.h"
 
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -39,9 +42,9 @@ private slots:
         QCOMPARE(page.player.names, 1);
         QCOMPARE(texts(page.names), QStringList{u"^1Bob"_s});
         QCOMPARE(texts(page.addresses), QStringList{u"10.0.0.1"_s});
-        QCOMPARE(page.pings.size(), 2);
-        QCOMPARE(page.pings.at(1).time, 1030);
-        QCOMPARE(page.pings.at(1).ping, 48);
+        QCOMPARE(page.sightings.size(), 2);
+        QCOMPARE(page.sightings.at(1).time, 1030);
+        QCOMPARE(page.sightings.at(1).ping, 48);
     }
 
     void aGapOfThirtyMinutesBeginsANewVisit_data()
@@ -189,6 +192,73 @@ private slots:
         QCOMPARE(store.addNote(4711, u"of nobody"_s, 1), 0);
     }
 
+    void noNumberIsGivenTwice()
+    {
+        BookStore store(path);
+        const qint64 player = store.feed(populate(1000, {bob})).first().player;
+        const qint64 note = store.addNote(player, u"x"_s, 1);
+        BookAction action;
+        action.guid = bob.guid;
+        const qint64 kicked = store.addAction(action);
+        store.forget(player);
+        const qint64 next = store.feed(populate(2000, {alice})).first().player;
+        QVERIFY(next > player);
+        QVERIFY(store.addNote(next, u"y"_s, 1) > note);
+        QVERIFY(store.addAction(action) > kicked);
+    }
+
+    void everyListIsOnThePageOfAPlayer()
+    {
+        BookStore store(path);
+        store.feed(populate(1000, {guest(u"^1Guest"_s, u"10.0.0.1:5"_s)}, u"a:1"_s));
+        SeenPlayer connecting = guest(u"Guest"_s, u"10.0.0.1:6"_s);
+        connecting.ping = -1;
+        connecting.score = 9;
+        const qint64 player = store.feed(populate(1010, {connecting}, u"b:2"_s)).first().player;
+        const BookPage page = store.page(player).value();
+        QCOMPARE(page.nobodyName, u"Guest"_s);
+        QCOMPARE(page.nobodyAddress, u"10.0.0.1"_s);
+        QCOMPARE(page.sightings.size(), 2);
+        QCOMPARE(page.sightings.at(0).server, u"a:1"_s);
+        QCOMPARE(page.sightings.at(1).server, u"b:2"_s);
+        QCOMPARE(page.sightings.at(1).ping, -1);
+        QCOMPARE(page.sightings.at(1).score, 9);
+    }
+
+    // As a server may list him that gives everybody the same GUID, or invents players.
+    void oneOfThousandsOfNamesIsTakenOnce()
+    {
+        BookStore store(path);
+        QList<SeenPlayer> rows;
+        for (int number = 1; number <= 3000; ++number)
+            rows.append(as(bob, u"Somebody with the number %1"_s.arg(number), u"10.0.0.1:1"_s));
+        rows.append(rows.last());
+        const auto known = store.feed(populate(1000, rows));
+        QCOMPARE(known.size(), 3001);
+        QCOMPARE(known.at(7).name, u"Somebody with the number 8"_s);
+        QCOMPARE(known.at(7).player, known.last().player);
+        QVERIFY(known.first().hasCome && !known.last().hasCome);
+        const qint64 player = known.first().player;
+        const BookPage page = store.page(player).value();
+        QCOMPARE(page.player.visits, 1);
+        QCOMPARE(page.names.size(), 3000);
+        QVERIFY(std::ranges::all_of(page.names, [](const BookAlias &name) { return name.times == 1; }));
+        QCOMPARE(page.sightings.size(), 1);
+        QCOMPARE(store.page(player, 1000).value().names.size(), 1000);
+        QVERIFY(OtherEye(path).ask("SELECT max(length(found_by)) FROM players").toInt() <= 32'768);
+        QCOMPARE(store.search(u"number 3000"_s, 0, 10).size(), 1); // the newest are found
+        QCOMPARE(store.search(u"1001"_s, 0, 10).size(), 1);        // and his GUID
+    }
+
+    void aGuidIsGivenBackAsItStoodInTheList()
+    {
+        BookStore store(path);
+        SeenPlayer nobody = guest(u"Guest"_s, u"10.0.0.1:5"_s);
+        nobody.guid = u"00"_s;
+        QCOMPARE(store.feed(populate(1000, {nobody})).first().guid, u"00"_s);
+        QCOMPARE(store.search({}, 0, 10).first().guid, u"0"_s);
+    }
+
     void countsOfServersAreKeptApart()
     {
         BookStore store(path);
@@ -221,7 +291,7 @@ private slots:
         BookStore store(path, 5000);
         QCOMPARE(store.size().sightings, 1);
         QCOMPARE(store.size().players, 1);
-        QCOMPARE(store.page(player).value().pings.first().time, 5000);
+        QCOMPARE(store.page(player).value().sightings.first().time, 5000);
         QCOMPARE(store.page(player).value().player.firstSeen, 1000); // the rest stays
         QCOMPARE(store.counts(u"10.1.1.1:28960"_s, 0).size(), 1);
         QVERIFY(store.size().bytes > 0);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "activation.h"
 #include "book_hands.h"
+#include "other_eye.h"
 #include "tests/players/losing_lists.h"
 
 #include <QCheckBox>
@@ -9,6 +10,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSpinBox>
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 
@@ -21,6 +23,18 @@ QByteArray written(const Program &program, const QString &name)
 {
     (void)QTest::qWaitFor([&] { return !program.file(name).isEmpty(); });
     return program.file(name);
+}
+
+/// What one reads in the tip of an item.
+QString tip(const QListWidget &list, int row)
+{
+    const QString text = list.item(row)->toolTip();
+    QTextDocument shown;
+    if (Qt::mightBeRichText(text))
+        shown.setHtml(text);
+    else
+        shown.setPlainText(text);
+    return shown.toPlainText();
 }
 
 } // namespace
@@ -233,6 +247,8 @@ private slots:
         QTRY_COMPARE(it.players().size(), 400);
         it.find<QTableView>("tblbook")->scrollToBottom();
         QTRY_VERIFY(it.players().size() >= 410);
+        it.type("txtbooksearch", u"p"_s); // all of them, and only a page of them is wanted
+        QTRY_COMPARE(it.players().size(), 200);
     }
 
     void notesAreAddedChangedAndDeleted()
@@ -266,6 +282,158 @@ private slots:
         it.button("cmdbooknotedelete")->click();
         QTRY_COMPARE(it.list("lstbooknotes"), QStringList());
         QTRY_COMPARE(it.mark(0), QString());
+    }
+
+    void whatLooksLikeMarkUpIsShownAsItIs()
+    {
+        BookHands it;
+        it.put({somebody(3, u"<b>x</b>"_s)});
+        it.populate();
+        it.select(0);
+        it.program.click(u"cmdplykick"_s);
+        it.open();
+        it.choosePlayer(u"<b>x</b>^7"_s);
+        it.type("txtbooknote", u"<i>y</i>"_s);
+        it.button("cmdbooknote")->click();
+        QTRY_COMPARE(it.list("lstbooknotes").size(), 1);
+        QTRY_COMPARE(it.list("lstbookactions").size(), 1);
+        QVERIFY(tip(*it.find<QListWidget>("lstbooknames"), 0).startsWith(u"<b>x</b>^7 "));
+        QVERIFY(tip(*it.find<QListWidget>("lstbookactions"), 0).contains(u"as <b>x</b>^7"));
+        QCOMPARE(tip(*it.find<QListWidget>("lstbooknotes"), 0), u"<i>y</i>"_s);
+    }
+
+    void nothingIsDoneToOneWhoIsNotShownYet()
+    {
+        BookHands it;
+        it.put({somebody(3, u"Ann"_s), somebody(5, u"Ben"_s)});
+        it.populate();
+        it.open();
+        it.choosePlayer(u"Ann^7"_s);
+        QVERIFY(it.button("cmdbookforget")->isEnabled());
+        it.choose("tblbook", u"Ben^7"_s); // and no answer of the book yet
+        QCOMPARE(it.label("lblbookplayer"), u"Ann, GUID 100003"_s);
+        QVERIFY(!it.button("cmdbookforget")->isEnabled());
+        QVERIFY(!it.find<QCheckBox>("chkbookflag")->isEnabled());
+        QVERIFY(!it.find<QLineEdit>("txtbooknote")->isEnabled());
+        QVERIFY(!it.button("cmdbookjson")->isEnabled());
+        QTRY_COMPARE(it.label("lblbookplayer"), u"Ben, GUID 100005"_s);
+        QVERIFY(it.button("cmdbookforget")->isEnabled());
+    }
+
+    // Behind the lock of another program.
+    void whatWasTypedAndDoneIsNotLost()
+    {
+        BookHands it;
+        it.put({somebody(3, u"Ann"_s)});
+        it.populate();
+        it.open();
+        it.choosePlayer(u"Ann^7"_s);
+        it.type("txtbooknote", u"Polite"_s);
+        {
+            OtherEye other(bookFile);
+            other.ask("BEGIN IMMEDIATE");
+            it.button("cmdbooknote")->click();
+            QTRY_VERIFY_WITH_TIMEOUT(it.status("lblbook").contains(u"locked"), 15'000);
+            QTRY_VERIFY(it.button("cmdbooknote")->isEnabled());
+            QCOMPARE(it.find<QLineEdit>("txtbooknote")->text(), u"Polite"_s);
+            it.button("cmdbookforget")->click();
+            QVERIFY2(it.box().text.startsWith(u"Remove everything"), "it asks");
+            const Box told = it.nextBox();
+            QVERIFY2(told.text.startsWith(u"Ann, GUID 100003 has not been forgotten."), qPrintable(told.text));
+            QCOMPARE(it.label("lblbookplayer"), u"Ann, GUID 100003"_s);
+            it.select(0);
+            it.program.click(u"cmdplykick"_s);
+            it.populate();
+            (void)it.program.prompts.takeBoxes();
+        }
+        it.button("cmdbooknote")->click();
+        QTRY_COMPARE(it.list("lstbooknotes").size(), 1);
+        QCOMPARE(it.find<QLineEdit>("txtbooknote")->text(), QString());
+        QTRY_VERIFY2(it.list("lstbookactions").value(0).endsWith(u"as Ann^7: answered"),
+                     qPrintable(it.list("lstbookactions").join(u'|')));
+        QCOMPARE(it.list("lstbookactions").size(), 1);
+    }
+
+    void whoIsConnectingHasNoPing()
+    {
+        BookHands it;
+        it.server.answer("status",
+                         {statusHeading + "  3     7 CNCT 123456 Ann            50 10.0.0.1:28960 1234 25000\n\n"});
+        it.populate();
+        it.pass(60);
+        it.server.answer("status", {statusHeading + statusLine("Ann") + "\n"});
+        it.populate();
+        it.open();
+        it.choosePlayer(u"Ann"_s);
+        QTRY_VERIFY2(it.find<QWidget>("pltbookping")->accessibleDescription().contains(u"at least 48"),
+                     qPrintable(it.find<QWidget>("pltbookping")->accessibleDescription()));
+    }
+
+    void whoIsNotFlaggedAnyMoreIsNotTold()
+    {
+        BookHands it;
+        it.put({somebody(3, u"Ann"_s)});
+        it.populate();
+        it.open();
+        it.choosePlayer(u"Ann^7"_s);
+        it.find<QCheckBox>("chkbookflag")->click();
+        QTRY_COMPARE(it.status("lblbook"), u"Flagged: Ann"_s);
+        it.find<QCheckBox>("chkbookflag")->click();
+        QTRY_COMPARE(it.status("lblbook"), QString());
+        it.find<QCheckBox>("chkbookflag")->click();
+        QTRY_COMPARE(it.status("lblbook"), u"Flagged: Ann"_s);
+        it.button("cmdbookforget")->click();
+        (void)it.box();
+        QTRY_COMPARE(it.status("lblbook"), QString());
+    }
+
+    void whoIsFlaggedStandsBesideWhatIsWrongWithTheBook()
+    {
+        BookHands it(QByteArray{});
+        QVERIFY(writeBytes(bookFile, "no book"));
+        it.open();
+        it.find<QCheckBox>("chkbook")->click();
+        it.put({somebody(3, u"Ann"_s)});
+        it.populate();
+        it.choosePlayer(u"Ann^7"_s);
+        it.find<QCheckBox>("chkbookflag")->click();
+        QTRY_VERIFY2(it.status("lblbook").startsWith(u"Flagged: Ann. molvark-players.db was broken"),
+                     qPrintable(it.status("lblbook")));
+    }
+
+    void daysBeyondTheLimitsAreNinety_data()
+    {
+        QTest::addColumn<QByteArray>("days");
+        QTest::addColumn<int>("kept");
+        QTest::newRow("none") << "0"_ba << 90;
+        QTest::newRow("less than none") << "-1"_ba << 90;
+        QTest::newRow("too many") << "3651"_ba << 90;
+        QTest::newRow("far too many") << "99999999999"_ba << 90;
+        QTest::newRow("no number") << "ten"_ba << 90;
+        QTest::newRow("most") << "3650"_ba << 3650;
+        QTest::newRow("fewest") << "1"_ba << 1;
+    }
+
+    void daysBeyondTheLimitsAreNinety()
+    {
+        QFETCH(QByteArray, days);
+        BookHands it("[book]\r\ndays=" + days + "\r\n");
+        it.open();
+        QTEST(it.find<QSpinBox>("spnbookdays")->value(), "kept");
+    }
+
+    void aPlayerWhoIsGoneCannotBeSaved()
+    {
+        BookHands it;
+        it.put({somebody(3, u"Ann"_s)});
+        it.populate();
+        it.open();
+        it.choosePlayer(u"Ann^7"_s);
+        OtherEye(bookFile).ask("DELETE FROM players");
+        it.program.prompts.lines = {u"ann.json"_s};
+        it.button("cmdbookjson")->click();
+        QVERIFY(it.nextBox().text.startsWith(u"This player is not in the book any more"));
+        QVERIFY(!QFile::exists(u"ann.json"_s));
     }
 
     void aFlaggedPlayerWhoComesIsTold()
@@ -397,7 +565,7 @@ private slots:
         QCOMPARE(saved.value(u"guid"_s).toString(), u"100003"_s);
         QCOMPARE(saved.value(u"names"_s).toArray().at(0).toObject().value(u"text"_s).toString(), u"Ann^7"_s);
         QCOMPARE(saved.value(u"notes"_s).toArray().at(0).toObject().value(u"text"_s).toString(), u"Polite"_s);
-        QCOMPARE(saved.value(u"pings"_s).toArray().size(), 1);
+        QCOMPARE(saved.value(u"sightings"_s).toArray().at(0).toObject().value(u"server"_s).toString(), it.address());
     }
 
     void theListIsSavedAsCsv()
