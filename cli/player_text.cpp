@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "player_text.h"
 
-#include "masking.h"
 #include "base/colour_codes.h"
+#include "masking.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -175,9 +175,8 @@ void StatusBar::build()
     lblrecord = new RecordMark(this);
     lblanswer = new ElidedLabel(u"lblanswer"_s, this); // more than the rest it is for the moment, so it stands first
     int place = 4;                                     // behind the four at the left, before the button
-    for (QLabel *label :
-         std::initializer_list<QLabel *>{lblanswer, lblbook, lblverdict, lbltimetable, lbllearn, lblcycle, lblrefresh,
-                                         lblrecord}) {
+    for (QLabel *label : std::initializer_list<QLabel *>{lblanswer, lblbook, lblverdict, lbltimetable, lbllearn,
+                                                         lblcycle, lblrefresh, lblrecord}) {
         insertPermanentWidget(place++, label);
         label->hide();
     }

@@ -89,7 +89,7 @@ private:
     QString password;
     Asked query;
     Asked console;
-    QByteArray text; ///< the question that is out
+    QByteArray text;             ///< the question that is out
     CheckPatience::Question how; ///< it is asked
     int copiesSent = 0;
     bool isHeldBack = false; ///< until its turn

@@ -25,7 +25,10 @@ CheckPace paceOf(const Services &services)
 } // namespace
 
 CheckWindow::CheckWindow(const Services &services_, QWidget *parent)
-    : QWidget(parent), services(services_), ui(std::make_unique<Ui::CheckWindow>()), runner(CheckPatience(), paceOf(services), this)
+    : QWidget(parent),
+      services(services_),
+      ui(std::make_unique<Ui::CheckWindow>()),
+      runner(CheckPatience(), paceOf(services), this)
 {
     ui->setupUi(this);
     addCloseKey(*this);

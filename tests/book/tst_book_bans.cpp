@@ -307,12 +307,25 @@ private slots:
 
     void aNameWithABlankIsQuoted()
     {
-        BanBook it(u"^1Ben  the Bad"_s);
+        BanBook it(u"^1Ben the Bad"_s);
         it.act(1, u"cmdplyban"_s);
         QTRY_COMPARE(it.states(), QStringList{u"in force"_s});
         it.unban();
         QTRY_COMPARE(it.states(), QStringList{u"lifted"_s});
         (void)it.program.prompts.takeBoxes();
+        QCOMPARE(it.server.commands(), QByteArrayList{"unbanUser \"Ben the Bad\""});
+    }
+
+    // In the list of players two blanks are one, so the name under which the server has the ban is not known.
+    void whatTheServerDoesNotFindStaysInForce()
+    {
+        BanBook it(u"^1Ben  the Bad"_s);
+        it.act(1, u"cmdplyban"_s);
+        QTRY_COMPARE(it.states(), QStringList{u"in force"_s});
+        it.unban();
+        QTRY_COMPARE(it.hint(), u"The bans of Ben the Bad have not been lifted: no such player."_s);
+        (void)it.program.prompts.takeBoxes();
+        QCOMPARE(it.states(), QStringList{u"in force"_s});
         QCOMPARE(it.server.commands(), QByteArrayList{"unbanUser \"Ben the Bad\""});
     }
 
