@@ -11,10 +11,10 @@ mkdir -p "$walk/program"
 cd "$walk/program"
 trap 'kill $(jobs -p) 2>/dev/null || true; wait' EXIT
 
-# eventually COMMAND...: until it succeeds, twenty seconds at most.
+# eventually COMMAND...: until it succeeds, a minute at most.
 eventually() {
     local try
-    for try in {1..200}; do
+    for try in {1..600}; do
         "$@" >/dev/null 2>&1 && return 0
         sleep 0.1
     done

@@ -3,6 +3,9 @@
 #include "recording_lines.h"
 #include "window_test.h"
 
+#include <QLabel>
+#include <QTableView>
+
 #include <chrono>
 
 using namespace Qt::StringLiterals;
@@ -58,6 +61,48 @@ private slots:
         on.program.clock.set(on.program.clock.now().addMSecs(500));
         enter(u"set second 1"_s);
         QVERIFY(on.server.game().dvars().find(u"second"_s) != nullptr);
+    }
+
+    void everyPageIsRead()
+    {
+        ConnectedProgram on(against(withPlayers(12)));
+        const GameServer &game = on.server.game();
+        on.program.click(u"cmdservpop"_s);
+        QCOMPARE(on.program.text(u"txtservername"_s), game.dvars().value(u"sv_hostname"_s));
+        QCOMPARE(on.program.text(u"txtmaxclients"_s), game.dvars().value(u"sv_maxclients"_s));
+        on.program.click(u"cmdpopmaps"_s);
+        QVERIFY(on.program.rows(u"lstmaps"_s).contains(u"mp_toujane"_s));
+        on.program.click(u"cmdplypop"_s);
+        const QAbstractItemModel *players = on.program.find<QTableView>(u"msfplayers"_s)->model();
+        QCOMPARE(players->rowCount(), 12);
+        QCOMPARE(players->index(0, 2).data().toString(), QString(game.players().all().constFirst().guid));
+        on.program.click(u"cmdpopwep"_s);
+        on.program.click(u"cmdCodOther_1"_s);
+        for (const QString &label : {u"lblread_cmdservpop"_s, u"lblread_cmdpopmaps"_s, u"lblread_cmdplypop"_s,
+                                     u"lblread_cmdpopwep"_s, u"lblread_cmdCodOther_1"_s})
+            QVERIFY2(on.program.find<QLabel>(label)->text().startsWith(u"read "), qPrintable(label));
+    }
+
+    void changedSettingsReachTheServer()
+    {
+        ConnectedProgram on(against(withPlayers(12)));
+        on.program.click(u"cmdservpop"_s);
+        on.program.setText(u"txtservermotd"_s, u"Mind the snipers"_s);
+        on.program.setText(u"txtmaxping"_s, u"250"_s);
+        on.program.click(u"cmdservsetbasics"_s);
+        QCOMPARE(on.program.prompts.takeBoxes().size(), 1); // the question
+        QCOMPARE(on.server.game().dvars().value(u"scr_motd"_s), u"Mind the snipers"_s);
+        QCOMPARE(on.server.game().dvars().value(u"sv_maxping"_s), u"250"_s);
+    }
+
+    void aMessageIsSaid()
+    {
+        ConnectedProgram on(against(withPlayers(12)));
+        on.program.prompts.lines = {u"Good evening"_s};
+        on.program.click(u"cmdmessage"_s);
+        QCOMPARE(on.lines(), QStringList{u"Message to server>> RemoteUser Good evening"_s});
+        QVERIFY(!on.server.commands().isEmpty());
+        QVERIFY(on.server.commands().constFirst().startsWith("say"));
     }
 
     void aWrongPasswordIsToldInTheServersWords()
