@@ -81,8 +81,6 @@ MainWindow::MainWindow(Services &services_, Connecting &connecting_, const Excha
     wireMenus();
     tools = new ToolsMenu(services, connecting, exchange, udpclient, *others, *this);
     tools->tell(*ui->statusbar);
-    consoleHelp = new ConsoleHelp(services, exchange, connecting, *this);
-    consoleHelp->tell(*ui->statusbar);
     wireStatusBar();
     wireKeys();
 }
@@ -290,6 +288,8 @@ void MainWindow::load()
     wireBook();
     orderTabs();
     ui->statusbar->build();
+    consoleHelp = new ConsoleHelp(services, exchange, connecting, *this);
+    consoleHelp->tell(*ui->statusbar);
     const IniText ini = services.ini.contents();
     savedServers->load(readSavedServers(ini));
     messagesPage->load(ini);

@@ -3,9 +3,9 @@
 
 #include "rcon/shown_command.h"
 
-#include <QList>
-
 #include <algorithm>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -17,36 +17,44 @@ QString asterisks(qsizetype count)
 }
 
 /// Of each beginning of `password` how many characters of its end are a shorter beginning.
-QList<qsizetype> overlaps(QStringView password)
+std::vector<std::size_t> overlapsOf(std::u16string_view password)
 {
-    QList<qsizetype> found(password.size(), 0);
-    for (qsizetype at = 1, size = 0; at < password.size(); ++at) {
-        while (size > 0 && password.at(at) != password.at(size))
-            size = found.at(size - 1);
-        size += password.at(at) == password.at(size) ? 1 : 0;
+    std::vector<std::size_t> found(password.size(), 0);
+    for (std::size_t at = 1, size = 0; at < password.size(); ++at) {
+        while (size > 0 && password[at] != password[size])
+            size = found[size - 1];
+        size += password[at] == password[size] ? 1 : 0;
         found[at] = size;
     }
     return found;
 }
 
-/// `original` is `text` as it was before anything was starred: passwords can overlap, also themselves.
-void starAll(QString &text, QStringView original, QStringView password)
+std::u16string_view characters(QStringView text)
+{
+    return {text.utf16(), static_cast<std::size_t>(text.size())};
+}
+
+/// `original` is `text` as it was before anything was starred: passwords can overlap, also themselves. `shorter`: how
+/// this one does.
+void starAll(QString &text, QStringView original, QStringView password, const std::vector<std::size_t> &shorter)
 {
     const qsizetype first = original.indexOf(password);
     if (first < 0)
         return;
-    const QList<qsizetype> shorter = overlaps(password);
-    qsizetype starred = first;
-    for (qsizetype at = first, size = 0; at < original.size(); ++at) {
-        while (size > 0 && original.at(at) != password.at(size))
-            size = shorter.at(size - 1);
-        size += original.at(at) == password.at(size) ? 1 : 0;
-        if (size < password.size())
+    const std::u16string_view all = characters(original);
+    const std::u16string_view wanted = characters(password);
+    QChar *stars = text.data();
+    std::size_t starred = static_cast<std::size_t>(first);
+    for (std::size_t at = starred, size = 0; at < all.size(); ++at) {
+        while (size > 0 && all[at] != wanted[size])
+            size = shorter[size - 1];
+        size += all[at] == wanted[size] ? 1 : 0;
+        if (size < wanted.size())
             continue;
-        const qsizetype begin = std::max(starred, at + 1 - size);
+        const std::size_t begin = std::max(starred, at + 1 - size);
         starred = at + 1;
-        std::fill(text.begin() + begin, text.begin() + starred, asterisk);
-        size = shorter.constLast();
+        std::fill(stars + begin, stars + starred, asterisk);
+        size = shorter.back();
     }
 }
 
@@ -69,6 +77,7 @@ bool KnownPasswords::add(const QString &password)
     if (password.isEmpty() || passwords.contains(password))
         return false;
     passwords.append(password);
+    overlaps.push_back(overlapsOf(characters(password)));
     return true;
 }
 
@@ -89,8 +98,8 @@ qsizetype KnownPasswords::longest() const
 void KnownPasswords::star(QString &text) const
 {
     const QString original = text;
-    for (const QString &password : passwords)
-        starAll(text, original, password);
+    for (qsizetype index = 0; index < passwords.size(); ++index)
+        starAll(text, original, passwords.at(index), overlaps.at(static_cast<std::size_t>(index)));
 }
 
 void KnownPasswords::starNext(QString &before, QString &after, bool isLosing) const
@@ -101,9 +110,10 @@ void KnownPasswords::starNext(QString &before, QString &after, bool isLosing) co
         starEnd(before, left);
         after.replace(0, right, asterisks(right));
     };
-    for (const QString &password : passwords) {
+    for (qsizetype index = 0; index < passwords.size(); ++index) {
+        const QString &password = passwords.at(index);
         const qsizetype length = password.size();
-        starAll(after, original, password);
+        starAll(after, original, password, overlaps.at(static_cast<std::size_t>(index)));
         const qsizetype most = std::min(length - 1, tail.size()); // of it that can stand before
         for (qsizetype size = 1; size <= most; ++size) {
             if (isParted(tail, original, password, size, 0))

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <vector>
+
 /// The passwords that have been used or set in this run, of whatever server. Where one stands in a text it is shown as
 /// asterisks, one for each character.
 class KnownPasswords final {
@@ -28,4 +30,5 @@ public:
 
 private:
     QStringList passwords;
+    std::vector<std::vector<std::size_t>> overlaps; ///< of each with itself
 };

@@ -44,8 +44,10 @@ void skipBlanks(QStringView &rest)
 qsizetype wordSize(QStringView rest)
 {
     qsizetype size = 0;
-    while (size < rest.size() && !isBlank(rest.at(size)) && rest.at(size) != u'"' &&
-           !rest.sliced(size).startsWith("/*"_L1))
+    const auto beginsComment = [rest](qsizetype at) {
+        return rest.at(at) == u'/' && at + 1 < rest.size() && rest.at(at + 1) == u'*';
+    };
+    while (size < rest.size() && !isBlank(rest.at(size)) && rest.at(size) != u'"' && !beginsComment(size))
         ++size;
     return size;
 }
