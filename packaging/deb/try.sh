@@ -34,7 +34,7 @@ files() {
 files >"$bare/before"
 chroot "$bare/root" dpkg -i /tmp/molvark.deb >/dev/null
 files >"$bare/installed"
-chroot "$bare/root" env -i PATH=/usr/bin:/bin HOME=/root LC_ALL=C.UTF-8 bash /tmp/walk.sh
+chroot "$bare/root" env -i PATH=/usr/bin:/bin HOME=/tmp LC_ALL=C.UTF-8 bash /tmp/walk.sh
 mkdir -p build/deb/walk
 cp "$bare"/root/tmp/walk/*.png build/deb/walk/
 chroot "$bare/root" dpkg --purge molvark >/dev/null

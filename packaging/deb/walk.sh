@@ -30,10 +30,14 @@ Xvfb :7 -screen 0 1280x1024x24 -nolisten tcp 2>/dev/null &
 export DISPLAY=:7
 eventually xdotool getmouselocation
 openbox &
+eventually xdotool get_num_desktops # the window manager is there
+sleep 2
 printf '[options]\r\nautoconnect=1\r\nautoconnectserv=127.0.0.1\r\nautoconnectport=28960\r\nautoconnectrcon=practice\r\n' \
     >molvark.ini
 molvark &
 program=$!
+sleep 5
+kill -0 "$program" || fail "The program has ended at once."
 eventually xdotool search --onlyvisible --name Molvark
 window=$(xdotool search --onlyvisible --name Molvark | head -n 1)
 xdotool windowactivate --sync "$window"
