@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "book/book_store.h"
+#include "book/sql_book_store.h"
 #include "median.h"
 #include "row.h"
 
@@ -95,12 +95,12 @@ int main(int argc, char *argv[])
     const QString path = folder.filePath(u"molvark-players.db"_s);
     double file = 0;
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         fill(store);
     }
     bool kept = row("Player book of 1,000,000 sightings of 20,000 players: opened",
-                    milliseconds([&] { const BookStore store(path); }), 2000, " ms");
-    BookStore store(path);
+                    milliseconds([&] { const SqlBookStore store(path); }), 2000, " ms");
+    SqlBookStore store(path);
     file = static_cast<double>(store.size().bytes) / 1048576;
     kept &= row("its file", file, 100, " MiB");
     kept &= searching(store, "its first 100 rows, nothing typed", {});

@@ -49,11 +49,11 @@ void writePastEvenings(const QString &address)
     options.players = 20;
     options.renames = true;
     GameServer game(options);
-    BookStore store(u"molvark-players.db"_s);
+    const auto store = openBookStore(u"molvark-players.db"_s, 0, BookStore::fiveSeconds, false);
     const qint64 now = QDateTime::currentSecsSinceEpoch();
     for (qint64 time = now - longAgo; time < now - betweenLists; time += betweenLists) {
         for (int second = 0; second < 60; ++second) // a minute is enough for somebody to come or go
             (void)game.tick();
-        (void)store.feed(feedOf(game, address, time));
+        (void)store->feed(feedOf(game, address, time));
     }
 }

@@ -4,8 +4,9 @@
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 . scripts/lib/packages.sh
+umask 022
 
-install_packages "${build_packages[@]}" dpkg-dev fakeroot lintian
+install_packages "${build_packages[@]}" dpkg-dev lintian
 version=$(sed -n 's/^project(Molvark VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 architecture=$(dpkg --print-architecture)
 SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --pretty=%ct)}
@@ -36,14 +37,14 @@ install -m 644 CHANGELOG.md "$doc/CHANGELOG.md"
 gzip -9n "$doc/changelog" "$doc/CHANGELOG.md" "$root"/usr/share/man/man1/*.1
 find "$root" -type d -exec chmod 755 {} +
 
-# What the programs are linked with is found by itself. The display and the database driver are loaded by name.
+# What the programs are linked with is found by itself. The database driver is loaded by name.
 mkdir -p "$out/debian"
 : >"$out/debian/control"
-libraries=$(cd "$out" && dpkg-shlibdeps -O "$root"/usr/bin/* | sed -n 's/^shlibs:Depends=//p')
+libraries=$(cd "$out" && dpkg-shlibdeps -O "$root"/usr/bin/* "$root"/usr/lib/*/molvark/*.so | sed -n 's/^shlibs:Depends=//p')
 mkdir "$root/DEBIAN"
 sed -e "s/@VERSION@/$version/" -e "s/@ARCHITECTURE@/$architecture/" \
     -e "s/@SIZE@/$(du -sk --exclude=DEBIAN "$root" | cut -f1)/" \
-    -e "s/@DEPENDS@/$libraries, libqt6sql6-sqlite, qt6-qpa-plugins/" packaging/deb/control.in >"$root/DEBIAN/control"
+    -e "s/@DEPENDS@/$libraries, libqt6sql6-sqlite/" packaging/deb/control.in >"$root/DEBIAN/control"
 (cd "$root" && find usr -type f -print0 | sort -z | xargs -0 md5sum) >"$root/DEBIAN/md5sums"
 find "$root" -newermt "@$SOURCE_DATE_EPOCH" -exec touch -h -d "@$SOURCE_DATE_EPOCH" {} +
 dpkg-deb --root-owner-group -Zxz --build "$root" "$package" >/dev/null

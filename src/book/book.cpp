@@ -17,9 +17,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-constexpr qint64 secondsOfDay = 86'400;
 constexpr auto longestEnd = 3s; // that the program waits for the book when it ends
 
 QString putAsideLine(const QString &aside)
@@ -32,6 +29,7 @@ QString putAsideLine(const QString &aside)
 /// Has the book open in its thread.
 class BookWorker final : public QObject {
 public:
+    using Clock = std::chrono::steady_clock;
     using Reply = std::function<void()>;
     using Job = std::function<Reply(BookStore &)>;
     using Tell = std::function<void(const QString &trouble, bool isAnew, const Reply &reply)>;
@@ -101,7 +99,7 @@ private:
     void openStore(bool doubt)
     {
         const qint64 oldest = QDateTime::currentSecsSinceEpoch() - days * secondsOfDay;
-        store = std::make_unique<BookStore>(
+        store = openBookStore(
             path, oldest, [this](qint64 waited) { return isPatient(waited); }, doubt);
         if (store->putAside().isEmpty())
             return;
@@ -135,7 +133,7 @@ Book::Book(QObject *parent) : QObject(parent) {}
 Book::~Book()
 {
     if (worker)
-        worker->hurry(Clock::now() + longestEnd);
+        worker->hurry(BookWorker::Clock::now() + longestEnd);
     opened = false;
     endThread();
 }

@@ -8,6 +8,8 @@
 /// What goes into the player book and what comes out of it. Times are in seconds since 1970, UTC. Names are as the
 /// server tells them, with their colour codes; addresses are without their port.
 
+inline constexpr qint64 secondsOfDay = 86'400;
+
 /// One undamaged row of the status table.
 struct SeenPlayer {
     QString guid; ///< decimal digits; "0" is that of many

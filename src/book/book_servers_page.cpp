@@ -19,7 +19,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::array<qint64, 3> spanDays{1, 7, 30};
-constexpr qint64 secondsOfDay = 86'400;
 
 /// The numbers of players, with a mark at each new map. What is to be said of many points is kept once.
 PlotData countPlot(const QList<BookCount> &counts, qint64 from, qint64 to)

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "practice/practice_server.h"
+#include "started_program.h"
 #include "test_class.h"
 
 #include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -18,29 +17,12 @@ private slots:
 
     void theProgramConnectsAsTheFolderThatItIsStartedInSays()
     {
-        PracticeServer server;
-        QVERIFY(server.listen());
-        const QTemporaryDir folder;
-        QFile settings(folder.filePath(u"molvark.ini"_s));
-        QVERIFY(settings.open(QIODevice::WriteOnly));
-        settings.write("[options]\r\nautoconnect=1\r\nautoconnectserv=127.0.0.1\r\nautoconnectport=" +
-                       QByteArray::number(server.port()) + "\r\nautoconnectrcon=practice\r\n");
-        settings.close();
-
-        QProcess program;
-#ifdef Q_OS_WIN
-        // The one platform that is in the program there.
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"QT_QPA_PLATFORM"_s, u"windows"_s);
-        program.setProcessEnvironment(environment);
-#endif
-        program.setWorkingDirectory(folder.path());
-        program.start(QStringLiteral(MOLVARK_PROGRAM), QStringList());
-        QTRY_VERIFY_WITH_TIMEOUT(server.commands().contains("fdir *.cfg"), 60'000);
-        QCOMPARE(server.requests().first(), QByteArray(4, '\xFF') + "rcon practice status");
-        QCOMPARE(program.state(), QProcess::Running);
-        program.terminate();
-        QVERIFY(program.waitForFinished());
+        StartedProgram program;
+        program.start(QStringLiteral(MOLVARK_PROGRAM));
+        QCOMPARE(program.server.requests().first(), QByteArray(4, '\xFF') + "rcon practice status");
+        QCOMPARE(program.process.state(), QProcess::Running);
+        program.process.terminate();
+        QVERIFY(program.process.waitForFinished());
     }
 
     void helpAndVersionNeedNoDisplay_data()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "book/book_records.h"
+#include "book/book_store.h"
 
 #include <QStringList>
 
@@ -31,6 +31,12 @@ inline BookFeed populate(qint64 time, const QList<SeenPlayer> &players,
     feed.players = players;
     feed.count = static_cast<int>(players.size());
     return feed;
+}
+
+inline void forget(BookStore &store, qint64 player)
+{
+    store.remove(player);
+    store.cleanUp();
 }
 
 inline QStringList texts(const QList<BookAlias> &aliases)

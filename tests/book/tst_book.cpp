@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "book/book.h"
-#include "book/book_store.h"
+#include "book/sql_book_store.h"
 #include "evening.h"
 #include "other_eye.h"
 #include "test_class.h"
@@ -140,7 +140,7 @@ private slots:
     void theDaysAreKept()
     {
         {
-            BookStore store(bookName);
+            SqlBookStore store(bookName);
             store.feed(populate(now() - 11 * 86'400, {bob}));
             store.feed(populate(now() - 9 * 86'400, {bob}));
         }
@@ -156,7 +156,7 @@ private slots:
     void aLockedBookIsToldAndUsedAgainAfterwards()
     {
         {
-            BookStore store(bookName);
+            SqlBookStore store(bookName);
         }
         Book book;
         QSignalSpy changes(&book, &Book::statechanged);
@@ -187,7 +187,7 @@ private slots:
     void theProgramEndsThoughTheBookIsLocked()
     {
         {
-            BookStore store(bookName);
+            SqlBookStore store(bookName);
         }
         OtherEye other(bookName);
         QElapsedTimer time;
@@ -223,7 +223,7 @@ private slots:
     void aBookThatBreaksWhileItIsInUseIsPutAside()
     {
         {
-            BookStore store(bookName);
+            SqlBookStore store(bookName);
             for (int number = 1; number <= 2000; number += 50) {
                 QList<SeenPlayer> players;
                 for (int each = number; each < number + 50; ++each)
@@ -284,7 +284,7 @@ private slots:
         QFETCH(const bool, hasLog);
         const QString backup = u"backup.db"_s;
         {
-            BookStore original(u"original.db"_s);
+            SqlBookStore original(u"original.db"_s);
             original.feed(populate(now(), {alice}));
             QVERIFY(copyAsKilled(u"original.db"_s, backup)); // Alice is in its log
         }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "book/book.h"
 #include "book/book_fault.h"
-#include "book/book_store.h"
+#include "book/sql_book_store.h"
 #include "evening.h"
 #include "ordinary_user.h"
 #include "other_eye.h"
@@ -119,7 +119,7 @@ private slots:
         QFETCH(const bool, folderToo);
         QFETCH(const bool, broken);
         {
-            BookStore store(bookName);
+            SqlBookStore store(bookName);
             store.feed(populate(1000, {bob}));
         }
         if (broken)
@@ -165,7 +165,7 @@ private slots:
         QVERIFY(other.waitForReadyRead());
         std::optional<BookFault> fault;
         try {
-            BookStore store(bookName, 0, [](qint64) { return false; });
+            SqlBookStore store(bookName, 0, [](qint64) { return false; });
         } catch (const BookFault &caught) {
             fault = caught;
         }
@@ -174,7 +174,7 @@ private slots:
         QVERIFY(fault);
         QCOMPARE(fault->kind(), BookFault::Locked);
         QCOMPARE(QDir::current().entryList(QDir::Files), QStringList{bookName});
-        QCOMPARE(BookStore(bookName).putAside(), u"molvark-players.broken-1.db"_s);
+        QCOMPARE(SqlBookStore(bookName).putAside(), u"molvark-players.broken-1.db"_s);
     }
 
 private:

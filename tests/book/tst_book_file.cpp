@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "book/book_fault.h"
-#include "book/book_store.h"
+#include "book/sql_book_store.h"
 #include "evening.h"
 #include "other_eye.h"
 #include "test_class.h"
@@ -81,7 +81,7 @@ private slots:
     {
         QFETCH(const QByteArray, bytes);
         QVERIFY(writeBytes(path, bytes));
-        BookStore store(path);
+        SqlBookStore store(path);
         QCOMPARE(store.putAside(), u"molvark-players.broken-1.db"_s);
         QCOMPARE(bytesOf(aside(1)), bytes);
         QCOMPARE(store.feed(populate(1000, {bob})).size(), 1);
@@ -91,7 +91,7 @@ private slots:
     {
         for (int number = 1; number <= 3; ++number) {
             QVERIFY(writeBytes(path, "broken "_ba + QByteArray::number(number)));
-            QCOMPARE(BookStore(path).putAside(), u"molvark-players.broken-%1.db"_s.arg(number));
+            QCOMPARE(SqlBookStore(path).putAside(), u"molvark-players.broken-%1.db"_s.arg(number));
             QVERIFY(QFile::remove(path));
         }
         QCOMPARE(bytesOf(aside(1)), "broken 1"_ba);
@@ -111,7 +111,7 @@ private slots:
         const QByteArray log = bytesOf(path + u"-wal"_s);
         QVERIFY(!log.isEmpty());
 
-        BookStore store(path);
+        SqlBookStore store(path);
         QCOMPARE(store.putAside(), u"molvark-players.broken-1.db"_s);
         QCOMPARE(bytesOf(aside(1)), file);
         QCOMPARE(bytesOf(aside(1) + u"-wal"_s), log);
@@ -121,7 +121,7 @@ private slots:
     void aDamagedBookIsPutAsideWithItsLog()
     {
         const QString original = folder->filePath(u"original.db"_s);
-        BookStore before(original);
+        SqlBookStore before(original);
         before.feed(populate(1000, {bob, alice}));
         QVERIFY(copyAsKilled(original, path));
         QByteArray file = bytesOf(path);
@@ -130,7 +130,7 @@ private slots:
         const QByteArray log = bytesOf(path + u"-wal"_s);
         QVERIFY(!log.isEmpty());
 
-        BookStore store(path);
+        SqlBookStore store(path);
         QCOMPARE(store.putAside(), u"molvark-players.broken-1.db"_s);
         QCOMPARE(bytesOf(aside(1)), file);
         QCOMPARE(bytesOf(aside(1) + u"-wal"_s), log);
@@ -140,19 +140,19 @@ private slots:
     void aTruncatedBookIsPutAside()
     {
         {
-            BookStore store(path);
+            SqlBookStore store(path);
             store.feed(populate(1000, {bob}));
         }
         const QByteArray half = bytesOf(path).first(20'000);
         QVERIFY(writeBytes(path, half));
-        QCOMPARE(BookStore(path).putAside(), u"molvark-players.broken-1.db"_s);
+        QCOMPARE(SqlBookStore(path).putAside(), u"molvark-players.broken-1.db"_s);
         QCOMPARE(bytesOf(aside(1)), half);
     }
 
     void anEmptyFileBecomesTheBook()
     {
         QVERIFY(writeBytes(path, {}));
-        BookStore store(path);
+        SqlBookStore store(path);
         QVERIFY(store.putAside().isEmpty());
         QCOMPARE(store.feed(populate(1000, {bob})).size(), 1);
         QVERIFY(!(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther)));
@@ -161,21 +161,21 @@ private slots:
     void aBookThatOthersCouldReadIsClosedToThem()
     {
         {
-            BookStore store(path);
+            SqlBookStore store(path);
         }
         QVERIFY(
             QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther));
-        BookStore store(path);
+        SqlBookStore store(path);
         QCOMPARE(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
     }
 
     void whatWasLeftInTheLogIsThere()
     {
         const QString original = folder->filePath(u"original.db"_s);
-        BookStore before(original);
+        SqlBookStore before(original);
         before.feed(populate(1000, {bob, alice}));
         QVERIFY(copyAsKilled(original, path));
-        BookStore store(path);
+        SqlBookStore store(path);
         QVERIFY(store.putAside().isEmpty());
         QCOMPARE(store.size().players, 2);
     }
@@ -185,7 +185,7 @@ private slots:
     {
         const QString original = folder->filePath(u"original.db"_s);
         {
-            BookStore before(original);
+            SqlBookStore before(original);
             for (int time = 1; time <= 200; ++time)
                 before.feed(populate(time, {bob, alice}));
         }
@@ -199,7 +199,7 @@ private slots:
         QVERIFY(QFile::copy(original + u"-journal"_s, path + u"-journal"_s));
         QVERIFY(bytesOf(path) != bytesOf(path + u"-journal"_s));
 
-        BookStore store(path);
+        SqlBookStore store(path);
         QCOMPARE(store.putAside(), QString());
         QCOMPARE(store.search(u"bob"_s, 0, 10).size(), 1);
         QCOMPARE(OtherEye(path).ask("SELECT count(*) FROM sightings WHERE ping = 999"), 0);
@@ -209,7 +209,7 @@ private slots:
     void aNewerBookIsLeftAlone()
     {
         {
-            BookStore store(path);
+            SqlBookStore store(path);
         }
         OtherEye(path).ask("PRAGMA user_version = 99");
         const QByteArray bytes = bytesOf(path);
@@ -223,7 +223,7 @@ private slots:
     void aLockedBookIsLeftAlone()
     {
         {
-            BookStore store(path);
+            SqlBookStore store(path);
             store.feed(populate(1000, {bob}));
         }
         {
@@ -234,7 +234,7 @@ private slots:
             QVERIFY(fault->line().contains(u"molvark-players.db"_s));
             QVERIFY(filesHere().filter(u"broken"_s).isEmpty());
         }
-        BookStore store(path, 0, [](qint64) { return false; });
+        SqlBookStore store(path, 0, [](qint64) { return false; });
         QCOMPARE(store.size().players, 1);
         OtherEye other(path);
         other.ask("BEGIN IMMEDIATE");
@@ -260,10 +260,10 @@ private slots:
         QVERIFY(faultOfOpening()->line().contains(u"link"_s)); // to nothing
         QVERIFY(!QFile::exists(target));
         {
-            BookStore made(target);
+            SqlBookStore made(target);
             made.feed(populate(1000, {bob}));
         }
-        BookStore store(path);
+        SqlBookStore store(path);
         QCOMPARE(store.size().players, 1);
         QVERIFY(QFileInfo(path).isSymLink());
     }
@@ -271,7 +271,7 @@ private slots:
 
     void aBookThatIsTakenAwayIsMissed()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         QVERIFY(store.isThere());
 #ifndef Q_OS_WIN
         QVERIFY(QFile::remove(path));
@@ -281,7 +281,7 @@ private slots:
 
     void itsTablesAndItsVersionAreThose()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         OtherEye eye(path);
         QCOMPARE(eye.ask("SELECT group_concat(name) FROM (SELECT name FROM sqlite_schema WHERE type = 'table'"
                          " AND name NOT LIKE 'sqlite%' ORDER BY name)"),
@@ -297,7 +297,7 @@ private slots:
             for (const char *sql : firstVersion)
                 eye.ask(sql);
         }
-        BookStore store(path);
+        SqlBookStore store(path);
         QCOMPARE(store.putAside(), QString());
         const BookPage page = store.page(7).value();
         QCOMPARE(page.player.name, u"^1Bob"_s);
@@ -309,14 +309,14 @@ private slots:
         QVERIFY(store.addNote(7, u"another"_s, 1) > 3);
         const QString anew = folder->filePath(u"new.db"_s);
         {
-            BookStore other(anew);
+            SqlBookStore other(anew);
         }
         OtherEye eye(path);
         const char *tables = "SELECT group_concat(sql, ';') FROM (SELECT sql FROM sqlite_schema ORDER BY name)";
         QCOMPARE(eye.ask(tables), OtherEye(anew).ask(tables));
         QCOMPARE(eye.ask("SELECT count(*) FROM pragma_foreign_key_check"), 0);
         QCOMPARE(eye.ask("PRAGMA integrity_check"), u"ok"_s);
-        store.forget(7); // takes what hangs on him along
+        forget(store, 7); // takes what hangs on him along
         QCOMPARE(eye.ask("SELECT (SELECT count(*) FROM names) + (SELECT count(*) FROM notes)"), 0);
     }
 
@@ -332,7 +332,7 @@ private:
     [[nodiscard]] std::optional<BookFault> faultOfOpening() const
     {
         try {
-            BookStore store(path, 0, [](qint64) { return false; });
+            SqlBookStore store(path, 0, [](qint64) { return false; });
         } catch (const BookFault &fault) {
             return fault;
         }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "book/book_fault.h"
-#include "book/book_store.h"
+#include "book/sql_book_store.h"
 #include "evening.h"
 #include "other_eye.h"
 #include "test_class.h"
@@ -56,7 +56,7 @@ private slots:
     // He is among hundreds, so that pages with him in them are split while he is there.
     void nothingOfHimIsLeftInTheFiles()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         const SeenPlayer zebulon{u"918273645"_s, u"^3Zebulon"_s, u"203.0.113.77:28960"_s, 60, 1};
         qint64 player = 0;
         for (int step = 0; step < 60; ++step) {
@@ -79,7 +79,7 @@ private slots:
         QCOMPARE(found(path), traces);
         const qint64 others = store.size().players - 1;
 
-        store.forget(player);
+        forget(store, player);
         QCOMPARE(found(path), QByteArrayList());
         QCOMPARE(store.size().players, others);
         QVERIFY(!store.page(player));
@@ -92,13 +92,13 @@ private slots:
 
     void ofThoseWithGuidZeroOneAloneIsForgotten()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         const auto known = store.feed(
             populate(1000, {guest(u"Zebulon"_s, u"203.0.113.77:1"_s), guest(u"Zebulon"_s, u"10.0.0.1:1"_s)}));
         store.addAction(action(u"0"_s, u"^1Zebulon"_s, u"203.0.113.77:1"_s));
         store.addAction(action(u"0"_s, u"^1Zebulon"_s, u"10.0.0.1:1"_s));
         QCOMPARE(store.page(known.at(0).player).value().actions.size(), 1);
-        store.forget(known.at(0).player);
+        forget(store, known.at(0).player);
         QVERIFY(!found(path).contains("203.0.113.77"));
         QCOMPARE(store.page(known.at(1).player).value().actions.size(), 1);
         QCOMPARE(store.bans().size(), 1);
@@ -107,13 +107,13 @@ private slots:
     // Another program that reads keeps the log alive.
     void itIsToldWhenTheLogCannotBeEmptied()
     {
-        BookStore store(path, 0, [](qint64) { return false; });
+        SqlBookStore store(path, 0, [](qint64) { return false; });
         const qint64 player = store.feed(populate(1000, {bob})).first().player;
         {
             OtherEye reader(path);
             reader.ask("BEGIN");
             reader.ask("SELECT count(*) FROM players");
-            QVERIFY_EXCEPTION_THROWN(store.forget(player), BookFault);
+            QVERIFY_EXCEPTION_THROWN(forget(store, player), BookFault);
         }
         QVERIFY(!store.page(player));
     }
@@ -122,12 +122,12 @@ private slots:
     void whatCouldNotBeCleanedIsCleanedAtTheNextOpening()
     {
         {
-            BookStore store(path);
+            SqlBookStore store(path);
             store.remove(withManyNames(store));
             QVERIFY(OtherEye(path).ask("PRAGMA freelist_count").toInt() > 0);
             QCOMPARE(OtherEye(path).ask("SELECT count(*) FROM upkeep"), 1);
         }
-        BookStore store(path);
+        SqlBookStore store(path);
         QCOMPARE(OtherEye(path).ask("PRAGMA freelist_count"), 0);
         QCOMPARE(OtherEye(path).ask("SELECT count(*) FROM upkeep"), 0);
         QCOMPARE(store.size().players, 0);
@@ -135,13 +135,13 @@ private slots:
 
     void orWithTheNextChange()
     {
-        BookStore store(path, 0, [](qint64) { return false; });
+        SqlBookStore store(path, 0, [](qint64) { return false; });
         const qint64 player = withManyNames(store);
         {
             OtherEye reader(path);
             reader.ask("BEGIN");
             reader.ask("SELECT count(*) FROM players");
-            QVERIFY_EXCEPTION_THROWN(store.forget(player), BookFault);
+            QVERIFY_EXCEPTION_THROWN(forget(store, player), BookFault);
             QVERIFY(found(path).contains("Zebulon"));
         }
         store.feed(populate(2000, {bob}));

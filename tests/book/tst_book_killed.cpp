@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "book/book_store.h"
+#include "book/sql_book_store.h"
 #include "evening.h"
 #include "other_eye.h"
 #include "test_class.h"
@@ -30,7 +30,7 @@ BookFeed feedOf(qint64 time)
 /// Opens the book and feeds it for as long as it lives; says so when it is opened and after each.
 [[noreturn]] void feedForEver(const QString &path)
 {
-    BookStore store(path);
+    SqlBookStore store(path);
     for (qint64 time = OtherEye(path).ask("SELECT coalesce(max(time), 0) FROM counts").toLongLong() + 1;; ++time) {
         std::putchar('.');
         std::fflush(stdout);
@@ -62,7 +62,7 @@ private slots:
                 removeBook(); // so that it is killed at the making of the book, too
             const qint64 told = killFeeder(kill % 4 == 0);
             {
-                BookStore store(path);
+                SqlBookStore store(path);
                 QCOMPARE(store.putAside(), QString());
             }
             OtherEye eye(path);

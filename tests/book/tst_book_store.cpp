@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "book/book_fault.h"
-#include "book/book_store.h"
+#include "book/sql_book_store.h"
 #include "evening.h"
 #include "other_eye.h"
 #include "test_class.h"
@@ -26,7 +26,7 @@ private slots:
 
     void aPlayerIsKeptWithAllThatIsKnownOfHim()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         const auto known = store.feed(populate(1000, {bob}));
         QCOMPARE(known.size(), 1);
         QVERIFY(known.first().hasCome);
@@ -61,7 +61,7 @@ private slots:
     {
         QFETCH(const int, gap);
         QFETCH(const int, visits);
-        BookStore store(path);
+        SqlBookStore store(path);
         store.feed(populate(100'000, {bob}));
         const auto known = store.feed(populate(100'000 + gap, {bob}));
         QCOMPARE(known.first().hasCome, visits == 2);
@@ -75,7 +75,7 @@ private slots:
 
     void namesAndAddressesCountTheVisitsInWhichTheyWereSeen()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         const SeenPlayer robert = as(bob, u"Robert"_s, u"10.0.0.2:28960"_s);
         store.feed(populate(1000, {bob}));
         store.feed(populate(1100, {robert})); // he renames himself, and back again
@@ -97,7 +97,7 @@ private slots:
 
     void whoHasGuidZeroIsMergedWithNobody()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         const SeenPlayer first = guest(u"^2Unknown"_s, u"10.0.0.1:28960"_s);
         const SeenPlayer recoloured = guest(u"^5Unknown"_s, u"10.0.0.1:1234"_s);
         const SeenPlayer elsewhere = guest(u"Unknown"_s, u"10.0.0.2:28960"_s);
@@ -148,7 +148,7 @@ private slots:
     {
         QFETCH(const QString, text);
         QFETCH(const QStringList, found);
-        BookStore store(path);
+        SqlBookStore store(path);
         store.feed(populate(900, {as(bob, u"Robert"_s, u"10.0.0.1:28960"_s)}));
         store.feed(populate(1000, {as(bob, u"^1B^2o^3b"_s, u"10.0.0.1:28960"_s)}));
         store.feed(populate(1001, {{u"230012"_s, u"100%_[x]"_s, u"10.9.8.7:28960"_s, 1, 2}}));
@@ -161,7 +161,7 @@ private slots:
 
     void theListComesInParts()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         for (int number = 1; number <= 25; ++number)
             store.feed(populate(1000 + number, {{QString::number(number), u"Player"_s, u"1.1.1.1:1"_s, 0, 0}}));
         QCOMPARE(store.search({}, 0, 10).first().guid, u"25"_s);
@@ -172,7 +172,7 @@ private slots:
 
     void notesAndFlagsAreToldWithThePopulate()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         const qint64 player = store.feed(populate(1000, {bob})).first().player;
         const qint64 first = store.addNote(player, u"first"_s, 2000);
         const qint64 second = store.addNote(player, u"sécond\nline"_s, 2001);
@@ -194,13 +194,13 @@ private slots:
 
     void noNumberIsGivenTwice()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         const qint64 player = store.feed(populate(1000, {bob})).first().player;
         const qint64 note = store.addNote(player, u"x"_s, 1);
         BookAction action;
         action.guid = bob.guid;
         const qint64 kicked = store.addAction(action);
-        store.forget(player);
+        forget(store, player);
         const qint64 next = store.feed(populate(2000, {alice})).first().player;
         QVERIFY(next > player);
         QVERIFY(store.addNote(next, u"y"_s, 1) > note);
@@ -209,7 +209,7 @@ private slots:
 
     void everyListIsOnThePageOfAPlayer()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         store.feed(populate(1000, {guest(u"^1Guest"_s, u"10.0.0.1:5"_s)}, u"a:1"_s));
         SeenPlayer connecting = guest(u"Guest"_s, u"10.0.0.1:6"_s);
         connecting.ping = -1;
@@ -228,7 +228,7 @@ private slots:
     // As a server may list him that gives everybody the same GUID, or invents players.
     void oneOfThousandsOfNamesIsTakenOnce()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         QList<SeenPlayer> rows;
         for (int number = 1; number <= 3000; ++number)
             rows.append(as(bob, u"Somebody with the number %1"_s.arg(number), u"10.0.0.1:1"_s));
@@ -252,7 +252,7 @@ private slots:
 
     void aGuidIsGivenBackAsItStoodInTheList()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         SeenPlayer nobody = guest(u"Guest"_s, u"10.0.0.1:5"_s);
         nobody.guid = u"00"_s;
         QCOMPARE(store.feed(populate(1000, {nobody})).first().guid, u"00"_s);
@@ -261,7 +261,7 @@ private slots:
 
     void countsOfServersAreKeptApart()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         BookFeed feed = populate(1000, {bob});
         feed.map = u"mp_toujane"_s;
         feed.gameType = u"sd"_s;
@@ -283,12 +283,12 @@ private slots:
     {
         qint64 player = 0;
         {
-            BookStore store(path);
+            SqlBookStore store(path);
             player = store.feed(populate(1000, {bob})).first().player;
             store.feed(populate(5000, {bob}));
             QCOMPARE(store.size().sightings, 2);
         }
-        BookStore store(path, 5000);
+        SqlBookStore store(path, 5000);
         QCOMPARE(store.size().sightings, 1);
         QCOMPARE(store.size().players, 1);
         QCOMPARE(store.page(player).value().sightings.first().time, 5000);
@@ -312,7 +312,7 @@ private slots:
     void whatNamesAreMadeOfIsKept()
     {
         QFETCH(const QString, name);
-        BookStore store(path);
+        SqlBookStore store(path);
         const auto known = store.feed(populate(1000, {as(bob, name, u""_s)}));
         QCOMPARE(known.first().name, name);
         QCOMPARE(texts(store.page(known.first().player).value().names), QStringList{name});
@@ -321,7 +321,7 @@ private slots:
 
     void theBookIsItsOwnersAlone()
     {
-        BookStore store(path);
+        SqlBookStore store(path);
         store.feed(populate(1000, {bob}));
         for (const QString &ending : {u""_s, u"-wal"_s, u"-shm"_s}) {
             const QFile::Permissions others =

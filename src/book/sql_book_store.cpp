@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "book_store.h"
+#include "sql_book_store.h"
 
 #include "ban_lines.h"
 #include "base/file_lock.h"
@@ -7,8 +7,8 @@
 #include "book_database.h"
 #include "book_feeder.h"
 #include "book_file.h"
+#include "book_players.h"
 #include "book_schema.h"
-#include "book_text.h"
 
 #include <QFileInfo>
 #include <QThread>
@@ -23,60 +23,6 @@ namespace {
 /// A book of this size is read through in about a second; damage in a larger one is found when it is met.
 constexpr qint64 largestChecked = 64LL * 1024 * 1024;
 
-QString playersWhere(const QString &rest)
-{
-    return u"SELECT player, name, guid, last_seen, first_seen, visits,"
-           " (SELECT count(*) FROM names WHERE names.player = players.player), flagged FROM players "_s +
-           rest;
-}
-
-/// Those of one player: by GUID; who has 0 by clean name and address.
-QString ofOne()
-{
-    return u" FROM actions WHERE guid = ? AND (guid <> '0' OR (clean_name = ? AND address = ?))"_s;
-}
-
-BookPlayer playerIn(const BookDatabase::Rows &row)
-{
-    return {.player = row.number(0),
-            .name = row.text(1),
-            .guid = row.text(2),
-            .lastSeen = row.number(3),
-            .firstSeen = row.number(4),
-            .visits = row.count(5),
-            .names = row.count(6),
-            .isFlagged = row.isTrue(7)};
-}
-
-BookAction actionIn(const BookDatabase::Rows &row)
-{
-    return {.action = row.number(0),
-            .time = row.number(1),
-            .kind = static_cast<BookAction::Kind>(row.count(2)),
-            .server = row.text(3),
-            .num = row.text(4),
-            .guid = row.text(5),
-            .name = row.text(6),
-            .address = row.text(7),
-            .isMaybe = row.isTrue(8),
-            .isAutomatic = row.isTrue(9),
-            .verdict = row.text(10),
-            .reason = row.text(11)};
-}
-
-QList<BookAlias> aliases(BookDatabase &database, const QString &table, qint64 player,
-                         int most = std::numeric_limits<int>::max())
-{
-    QList<BookAlias> found;
-    auto row = database.rows(
-        u"SELECT * FROM %1 WHERE player = ? ORDER BY last_seen DESC, first_seen DESC LIMIT ?"_s.arg(table),
-        {player, most});
-    while (row.next())
-        found.append(
-            {.text = row.text(1), .firstSeen = row.number(2), .lastSeen = row.number(3), .times = row.count(4)});
-    return found;
-}
-
 /// Throws when the file is damaged. Nothing is written to it meanwhile, not even what a log still holds.
 void checkWhole(const QString &path)
 {
@@ -88,17 +34,17 @@ void checkWhole(const QString &path)
 
 } // namespace
 
-BookStore::BookStore(const QString &path_, qint64 oldest, Patience patience_, bool doubt)
+SqlBookStore::SqlBookStore(const QString &path_, qint64 oldest, Patience patience_, bool doubt)
     : path(resolvedBookPath(path_)), isDoubtful(doubt), patience(std::move(patience_))
 {
     patiently([this, oldest] { open(oldest); });
 }
 
-BookStore::~BookStore() = default;
+SqlBookStore::~SqlBookStore() = default;
 
 /// Tries again while the book is locked.
 template <typename Work>
-void BookStore::patiently(const Work &work) const
+void SqlBookStore::patiently(const Work &work) const
 {
     QElapsedTimer time;
     for (time.start();;) {
@@ -113,13 +59,13 @@ void BookStore::patiently(const Work &work) const
 }
 
 template <typename Work>
-void BookStore::change(const Work &work)
+void SqlBookStore::change(const Work &work)
 {
     patiently([&] { database->transaction(work); });
     tryCleanUp();
 }
 
-void BookStore::open(qint64 oldest)
+void SqlBookStore::open(qint64 oldest)
 {
     try {
         openAsItIs(oldest);
@@ -132,7 +78,7 @@ void BookStore::open(qint64 oldest)
     }
 }
 
-void BookStore::openAsItIs(qint64 oldest)
+void SqlBookStore::openAsItIs(qint64 oldest)
 {
     database.reset(); // of an earlier attempt: looking at the file gives up the locks on it
     const BookFileKind kind = inspectBookFile(path, bookVersion());
@@ -167,102 +113,50 @@ void BookStore::openAsItIs(qint64 oldest)
     tryCleanUp();
 }
 
-bool BookStore::isThere() const
+bool SqlBookStore::isThere() const
 {
     return fileIdentity(path) == fileId;
 }
 
-void BookStore::takeLeave()
+void SqlBookStore::takeLeave()
 {
     database.reset();
     removeCompanions(path, companions);
 }
 
-quint64 BookStore::commits() const
+quint64 SqlBookStore::commits() const
 {
     return database->commits();
 }
 
-QList<KnownPlayer> BookStore::feed(const BookFeed &feed)
+QList<KnownPlayer> SqlBookStore::feed(const BookFeed &feed)
 {
     QList<KnownPlayer> known;
     change([&] { known = feedBook(*database, feed); });
     return known;
 }
 
-QList<BookPlayer> BookStore::search(const QString &text, int from, int most) const
+QList<BookPlayer> SqlBookStore::search(const QString &text, int from, int most) const
 {
-    const QString key = searchKey(text);
-    QList<BookPlayer> found;
-    // In the order of the index each row would be fetched from another place; all of them in a row are read sooner.
-    auto row = key.isEmpty() ? database->rows(playersWhere(u"ORDER BY last_seen DESC, player DESC LIMIT ? OFFSET ?"_s),
-                                              {most, from})
-                             : database->rows(playersWhere(u"WHERE instr(found_by, ?) > 0"
-                                                           " ORDER BY +last_seen DESC, player DESC LIMIT ? OFFSET ?"_s),
-                                              {key, most, from});
-    while (row.next())
-        found.append(playerIn(row));
-    return found;
+    return findPlayers(*database, text, from, most);
 }
 
-std::optional<qint64> BookStore::find(const QString &guid, const QString &name, const QString &address) const
+std::optional<qint64> SqlBookStore::find(const QString &guid, const QString &name, const QString &address) const
 {
-    if (guid.isEmpty())
-        return std::nullopt;
-    const qint64 player =
-        database->number(u"SELECT player FROM players WHERE guid = ? AND nobody_name = ? AND nobody_address = ?"_s,
-                         BookIdentity(guid, name, address).values());
-    return player > 0 ? std::optional(player) : std::nullopt;
+    return numberOfPlayer(*database, guid, name, address);
 }
 
-std::optional<BookPage> BookStore::page(qint64 player, int mostAliases) const
+std::optional<BookPage> SqlBookStore::page(qint64 player, int mostAliases) const
 {
-    BookPage page;
-    {
-        auto row = database->rows(playersWhere(u"WHERE player = ?"_s), {player});
-        if (!row.next())
-            return std::nullopt;
-        page.player = playerIn(row);
-    }
-    const QVariantList identity = identityOf(*database, player);
-    page.nobodyName = identity.at(1).toString();
-    page.nobodyAddress = identity.at(2).toString();
-    page.names = aliases(*database, u"names"_s, player, mostAliases);
-    page.addresses = aliases(*database, u"addresses"_s, player, mostAliases);
-    {
-        auto row = database->rows(
-            u"SELECT note, time, text FROM notes WHERE player = ? ORDER BY time DESC, note DESC"_s, {player});
-        while (row.next())
-            page.notes.append({.note = row.number(0), .time = row.number(1), .text = row.text(2)});
-    }
-    {
-        auto row =
-            database->rows(u"SELECT action, time, kind,"
-                           " coalesce((SELECT servers.address FROM servers WHERE servers.server = actions.server), ''),"
-                           " num, guid, name, address, maybe, automatic, verdict, reason"_s +
-                               ofOne() + u" ORDER BY time DESC, action DESC"_s,
-                           identity);
-        while (row.next())
-            page.actions.append(actionIn(row));
-    }
-    auto row = database->rows(u"SELECT time, address, ping, score FROM sightings JOIN servers USING (server)"
-                              " WHERE player = ? ORDER BY time"_s,
-                              {player});
-    QSet<QString> servers; // each text once for all of them
-    while (row.next())
-        page.sightings.append({.time = row.number(0),
-                               .server = *servers.insert(row.text(1)),
-                               .ping = row.count(2),
-                               .score = row.count(3)});
-    return page;
+    return pageOfPlayer(*database, player, mostAliases);
 }
 
-void BookStore::setFlag(qint64 player, bool on)
+void SqlBookStore::setFlag(qint64 player, bool on)
 {
     change([&] { database->run(u"UPDATE players SET flagged = ? WHERE player = ?"_s, {on ? 1 : 0, player}); });
 }
 
-qint64 BookStore::addNote(qint64 player, const QString &text, qint64 time)
+qint64 SqlBookStore::addNote(qint64 player, const QString &text, qint64 time)
 {
     qint64 note = 0;
     change([&] {
@@ -275,27 +169,20 @@ qint64 BookStore::addNote(qint64 player, const QString &text, qint64 time)
     return note;
 }
 
-void BookStore::changeNote(qint64 note, const QString &text, qint64 time)
+void SqlBookStore::changeNote(qint64 note, const QString &text, qint64 time)
 {
     change([&] { database->run(u"UPDATE notes SET text = ?, time = ? WHERE note = ?"_s, {text, time, note}); });
 }
 
-void BookStore::deleteNote(qint64 note)
+void SqlBookStore::deleteNote(qint64 note)
 {
     change([&] { database->run(u"DELETE FROM notes WHERE note = ?"_s, {note}); });
 }
 
-void BookStore::remove(qint64 player)
+void SqlBookStore::remove(qint64 player)
 {
     change([&] {
-        const QVariantList identity = identityOf(*database, player);
-        QSet<QString> names;
-        for (const BookAlias &name : aliases(*database, u"names"_s, player))
-            names.insert(searchKey(cleanName(name.text)));
-        names.remove({});
-        removeNamelessActions(*database, names);
-        database->run(u"DELETE"_s + ofOne(), identity);
-        database->run(u"DELETE FROM players WHERE player = ?"_s, {player});
+        removePlayer(*database, player);
         database->run(u"INSERT OR IGNORE INTO upkeep (task) VALUES ('clean')"_s);
     });
     isUnclean = true;
@@ -303,13 +190,13 @@ void BookStore::remove(qint64 player)
     sinceTried.invalidate();
 }
 
-void BookStore::cleanUp()
+void SqlBookStore::cleanUp()
 {
     cleanUp(true);
 }
 
 template <typename Work>
-void BookStore::inTurn(bool isPatient, const Work &work) const
+void SqlBookStore::inTurn(bool isPatient, const Work &work) const
 {
     if (isPatient)
         patiently(work);
@@ -317,7 +204,7 @@ void BookStore::inTurn(bool isPatient, const Work &work) const
         work();
 }
 
-void BookStore::cleanUp(bool isPatient)
+void SqlBookStore::cleanUp(bool isPatient)
 {
     if (!isUnclean)
         return;
@@ -336,7 +223,7 @@ void BookStore::cleanUp(bool isPatient)
 }
 
 // A large book takes its time to be written anew, which does not succeed sooner for being tried again at once.
-void BookStore::tryCleanUp()
+void SqlBookStore::tryCleanUp()
 {
     constexpr qint64 betweenTries = 60'000; // milliseconds
     if (!isWrittenAnew && sinceTried.isValid() && !sinceTried.hasExpired(betweenTries))
@@ -347,30 +234,24 @@ void BookStore::tryCleanUp()
     }
 }
 
-void BookStore::forget(qint64 player)
-{
-    remove(player);
-    cleanUp();
-}
-
-qint64 BookStore::addAction(const BookAction &action)
+qint64 SqlBookStore::addAction(const BookAction &action)
 {
     qint64 number = 0;
     change([&] { number = ::addAction(*database, action); });
     return number;
 }
 
-void BookStore::setVerdict(qint64 action, const QString &verdict)
+void SqlBookStore::setVerdict(qint64 action, const QString &verdict)
 {
     change([&] { database->run(u"UPDATE actions SET verdict = ? WHERE action = ?"_s, {verdict, action}); });
 }
 
-void BookStore::setReason(qint64 action, const QString &reason)
+void SqlBookStore::setReason(qint64 action, const QString &reason)
 {
     change([&] { database->run(u"UPDATE actions SET reason = ? WHERE action = ?"_s, {reason, action}); });
 }
 
-QStringList BookStore::servers() const
+QStringList SqlBookStore::servers() const
 {
     QStringList all;
     auto row = database->rows(
@@ -381,7 +262,7 @@ QStringList BookStore::servers() const
     return all;
 }
 
-QList<BookCount> BookStore::counts(const QString &server, qint64 since) const
+QList<BookCount> SqlBookStore::counts(const QString &server, qint64 since) const
 {
     QList<BookCount> found;
     auto row = database->rows(u"SELECT time, players, map, game_type FROM counts"
@@ -393,25 +274,17 @@ QList<BookCount> BookStore::counts(const QString &server, qint64 since) const
     return found;
 }
 
-QList<BookBan> BookStore::bans() const
+QList<BookBan> SqlBookStore::bans() const
 {
     return allBans(*database);
 }
 
-QList<BookBan> BookStore::liftedWith(const QString &server, const QString &name) const
+QList<BookBan> SqlBookStore::liftedWith(const QString &server, const QString &name) const
 {
     return bansLiftedWith(allBans(*database), server, name);
 }
 
-void BookStore::lift(const QString &server, const QString &name)
-{
-    QList<qint64> actions;
-    for (const BookBan &ban : liftedWith(server, name))
-        actions.append(ban.action);
-    lift(actions);
-}
-
-void BookStore::lift(const QList<qint64> &actions)
+void SqlBookStore::lift(const QList<qint64> &actions)
 {
     change([&] {
         for (const qint64 action : actions)
@@ -419,21 +292,16 @@ void BookStore::lift(const QList<qint64> &actions)
     });
 }
 
-int BookStore::importBans(const QList<BookBan> &bans, qint64 time)
+int SqlBookStore::importBans(const QList<BookBan> &bans, qint64 time)
 {
     int taken = 0;
     change([&] { taken = ::importBans(*database, bans, time); });
     return taken;
 }
 
-BookSize BookStore::size() const
+BookSize SqlBookStore::size() const
 {
     return {.players = database->number(u"SELECT count(*) FROM players"_s),
             .sightings = database->number(u"SELECT count(*) FROM sightings"_s),
             .bytes = QFileInfo(path).size() + QFileInfo(path + u"-wal"_s).size()};
-}
-
-void BookStore::removeBefore(qint64 oldest)
-{
-    change([&] { removeTimesBefore(*database, oldest); });
 }

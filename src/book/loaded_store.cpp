@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "book_fault.h"
+#include "store_module.h"
+
+#include <QCoreApplication>
+#include <QLibrary>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Where the module is when the program is installed, and where it is built.
+OpenBookStore *loadModule(const QString &path)
+{
+    const QString folder = QCoreApplication::applicationDirPath();
+    QString fault;
+    for (const QString &home : {folder + u'/' + QStringLiteral(MOLVARK_WAY_TO_MODULES), folder}) {
+        QLibrary module(home + u"/molvark-book.so"_s);
+        if (QFunctionPointer open = module.resolve("molvarkOpenBookStore"))
+            return reinterpret_cast<OpenBookStore *>(open);
+        if (fault.isEmpty())
+            fault = module.errorString();
+    }
+    throw bookFault(BookFault::Unusable, path, fault);
+}
+
+} // namespace
+
+std::unique_ptr<BookStore> openBookStore(const QString &path, qint64 oldest, BookStore::Patience patience, bool doubt)
+{
+    return std::unique_ptr<BookStore>(loadModule(path)(path, oldest, patience, doubt));
+}

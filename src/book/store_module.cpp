@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+#include "store_module.h"
+
+#include "sql_book_store.h"
+
+BookStore *molvarkOpenBookStore(const QString &path, qint64 oldest, const BookStore::Patience &patience, bool doubt)
+{
+    return std::make_unique<SqlBookStore>(path, oldest, patience, doubt).release();
+}
