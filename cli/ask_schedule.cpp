@@ -6,7 +6,7 @@
 void AskSchedule::begin(int copies, Time timeout_)
 {
     if (copiesSent > 1)
-        staleUntil = *lastSent + latestAnswer;
+        staleUntil = *lastSent + Time{latestAnswer};
     timeout = timeout_;
     copiesLeft = copies;
     copiesSent = 0;

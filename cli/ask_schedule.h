@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "rcon/pace.h"
+
 #include <chrono>
 #include <optional>
 
@@ -16,15 +18,11 @@ public:
         Silent,
     };
 
-    /// The strictest servers hear one command in half a second, and the way there takes now more, now less.
-    static constexpr Time betweenCopies{750};
+    static constexpr Time betweenCopies{betweenCommands};
     /// The pieces of one reply come within milliseconds; while a map loads, its log has gaps of up to 80.
     static constexpr Time restOfReply{400};
     /// A reply that goes on longer than this is not waited for.
     static constexpr Time longestReply{15'000};
-    /// After this no answer to an earlier copy comes any more.
-    static constexpr Time latestAnswer{6000};
-
     /// A new question. `timeout` is the wait for the answer to each copy.
     void begin(int copies, Time timeout_);
     void sent(Time now);

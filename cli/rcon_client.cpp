@@ -13,8 +13,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr qsizetype largestReply = qsizetype{4} * 1024 * 1024; // no game has a listing of even a tenth of it
-
 const QByteArray header(4, '\xFF');
 
 bool isWholeStatus(const RconReply &reply)

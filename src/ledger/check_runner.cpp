@@ -3,6 +3,7 @@
 
 #include "base/fault.h"
 #include "base/wire_text.h"
+#include "rcon/pace.h"
 
 #include <QHostInfo>
 
@@ -19,7 +20,6 @@ const QByteArray variable(askedVariable.data(), askedVariable.size());
 const QByteArray longCommand = "dvarlist s*";
 
 // In milliseconds.
-constexpr int betweenCommands = 750;
 constexpr int behindDatagram = 1000;
 constexpr int forListing = 4000; // all of it, behind the wait for its beginning
 

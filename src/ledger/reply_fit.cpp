@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reply_fit.h"
 
+#include "rcon/command_line.h"
 #include "rcon/refusals.h"
 #include "verdict.h"
 
@@ -35,18 +36,6 @@ bool isOneOf(const std::array<QLatin1StringView, size> &words, QStringView word)
     return std::ranges::any_of(words, [word](auto each) { return word.compare(each, Qt::CaseInsensitive) == 0; });
 }
 
-/// Takes the first word off `rest`, without its quotes.
-QString takeWord(QStringView &rest)
-{
-    rest = rest.trimmed();
-    const bool isQuoted = rest.startsWith(u'"');
-    const QStringView inside = rest.sliced(isQuoted ? 1 : 0);
-    const auto ends = [isQuoted](QChar each) { return each == u'"' || (!isQuoted && each.isSpace()); };
-    const qsizetype end = std::ranges::find_if(inside, ends) - inside.begin();
-    rest = inside.sliced(isQuoted ? std::min(end + 1, inside.size()) : end);
-    return inside.first(end).toString();
-}
-
 bool takeBeginning(QStringView &line, QLatin1StringView beginning)
 {
     if (!line.startsWith(beginning, Qt::CaseInsensitive))
@@ -60,10 +49,8 @@ bool takeBeginning(QStringView &line, QLatin1StringView beginning)
 AskedFor::AskedFor(QStringView command)
 {
     QStringView rest = command;
-    word = takeWord(rest);
-    if (word.startsWith(u'/') || word.startsWith(u'\\'))
-        word.remove(0, 1);
-    argument = takeWord(rest);
+    word = takeCommandWord(rest).toString();
+    argument = takeWord(rest).toString();
     if (!argument.isEmpty() && isOneOf(silentWords, word))
         prints = Prints::Never;
     else if (isOneOf(tellingWords, word))
@@ -83,11 +70,11 @@ void ReplyWords::readLine(QStringView line)
 {
     QStringView rest = line;
     if (takeBeginning(rest, "Unknown command "_L1) || takeBeginning(rest, "usage: "_L1)) {
-        word = takeWord(rest);
+        word = takeWord(rest).toString();
     } else if (line.startsWith(u'"') && line.contains("\" is:"_L1)) {
-        word = takeWord(rest);
+        word = takeWord(rest).toString();
     } else if (line.endsWith(" is read protected"_L1)) {
-        word = takeWord(rest);
+        word = takeWord(rest).toString();
     } else if (takeBeginning(rest, "map: "_L1)) {
         word = rest.startsWith(u'<') ? QString() : u"status"_s; // "map: <none>" is said to "map"
     } else {
@@ -97,7 +84,7 @@ void ReplyWords::readLine(QStringView line)
         }
         for (const QLatin1StringView each : beforeSlot) {
             if (takeBeginning(rest, each))
-                argument = takeWord(rest);
+                argument = takeWord(rest).toString();
         }
     }
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "verdict.h"
 
+#include "rcon/command_line.h"
 #include "rcon/refusals.h"
 
 #include <algorithm>
@@ -30,24 +31,17 @@ bool namesNoPlayer(QStringView line)
     return isInactive || says(line, "Bad client slot"_L1) || says(line, "Bad slot number"_L1);
 }
 
-QStringView firstWord(QStringView command)
-{
-    const QStringView rest = command.trimmed();
-    const auto end = std::ranges::find_if(rest, [](QChar each) { return each.isSpace() || each == u'"'; });
-    return rest.first(end - rest.begin());
-}
-
 // Any name may follow, so in the answer to another command a player may stand there who calls himself like this.
 bool findsNoBan(QStringView command, QStringView line)
 {
-    return begins(firstWord(command), "unban"_L1) && begins(line, "no banned user has name"_L1);
+    return begins(commandWord(command), "unban"_L1) && begins(line, "no banned user has name"_L1);
 }
 
 bool tellsUsage(QStringView command, QStringView line)
 {
     if (says(line, "usage"_L1))
         return true;
-    const QStringView word = firstWord(command);
+    const QStringView word = commandWord(command);
     if (word.isEmpty() || !line.startsWith(word, Qt::CaseInsensitive))
         return false;
     const QStringView behind = line.sliced(word.size());

@@ -2,6 +2,7 @@
 #include "console_words.h"
 
 #include "base/clock.h"
+#include "command_line.h"
 #include "known_words.h"
 #include "reply_piece.h"
 #include "server_fields.h"
@@ -94,7 +95,7 @@ QString ConsoleWords::valueLine(const QString &variable) const
     const KnownWord *known = findKnown(knownVariables(), variable);
     const ReadValue *read = values.find(variable);
     QStringList parts{u"Not read yet"_s};
-    if (variable.endsWith("password"_L1, Qt::CaseInsensitive)) {
+    if (isPasswordVariable(variable)) {
         parts.first() = u"Its value is not shown"_s;
     } else if (read) {
         const auto age = std::chrono::duration_cast<std::chrono::milliseconds>(clock.elapsed() - read->at);

@@ -5,7 +5,9 @@
 #include "base/fault.h"
 #include "base/focus.h"
 #include "base/numbers.h"
+#include "command_line.h"
 #include "output/output.h"
+#include "pace.h"
 #include "server_fields.h"
 #include "session.h"
 #include "udp_client.h"
@@ -26,34 +28,7 @@ constexpr int copies = 5;
 constexpr int slotsPerCopy = 3;
 constexpr QChar commandMark(0x18); // frames the command in its echo line
 
-// What comes beyond this many characters is shown but not kept: no game has a listing of even a tenth of it, and a
-// server that never stops must not fill the memory.
-constexpr qsizetype largestReply = qsizetype{4} * 1024 * 1024;
-
-// In milliseconds. The strictest servers hear one command in half a second, whoever sends it, and the way there takes
-// now a little more, now a little less. The latest answers that are known come after five seconds.
-constexpr qint64 betweenCommands = 750;
-constexpr qint64 latestAnswer = 6000;
-constexpr qint64 restOfReply = 1500;
-
-bool beginsWithStatus(QStringView command)
-{
-    constexpr QLatin1StringView word("status");
-    QStringView rest = command.trimmed();
-    while (!rest.isEmpty() && (rest.front() == u'/' || rest.front() == u'\\' || rest.front() == u'"'))
-        rest = rest.sliced(1);
-    if (!rest.startsWith(word, Qt::CaseInsensitive))
-        return false;
-    const QStringView behind = rest.sliced(word.size());
-    return behind.isEmpty() || behind.front().isSpace() || behind.front() == u'"';
-}
-
-/// Whether the answer to one of the commands in the line is the list of players: the server takes a slash or quotes
-/// with the word, and other words behind it.
-bool isStatus(const QString &comm)
-{
-    return std::ranges::any_of(QStringView(comm).split(u';'), beginsWithStatus);
-}
+constexpr qint64 restOfReply = 1500; // milliseconds
 
 /// Nothing more of the answer comes after this.
 bool isWholeStatus(const QString &reply)
@@ -93,7 +68,7 @@ void Exchange::sendinfo(const QString &comm, bool quietmode, BroughtBy by)
     if (outcome != Outcome::HadItsTime)
         return;
     const bool isPlain = copiesSent == 1 && asked == number && isWholeStatus(session.rconreply); // one copy, one answer
-    if (isPlain && isStatus(comm) && staleBefore < lastSent)
+    if (isPlain && asksForStatus(comm) && staleBefore < lastSent)
         staleUntil = staleBefore;
     emit ended(session.rconreply);
 
@@ -159,7 +134,7 @@ bool Exchange::sendonce(const QString &comm, const std::function<bool(const QStr
     if (isOthers())
         return false;
     lastPassword = password;
-    if (isStatus(comm) && isWholeStatus(session.rconreply))
+    if (asksForStatus(comm) && isWholeStatus(session.rconreply))
         staleUntil = staleBefore;
     emit ended(session.rconreply);
     const bool isOld = milliseconds() - sentAt > latestAnswer + restOfReply + stall; // a box has stood before it
@@ -218,7 +193,7 @@ void Exchange::awaitTurn(const QString &comm)
     const auto left = [&] {
         const qint64 now = milliseconds();
         timeSending(now);
-        return std::max(lastSent + betweenCommands, isStatus(comm) ? staleUntil : 0) - now;
+        return std::max(lastSent + betweenCommands, asksForStatus(comm) ? staleUntil : 0) - now;
     };
     for (qint64 wait = left(); wait > 0 && wait <= latestAnswer && !isLeft(); wait = left())
         rest(wait, isLeft);
@@ -285,7 +260,7 @@ Exchange::Sent Exchange::send(const QString &comm, int number)
         lastPassword = fields.password();
         const QByteArray datagram = sendText(u"rcon "_s + lastPassword + u' ' + comm);
         isUntimed = true;
-        isStatusUntimed = isStatusUntimed || isStatus(comm);
+        isStatusUntimed = isStatusUntimed || asksForStatus(comm);
         emit copysent({number, comm, lastPassword, datagram});
     } catch (const Fault &fault) {
         if (fault.number() != Fault::NoRoute)

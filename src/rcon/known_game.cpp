@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "known_game.h"
 
+#include "command_line.h"
 #include "server_info.h"
-
-#include <QStringList>
 
 #include <algorithm>
 #include <array>
@@ -23,16 +22,14 @@ QString readableName(const QString &name)
     return readable.removeIf([](QChar each) { return !each.isPrint(); });
 }
 
-bool changesGame(const QString &comm)
+bool changesGame(QStringView command)
 {
     // Each of these loads a map, or names the game type of the next.
-    static const std::array<QString, 5> words{u"map"_s, u"devmap"_s, u"map_rotate"_s, u"g_gametype"_s, u"exec"_s};
-    QStringList parts = comm.simplified().split(u' ');
-    if (parts.first().startsWith(u"set", Qt::CaseInsensitive) && parts.size() > 1)
-        parts.removeFirst();
-    return parts.size() > 0 && std::ranges::any_of(words, [&](const QString &word) {
-               return parts.first().compare(word, Qt::CaseInsensitive) == 0;
-           });
+    constexpr std::array<QLatin1StringView, 5> words{"map"_L1, "devmap"_L1, "map_rotate"_L1, "g_gametype"_L1,
+                                                     "exec"_L1};
+    QStringView rest = command;
+    const QStringView what = takeVariable(rest);
+    return std::ranges::any_of(words, [what](auto each) { return what.compare(each, Qt::CaseInsensitive) == 0; });
 }
 
 } // namespace
@@ -53,8 +50,7 @@ bool KnownGame::takeReply(const QString &reply)
 
 bool KnownGame::takeCommand(const QString &comm)
 {
-    const QStringList commands = comm.split(u';');
-    if (std::ranges::none_of(commands, changesGame))
+    if (std::ranges::none_of(commandsOf(comm), changesGame))
         return false;
     *this = {};
     return true;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "read_values.h"
 
+#include "command_line.h"
 #include "server_listing.h"
 
 #include <algorithm>
@@ -133,6 +134,6 @@ void ReadValues::keep(QStringView name, const ReadValue &value)
 {
     const QString key = name.toString().toLower();
     const bool hasRoom = values.size() < mostValues || values.contains(key);
-    if (hasRoom && isWord(name) && !key.endsWith("password"_L1))
+    if (hasRoom && isWord(name) && !isPasswordVariable(name))
         values.insert(key, value);
 }

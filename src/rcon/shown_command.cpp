@@ -1,94 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "shown_command.h"
 
+#include "command_line.h"
+
 #include <algorithm>
-#include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Where the first command of `line` ends: at a semicolon or a line end outside quotes.
-qsizetype commandEnd(QStringView line)
-{
-    bool isQuoted = false;
-    for (qsizetype at = 0; at < line.size(); ++at) {
-        const QChar each = line.at(at);
-        if (each == u'"')
-            isQuoted = !isQuoted;
-        else if ((each == u';' && !isQuoted) || each == u'\n' || each == u'\r')
-            return at;
-    }
-    return line.size();
-}
-
-bool isBlank(QChar each)
-{
-    return each.isSpace() || each < u' ';
-}
-
-/// Takes blanks and comments off `rest`. One without an end hides nothing: the safer reading is that there is none. Of
-/// one with a semicolon in it only the end is left.
-void skipBlanks(QStringView &rest)
-{
-    for (bool isSkipping = true; isSkipping;) {
-        rest = rest.sliced(std::ranges::find_if_not(rest, isBlank) - rest.begin());
-        const qsizetype end = rest.startsWith("/*"_L1) ? rest.indexOf("*/"_L1, 2) : 0;
-        isSkipping = rest.startsWith("/*"_L1) || rest.startsWith("*/"_L1);
-        if (isSkipping)
-            rest = rest.sliced(std::max<qsizetype>(end, 0) + 2);
-    }
-}
-
-/// How many characters the word at the beginning of `rest` has.
-qsizetype wordSize(QStringView rest)
-{
-    qsizetype size = 0;
-    const auto beginsComment = [rest](qsizetype at) {
-        return rest.at(at) == u'/' && at + 1 < rest.size() && rest.at(at + 1) == u'*';
-    };
-    while (size < rest.size() && !isBlank(rest.at(size)) && rest.at(size) != u'"' && !beginsComment(size))
-        ++size;
-    return size;
-}
-
-/// Takes the first word off `rest`, with the blanks and comments before it. Quotes around a word are no part of it, and
-/// one behind it begins the next.
-QStringView takeWord(QStringView &rest)
-{
-    skipBlanks(rest);
-    if (rest.startsWith(u'"')) {
-        const qsizetype close = rest.indexOf(u'"', 1);
-        const QStringView word = rest.sliced(1, (close < 0 ? rest.size() : close) - 1);
-        rest = rest.sliced(close < 0 ? rest.size() : close + 1);
-        return word;
-    }
-    const QStringView word = rest.first(wordSize(rest));
-    rest = rest.sliced(word.size());
-    return word;
-}
-
-bool isSetter(QStringView word)
-{
-    constexpr std::array<QLatin1StringView, 4> setters{"set"_L1, "seta"_L1, "sets"_L1, "setu"_L1};
-    return std::ranges::any_of(setters, [word](auto each) { return word.compare(each, Qt::CaseInsensitive) == 0; });
-}
-
-/// Takes the name of the variable off `rest`, which is a command that sets one.
-QStringView takeVariable(QStringView &rest)
-{
-    QStringView variable = takeWord(rest);
-    if (variable.startsWith(u'/') || variable.startsWith(u'\\'))
-        variable = variable.sliced(1); // as it is typed into the game's own console
-    return isSetter(variable) ? takeWord(rest) : variable;
-}
 
 /// How many characters at the end of the command are the value of a password; 0 when it sets none.
 qsizetype passwordValue(QStringView command)
 {
     QStringView rest = command;
     const QStringView variable = takeVariable(rest);
-    return variable.endsWith("password"_L1, Qt::CaseInsensitive) ? rest.trimmed().size() : 0;
+    return isPasswordVariable(variable) ? rest.trimmed().size() : 0;
 }
 
 bool endsLine(QChar each)
@@ -192,11 +118,12 @@ bool holdsPassword(const QString &comm, const QString &password)
     if (!password.isEmpty() && comm.contains(password))
         return true;
     const auto partsWords = [](QChar each) {
-        return isBlank(each) || each == u'"' || each == u';' || each == u'/'; // also a comment right behind it
+        return each.isSpace() || each < u' ' || each == u'"' || each == u';' ||
+               each == u'/'; // also a comment right behind it
     };
     for (QStringView rest = comm; !rest.isEmpty();) {
         const qsizetype end = std::ranges::find_if(rest, partsWords) - rest.begin();
-        if (rest.first(end).endsWith("password"_L1, Qt::CaseInsensitive))
+        if (isPasswordVariable(rest.first(end)))
             return true;
         rest = rest.sliced(std::min(end + 1, rest.size()));
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "word_completion.h"
 
+#include "command_line.h"
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -14,10 +16,9 @@ constexpr qsizetype mostLinesOffered = 20;
 
 bool takesVariable(QStringView command)
 {
-    constexpr std::array<QLatin1StringView, 7> setters{"set"_L1,   "seta"_L1,   "sets"_L1, "setu"_L1,
-                                                       "reset"_L1, "toggle"_L1, "vstr"_L1};
-    return std::ranges::any_of(setters,
-                               [command](auto each) { return command.compare(each, Qt::CaseInsensitive) == 0; });
+    constexpr std::array<QLatin1StringView, 3> others{"reset"_L1, "toggle"_L1, "vstr"_L1};
+    const auto isCommand = [command](auto each) { return command.compare(each, Qt::CaseInsensitive) == 0; };
+    return isSetter(command) || std::ranges::any_of(others, isCommand);
 }
 
 TypedWord wholeLine(const QString &line, qsizetype cursor)

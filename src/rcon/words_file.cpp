@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "words_file.h"
 
+#include "request_size.h"
 #include "server_listing.h"
 #include "settings/whole_file.h"
 
@@ -20,7 +21,6 @@ namespace {
 constexpr qint64 largestFile = 64LL * 1024 * 1024; // all that fits into the bounds below is smaller
 constexpr qsizetype mostServers = 20;
 constexpr qsizetype mostKeptLines = 500;
-constexpr qsizetype longestKeptLine = 1023; // a server reads no more
 
 const auto historyKey = "history"_L1;
 const auto serversKey = "servers"_L1;
@@ -30,7 +30,7 @@ const auto variablesKey = "variables"_L1;
 
 bool isLine(const QString &text)
 {
-    return !text.isEmpty() && text.size() <= longestKeptLine && text.isValidUtf16() &&
+    return !text.isEmpty() && text.size() <= longestRequest && text.isValidUtf16() &&
            std::ranges::none_of(text, [](QChar each) { return each.category() == QChar::Other_Control; });
 }
 

@@ -69,6 +69,10 @@ private slots:
         row("clientkick x", "Bad slot number: x\n", "no such player");
         row("kick all", "Unknown command^7 was kicked\n", "answered");
         row("clientkick 3", "Bad client slot^7 was kicked\n", "answered");
+        row("unbanUser Bob", "no banned user has name Bob\n", "no such player");
+        row("/unbanUser \"Bob B\"", "no banned user has name Bob B\n", "no such player");
+        row("clientkick 3", "no banned user has name Bob\n", "answered");
+        row("/exec", "exec <filename> : execute a script file\n", "usage");
         row("clientkick 3", "usage^7 was kicked\n", "answered");
         row("dir", "usage: dir <directory> [extension]\n", "usage");
         row("set", "USAGE: set <variable> <value>\n", "usage");

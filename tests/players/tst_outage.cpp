@@ -5,7 +5,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int manyTicks = 2000;
+constexpr int manyTicks = 500; // one that nests takes hundreds of bytes of the stack
 
 /// How deep the stack is here, in bytes from wherever it began.
 quintptr stackDepth()
