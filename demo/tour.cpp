@@ -44,6 +44,13 @@ void pressKey(QWidget &line, int key, const QString &text = {})
     QApplication::sendEvent(&line, &press);
 }
 
+QWidget *windowNamed(const QString &name)
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto found = std::ranges::find(windows, name, &QObject::objectName);
+    return found == windows.end() ? nullptr : *found;
+}
+
 bool failed(const QString &step)
 {
     QTextStream(stderr) << "The walk failed: " << step << Qt::endl;
@@ -123,11 +130,10 @@ bool Tour::visitTabs()
 bool Tour::visitBook()
 {
     window.findChild<QAction *>(u"mbook"_s)->trigger();
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto found = std::ranges::find(windows, u"frmbook"_s, &QObject::objectName);
-    if (found == windows.end())
+    QWidget *const found = windowNamed(u"frmbook"_s);
+    if (!found)
         return failed(u"no player book"_s);
-    QWidget &book = **found;
+    QWidget &book = *found;
     book.findChild<QCheckBox *>(u"chkbook"_s)->click();
     window.findChild<QPushButton *>(u"cmdplypop"_s)->click();
     if (!writeIntoBook(book) || !banTwo())
@@ -213,11 +219,10 @@ bool Tour::visitWindows()
     window.findChild<QAction *>(u"mrotation"_s)->trigger();
     addUnknownMap();
     for (const QString &name : {u"frmpref"_s, u"frmAbout"_s, u"frmhob"_s, u"frmcheck"_s, u"frmrotation"_s}) {
-        const QWidgetList windows = QApplication::topLevelWidgets();
-        const auto found = std::ranges::find(windows, name, &QObject::objectName);
-        if (found == windows.end() || !waitUntilChecked(**found) || !takePicture(**found, name + u".png"_s))
+        QWidget *const found = windowNamed(name);
+        if (!found || !waitUntilChecked(*found) || !takePicture(*found, name + u".png"_s))
             return failed(u"no window "_s + name);
-        (*found)->close();
+        found->close();
     }
     return true;
 }
@@ -244,11 +249,10 @@ bool Tour::completeLine()
 bool Tour::visitLedger()
 {
     window.findChild<QAction *>(u"mledger"_s)->trigger();
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto found = std::ranges::find(windows, u"frmledger"_s, &QObject::objectName);
-    if (found == windows.end())
+    QWidget *const found = windowNamed(u"frmledger"_s);
+    if (!found)
         return failed(u"no ledger"_s);
-    QWidget &ledger = **found;
+    QWidget &ledger = *found;
     ledger.resize(900, 560);
     auto *table = ledger.findChild<QTableView *>(u"tblledger"_s);
     const QStringList lines{u"say Good evening"_s,
@@ -273,11 +277,10 @@ bool Tour::visitLedger()
 bool Tour::visitTimetable()
 {
     window.findChild<QAction *>(u"mtimetable"_s)->trigger();
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto found = std::ranges::find(windows, u"frmtimetable"_s, &QObject::objectName);
-    if (found == windows.end())
+    QWidget *const found = windowNamed(u"frmtimetable"_s);
+    if (!found)
         return failed(u"no timetable"_s);
-    QWidget &timetable = **found;
+    QWidget &timetable = *found;
     const auto add = [&timetable](const QString &name, const QString &commands, const QString &when) {
         timetable.findChild<QPushButton *>(u"cmdttadd"_s)->click();
         timetable.findChild<QLineEdit *>(u"txtttname"_s)->setText(name);

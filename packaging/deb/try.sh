@@ -26,10 +26,11 @@ mmdebstrap --mode=root --variant=apt --quiet --include="$needed,xvfb,xauth,openb
 cp "${packages[0]}" "$bare/root/tmp/molvark.deb"
 cp packaging/deb/walk.sh "$bare/root/tmp/walk.sh"
 
-# files: all that is there, but for what dpkg keeps of every package that has ever come and gone.
+# files: all that is there and what is in it, but for what dpkg keeps of every package that has ever come and gone.
 files() {
     (cd "$bare/root" && find . -xdev \( -path ./proc -o -path ./tmp -o -path ./var/log -o -path ./var/cache \) -prune -o \
-        ! -path './var/lib/dpkg/*-old' ! -path ./var/lib/dpkg/triggers/Lock -print | sort)
+        ! -path './var/lib/dpkg/*-old' ! -path ./var/lib/dpkg/triggers/Lock \
+        \( -type f ! -path ./var/lib/dpkg/status -exec md5sum {} + -o -printf '%y %l %p\n' \) | sort)
 }
 files >"$bare/before"
 chroot "$bare/root" dpkg -i /tmp/molvark.deb >/dev/null

@@ -56,9 +56,10 @@ for try in {1..100}; do
 done
 ! kill -0 "$program" 2>/dev/null || fail "The program did not end when it was asked to."
 wait "$program" || fail "The program ended with $?."
-grep -q 'rcon' "$walk/server.log" || fail "The practice server was asked nothing."
-man -w molvark molvark-cli molvark-practice >/dev/null 2>&1 || ls /usr/share/man/man1/molvark*.1.gz >/dev/null
-for file in /usr/share/applications/molvark.desktop /usr/share/doc/molvark/manual.html \
+for asked in 'rcon fdir \*\.cfg' 'rcon dvarlist sv_\*'; do # when it connects, and when F5 reads a page
+    grep -q "$asked" "$walk/server.log" || fail "The practice server was never asked \"$asked\"."
+done
+for file in /usr/share/man/man1/molvark{,-cli,-practice}.1.gz /usr/share/applications/molvark.desktop /usr/share/doc/molvark/manual.html \
     /usr/share/metainfo/example.molvark.Molvark.metainfo.xml /usr/share/icons/hicolor/scalable/apps/molvark.svg \
     /usr/share/bash-completion/completions/molvark-cli; do
     [ -s "$file" ] || fail "$file is not installed."

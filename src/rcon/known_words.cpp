@@ -73,6 +73,7 @@ constexpr auto variables = std::to_array<KnownWord>({
     {"bg_viewKickMin", "least that a hit turns the view, in degrees", "5", ""},
     {"bg_viewKickRandom", "how much of the view's turn after a hit is chance", "0.4", ""},
     {"bg_viewKickScale", "how much the damage of a hit turns the view", "0.2", ""},
+    {"cl_freelook", "the switch of the free look with the mouse", "1", onOff},
     {"com_hunkMegs", "memory that the game takes at its start, in megabytes", "", ""},
     {"com_maxfps", "most frames a second; 0 for no limit", "85", "0 to 1000"},
     {"dedicated", "what kind of server it is: 1 in the local network, 2 on the Internet", "", "0 to 2"},

@@ -92,20 +92,6 @@ private slots:
         for (const QString &name : std::as_const(listed))
             QVERIFY2(findKnown(knownCommands(), name), qPrintable(name));
     }
-
-    void theVariablesOfThePagesAreKnown_data()
-    {
-        QTest::addColumn<QString>("name");
-        for (const char *name : {"sv_hostname", "sv_maprotation", "g_gametype", "g_password", "scr_friendlyfire",
-                                 "scr_killcam", "scr_allow_thompson", "scr_sd_roundlength", "logfile", "net_port"})
-            QTest::newRow(name) << QString::fromLatin1(name);
-    }
-
-    void theVariablesOfThePagesAreKnown()
-    {
-        QFETCH(QString, name);
-        QVERIFY(findKnown(knownVariables(), name));
-    }
 };
 
 GUILESS_TEST(KnownWordsTest)
