@@ -42,16 +42,25 @@ off=("${off[@]/#/-DFEATURE_}")
 # The tools of this machine's Qt, with which the other one is built and used, are of the same version.
 package=qt6-base=$(dpkg-query -W -f='${source:Version}' qt6-base-dev)
 mkdir "$work/source"
-if ! (apt-get "${apt_sources[@]}" update && cd "$work/source" && apt-get "${apt_sources[@]}" source "$package") \
+if ! (apt-get "${apt_sources[@]}" update && cd "$work/source" && apt-get "${apt_sources[@]}" source "$package" sqlite3) \
     >"$work/apt.log" 2>&1; then
     tail -n 5 "$work/apt.log" >&2
-    echo "The source package $package could not be had with apt-get." >&2
+    echo "The source packages $package and sqlite3 could not be had with apt-get." >&2
     exit 1
 fi
 
+# Debian takes Qt's copy of SQLite out of its source; its own stands there instead, as the one file that Qt compiles.
+(cd "$work/source"/sqlite3-*/ && ./configure --disable-tcl && make sqlite3.c) >"$work/sqlite.log" 2>&1 || {
+    tail -n 5 "$work/sqlite.log" >&2
+    echo "The one file of SQLite could not be made." >&2
+    exit 1
+}
+qt_source=$(echo "$work/source"/qt6-base-*/)
+install -Dm 644 -t "$qt_source/src/3rdparty/sqlite" "$work/source"/sqlite3-*/sqlite3.{c,h}
+
 # The prefix compiled into the libraries is "/qt" on every machine, and no source path is kept either, so that programs do
 # not tell where they were built. With direct2d off the libraries lack the DirectWrite font database and nothing links.
-cmake -S "$work/source"/qt6-base*/ -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+cmake -S "$qt_source" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
     -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_INSTALL_PREFIX=/qt \
     -DCMAKE_CXX_FLAGS="-ffile-prefix-map=$work=." -DCMAKE_C_FLAGS="-ffile-prefix-map=$work=." \
     -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake -DQT_QMAKE_TARGET_MKSPEC=win32-g++ \

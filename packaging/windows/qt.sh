@@ -1,7 +1,7 @@
 # Where the static Qt for Windows is kept, and how to build with it. To be sourced.
 # shellcheck shell=bash disable=SC2034
 
-windows_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build perl python3 dpkg-dev qt6-base-dev qt6-base-dev-tools lowdown)
+windows_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build perl python3 tcl dpkg-dev qt6-base-dev qt6-base-dev-tools lowdown)
 
 # The folder that packaging/windows/build-qt.sh fills, once; another one can be named in the environment, from the top of
 # the sources. The tilde stands for the home folder even where HOME is not set.

@@ -51,25 +51,23 @@ Exchange::Exchange(Session &session_, UDPClient &udpclient_, const ServerFields 
       codePage(std::move(codePage_))
 {
     connect(&udpclient, &UDPClient::DataArrival, this, &Exchange::UDPClient_DataArrival);
-    connect(&udpclient, &UDPClient::linkbegun, this, [this] {
-        staleUntil = 0; // answers to earlier lists go to a socket that is closed
-        isStatusUntimed = false;
-    });
+    // Answers to earlier lists go to a socket that is closed.
+    connect(&udpclient, &UDPClient::linkbegun, this, [this] { pace.forgetLists(); });
 }
 
 void Exchange::sendinfo(const QString &comm, bool quietmode, BroughtBy by)
 {
     lastBy = by;
     const int number = begin(comm);
-    const qint64 staleBefore = staleUntil;
+    const qint64 staleBefore = pace.stale();
     int copiesSent = 0;
     const Outcome outcome = sendCopies(comm, by, number, copiesSent);
     emit over(number, outcome != Outcome::NotAwaited);
     if (outcome != Outcome::HadItsTime)
         return;
     const bool isPlain = copiesSent == 1 && asked == number && isWholeStatus(session.rconreply); // one copy, one answer
-    if (isPlain && asksForStatus(comm) && staleBefore < lastSent)
-        staleUntil = staleBefore;
+    if (isPlain && asksForStatus(comm) && staleBefore < pace.last())
+        pace.setStale(staleBefore);
     emit ended(session.rconreply);
 
     if (!session.rconarrived) {
@@ -110,7 +108,7 @@ bool Exchange::sendonce(const QString &comm, const std::function<bool(const QStr
     if (isLeft() || (isHeldUp && comm != "status"_L1))
         return false;
     lastBy = BroughtBy::Person;
-    const qint64 staleBefore = staleUntil;
+    const qint64 staleBefore = pace.stale();
     const int mine = begin(comm);
     const auto atEnd = qScopeGuard([&] { emit over(mine, true); });
     const Wait begun = newWait(comm, 1, latestAnswer / 1000);
@@ -118,8 +116,7 @@ bool Exchange::sendonce(const QString &comm, const std::function<bool(const QStr
         tellUnsent(sent, lastBy);
         return false;
     }
-    const qint64 sentAt = milliseconds();
-    timeSending(sentAt);
+    const qint64 sentAt = timeSending();
     const QString password = lastPassword;
     const auto isOthers = [&] { return asked != mine || isLeft(); };
     {
@@ -135,7 +132,7 @@ bool Exchange::sendonce(const QString &comm, const std::function<bool(const QStr
         return false;
     lastPassword = password;
     if (asksForStatus(comm) && isWholeStatus(session.rconreply))
-        staleUntil = staleBefore;
+        pace.setStale(staleBefore);
     emit ended(session.rconreply);
     const bool isOld = milliseconds() - sentAt > latestAnswer + restOfReply + stall; // a box has stood before it
     return session.rconarrived && !isOld;
@@ -150,7 +147,7 @@ int Exchange::sendaside(const QString &comm)
     lastBy = BroughtBy::Tick;
     const int number = begin(comm);
     const Sent sent = send(comm, number);
-    timeSending(milliseconds());
+    timeSending();
     emit over(number, false);
     return sent == Sent::Yes ? number : 0;
 }
@@ -161,28 +158,23 @@ bool Exchange::isWaitedIn() const
     return yielding > 0 || resting.contains(clock.now().date());
 }
 
-// What has been sent was sent just now.
-void Exchange::timeSending(qint64 now)
+qint64 Exchange::timeSending()
 {
-    if (std::exchange(isUntimed, false))
-        lastSent = now;
-    if (std::exchange(isStatusUntimed, false))
-        staleUntil = now + latestAnswer;
+    const qint64 now = milliseconds();
+    pace.time(now);
+    return now;
 }
 
 qint64 Exchange::untilTurn()
 {
-    const qint64 now = milliseconds();
-    timeSending(now);
-    const qint64 left = lastSent + betweenCommands - now;
-    return left > betweenCommands ? 0 : std::max<qint64>(left, 0); // a clock that was set back makes nobody wait
+    const qint64 now = timeSending();
+    return pace.untilHeard(now);
 }
 
 void Exchange::sentBeside()
 {
-    const qint64 now = milliseconds();
-    timeSending(now);
-    lastSent = now;
+    pace.sent(false);
+    timeSending();
 }
 
 // Other handlers run meanwhile and may send something themselves.
@@ -191,9 +183,8 @@ void Exchange::awaitTurn(const QString &comm)
     const int generation = udpclient.generation();
     const auto isLeft = [&] { return session.closing || udpclient.generation() != generation; };
     const auto left = [&] {
-        const qint64 now = milliseconds();
-        timeSending(now);
-        return std::max(lastSent + betweenCommands, asksForStatus(comm) ? staleUntil : 0) - now;
+        const qint64 now = timeSending();
+        return pace.untilTurn(now, asksForStatus(comm));
     };
     for (qint64 wait = left(); wait > 0 && wait <= latestAnswer && !isLeft(); wait = left())
         rest(wait, isLeft);
@@ -259,8 +250,7 @@ Exchange::Sent Exchange::send(const QString &comm, int number)
     try {
         lastPassword = fields.password();
         const QByteArray datagram = sendText(u"rcon "_s + lastPassword + u' ' + comm);
-        isUntimed = true;
-        isStatusUntimed = isStatusUntimed || asksForStatus(comm);
+        pace.sent(asksForStatus(comm));
         emit copysent({number, comm, lastPassword, datagram});
     } catch (const Fault &fault) {
         if (fault.number() != Fault::NoRoute)
@@ -347,7 +337,7 @@ void Exchange::waitseconds(qint16 seconds)
 {
     // The time of day falls back to zero at midnight and the target does not, so a wait across midnight goes on.
     const QDateTime begun = clock.now();
-    timeSending(begun.toMSecsSinceEpoch());
+    pace.time(begun.toMSecsSinceEpoch());
     const auto start = static_cast<qint32>(roundHalfToEven(begun.time().msecsSinceStartOfDay() / 1000.0));
     const double end = start + seconds;
     resting.append(begun.date());

@@ -3,6 +3,7 @@
 
 #include "base/prompts.h"
 #include "base/wire_text.h"
+#include "command_pace.h"
 #include "reply_piece.h"
 #include "traffic.h"
 
@@ -135,7 +136,8 @@ private:
     [[nodiscard]] int begin(const QString &comm);
     void rest(qint64 milliseconds, const std::function<bool()> &isOver);
     void awaitTurn(const QString &comm);
-    void timeSending(qint64 now);
+    /// In milliseconds. What has been sent was sent by now.
+    qint64 timeSending();
     [[nodiscard]] qint64 milliseconds() const;
     void announceWait();
     [[nodiscard]] QByteArray sendText(const QString &text);
@@ -155,13 +157,10 @@ private:
     Steps steps;
     bool isStep = false;
     const CodePage codePage;
-    qint64 lastSent = 0;   ///< when a console command was, in milliseconds
-    qint64 staleUntil = 0; ///< when the last answer to an earlier "status" may come
-    ReplyPiece arrived;    ///< what the datagram that came last may lack
+    CommandPace pace;
+    ReplyPiece arrived; ///< what the datagram that came last may lack
     int asked = 0;
-    int yielding = 0;       ///< handlers that let the event loop run once
-    bool isUntimed = false; ///< something has been sent, and the clock not been read since
-    bool isStatusUntimed = false;
+    int yielding = 0; ///< handlers that let the event loop run once
     BroughtBy lastBy = BroughtBy::Person;
     bool yieldingInArrival = false;
     bool truncationTold = false;
