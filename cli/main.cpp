@@ -89,7 +89,7 @@ QString passwordOf(const CliArguments &arguments, const CliServer &server)
 {
     const QString environment = qEnvironmentVariable("MOLVARK_RCON_PASSWORD");
     if (arguments.word == Word::Query && !arguments.passwordFile)
-        return environment.isEmpty() ? server.savedPassword : environment;
+        return knownPassword(environment, server.savedPassword);
     std::optional<QByteArray> file;
     if (arguments.passwordFile)
         file = contents(*arguments.passwordFile, passwordFile);
