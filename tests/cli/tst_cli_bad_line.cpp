@@ -90,6 +90,30 @@ private slots:
         QVERIFY2(outcome.errors.contains("did not do it: unbanUser nobody"), outcome.errors.constData());
     }
 
+    void aCopyOfWhatHasSucceededIsDone()
+    {
+        CliWithServer it(PracticeOptions::cod2());
+        it.server.answer("unbanUser Bob", {});
+        QObject::connect(&it.server, &PracticeServer::requested, &it.server, [&it] {
+            if (it.server.requests().size() == 2) // the answer to the first copy is lost
+                it.server.answer("unbanUser Bob", {"no banned user has name Bob\n"});
+        });
+        const CliOutcome outcome = it.run({u"--timeout"_s, u"0.75"_s, u"--retries"_s, u"1"_s, u"unbanUser Bob"_s});
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(outcome.output, "no banned user has name Bob\n");
+        QCOMPARE(outcome.errors, "molvark-cli: An earlier copy may have done it: unbanUser Bob\n");
+    }
+
+    void whatAHardServerRefusesIsNotDone()
+    {
+        CliWithServer it(PracticeOptions::cod2());
+        for (const auto &command : {u"exec none.cfg"_s, u"sv_maxclients banana"_s, u"rcon_password"_s}) {
+            const CliOutcome outcome = it.run({command});
+            QVERIFY2(outcome.status == 5, outcome.output.constData());
+            QVERIFY2(outcome.errors.contains("did not do it: " + command.toUtf8()), outcome.errors.constData());
+        }
+    }
+
     void aHardServersRefusalIsOne()
     {
         CliWithServer it(PracticeOptions::cod2());
