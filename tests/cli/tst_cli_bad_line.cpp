@@ -126,14 +126,18 @@ private slots:
     void questionsAreAskedAgainOverALineThatLosesAThird_data()
     {
         QTest::addColumn<QString>("word");
-        for (const auto &word : {u"status"_s, u"players"_s, u"query"_s})
-            QTest::newRow(qPrintable(word)) << word;
+        QTest::addColumn<bool>("isHard");
+        for (const auto &word : {u"status"_s, u"players"_s, u"query"_s}) {
+            QTest::newRow(qPrintable(word)) << word << false;
+            QTest::newRow(qPrintable(word + u", hard server"_s)) << word << true;
+        }
     }
     void questionsAreAskedAgainOverALineThatLosesAThird()
     {
         QFETCH(QString, word);
-        for (quint32 seed = 1; seed <= 4; ++seed) {
-            PracticeOptions options;
+        QFETCH(bool, isHard);
+        for (quint32 seed = 1; seed <= (isHard ? 2 : 4); ++seed) {
+            PracticeOptions options = isHard ? PracticeOptions::cod2() : PracticeOptions();
             options.players = 4; // one datagram
             options.lossPercent = 33;
             options.seed = seed;
@@ -145,9 +149,16 @@ private slots:
         }
     }
 
+    void aScriptGoesOnOverABadLineAndItsAnswersStayInPlace_data()
+    {
+        QTest::addColumn<bool>("isHard");
+        QTest::newRow("kind server") << false;
+        QTest::newRow("hard server") << true;
+    }
     void aScriptGoesOnOverABadLineAndItsAnswersStayInPlace()
     {
-        PracticeOptions options;
+        QFETCH(bool, isHard);
+        PracticeOptions options = isHard ? PracticeOptions::cod2() : PracticeOptions();
         options.lossPercent = 30;
         options.seed = 3;
         CliWithServer it(options);
