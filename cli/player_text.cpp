@@ -62,7 +62,7 @@ QString playerJson(const StatusRow &player, const QString &password)
 {
     QStringList members;
     for (const Field &field : fields)
-        members.append(u"\"%1\":"_s.arg(field.key) + valueJson(field, withoutPassword(player.*field.text, password)));
+        members.append(u"\"%1\":"_s.arg(field.key) + valueJson(field, maskedText(player.*field.text, password)));
     return u'{' + members.join(u',') + u'}';
 }
 
@@ -90,7 +90,7 @@ QString recordCsv(const QStringList &texts)
 
 QString cell(const QString &text, const QString &password)
 {
-    QString shown = withoutPassword(stripcolour(withoutPassword(text, password)), password);
+    QString shown = maskedText(stripcolour(maskedText(text, password)), password);
     std::ranges::replace_if(
         shown, [](QChar each) { return each.category() == QChar::Other_Control; }, QChar(u'?'));
     return shown;
@@ -138,7 +138,7 @@ QString playersCsv(const QList<StatusRow> &players, const QString &password)
     for (const StatusRow &player : players) {
         QStringList texts;
         for (const Field &field : fields)
-            texts.append(withoutPassword(player.*field.text, password));
+            texts.append(maskedText(player.*field.text, password));
         records += recordCsv(texts);
     }
     return records;

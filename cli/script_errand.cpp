@@ -69,7 +69,7 @@ void ScriptErrand::take(const RconReply &reply)
 
 void ScriptErrand::print(const RconReply &reply)
 {
-    output.printReply(withoutPassword(reply.text, reply.pieces, asking.password));
+    output.printReply(maskedReply(reply.text, reply.pieces, asking.password));
     if (reply.isEndless)
         output.note(u"The answer had no end, and the rest of it was left out."_s);
 }

@@ -36,6 +36,15 @@ private slots:
         QCOMPARE(it.run(option + QStringList{u"query"_s}).output, "\\sv_hostname\\********\n");
     }
 
+    void aRefusalIsReadableWhateverThePassword()
+    {
+        CliWithServer it(PracticeOptions::cod2());
+        it.cli.setPassword(u"password"_s);
+        QCOMPARE(it.run({u"status"_s}).output, "Invalid password.\n");
+        const CliOutcome check = it.run({u"check"_s});
+        QVERIFY2(check.output.contains("Console: refused with \"Invalid password.\""), check.output.constData());
+    }
+
     void blanksAreNoPassword()
     {
         CliWithServer it;

@@ -186,8 +186,27 @@ private slots:
 
     void aPasswordBecomesAsterisks()
     {
-        QCOMPARE(withoutPassword(u"a secret, secretsecret"_s, u"secret"_s), u"a ******, ************"_s);
-        QCOMPARE(withoutPassword(u"a"_s, {}), u"a"_s);
+        QCOMPARE(maskedText(u"a secret, secretsecret"_s, u"secret"_s), u"a ******, ************"_s);
+        QCOMPARE(maskedText(u"a"_s, {}), u"a"_s);
+        QCOMPARE(maskedText(u"ananas"_s, u"ana"_s), u"*****s"_s);
+    }
+
+    // Its words are known, and asterisks would tell which of them is the password.
+    void aUsualRefusalStaysReadable()
+    {
+        const QList<ReplyPiece> one{{0, false}};
+        QCOMPARE(maskedReply(u"Invalid password.\n"_s, one, u"password"_s), u"Invalid password.\n"_s);
+        QCOMPARE(maskedReply(u"Bad rconBad rcon"_s, {{0, false}, {8, false}}, u"rcon"_s), u"Bad rconBad rcon"_s);
+        QCOMPARE(maskedReply(u"Invalid password for Bob\n"_s, one, u"password"_s), u"Invalid ******** for Bob\n"_s);
+    }
+
+    void aPasswordInManyDatagramsBecomesAsterisks()
+    {
+        QCOMPARE(maskedReply(u"is secret!"_s, {{0, false}, {4, false}, {6, false}, {8, false}}, u"secret"_s),
+                 u"is ******!"_s);
+        QCOMPARE(maskedReply(u"is secre"_s, {{0, true}}, u"secret"_s), u"is *****"_s); // nothing came behind it
+        QCOMPARE(maskedReply(u"ab"_s, {{0, true}, {1, false}}, u"ax"_s), u"ab"_s);
+        QCOMPARE(maskedReply({}, {}, u"secret"_s), QString());
     }
 
     void soDoesOneThatHasLostACharacterBetweenTwoDatagrams_data()
@@ -208,7 +227,7 @@ private slots:
         QFETCH(QString, after);
         QFETCH(bool, isLossy);
         const QList<ReplyPiece> pieces{{0, isLossy}, {before.size(), false}};
-        QTEST(withoutPassword(before + after, pieces, u"secret"_s), "masked");
+        QTEST(maskedReply(before + after, pieces, u"secret"_s), "masked");
     }
 };
 
