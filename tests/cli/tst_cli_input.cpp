@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "cli_hands.h"
 #include "cli_process.h"
 
 #ifdef Q_OS_UNIX
@@ -14,12 +15,9 @@ namespace {
 /// Whether the process takes signals by itself and sleeps, which it does first when it waits for something to read.
 bool waitsForInput(const QProcess &process)
 {
-    QFile file(u"/proc/%1/status"_s.arg(process.processId()));
-    if (!file.open(QIODevice::ReadOnly))
-        failTest(u"no process"_s);
     bool isAsleep = false;
     quint64 caught = 0;
-    for (const QByteArray &line : file.readAll().split('\n')) {
+    for (const QByteArray &line : fileOf(process, u"status"_s).split('\n')) {
         if (line.startsWith("State:"))
             isAsleep = line.contains("S (sleeping)");
         else if (line.startsWith("SigCgt:"))
@@ -64,6 +62,46 @@ private slots:
         QCOMPARE(it.server.commands(), QByteArrayList{"say a"});
     }
 
+    void aFileOfAnotherKindIsNotReadToItsEnd_data()
+    {
+        QTest::addColumn<QStringList>("words");
+        QTest::addColumn<QByteArray>("told");
+        QTest::newRow("password") << QStringList{u"--password-file"_s, u"large"_s, u"say"_s, u"a"_s}
+                                  << QByteArray("large has more than 64 KiB");
+        QTest::newRow("script") << QStringList{u"--script"_s, u"huge"_s} << QByteArray("huge has more than 4 MB");
+#ifdef Q_OS_UNIX
+        QTest::newRow("password without end") << QStringList{u"--password-file"_s, u"/dev/zero"_s, u"say"_s, u"a"_s}
+                                              << QByteArray("/dev/zero has more than 64 KiB");
+        QTest::newRow("script without end")
+            << QStringList{u"--script"_s, u"/dev/zero"_s} << QByteArray("/dev/zero has more than 4 MB");
+#endif
+    }
+    void aFileOfAnotherKindIsNotReadToItsEnd()
+    {
+        QFETCH(QStringList, words);
+        QFETCH(QByteArray, told);
+        CliWithServer it;
+        it.cli.writeFile(u"large"_s, QByteArray(64 * 1024 + 1, 'p'));
+        it.cli.writeFile(u"huge"_s, QByteArray("say a\n").repeated(700'000));
+        const CliOutcome outcome = it.run(words);
+        QCOMPARE(outcome.status, 2);
+        QVERIFY2(outcome.errors.contains(told) && outcome.errors.count('\n') == 1, outcome.errors.constData());
+        QCOMPARE(it.server.requests().size(), 0);
+    }
+
+#ifdef Q_OS_UNIX
+    void theStandardInputIsNotReadWithoutEnd()
+    {
+        CliWithServer it;
+        it.cli.process.setStandardInputFile(u"/dev/zero"_s);
+        it.cli.start(it.withServer({u"-"_s}));
+        const CliOutcome outcome = it.cli.end();
+        QCOMPARE(outcome.status, 2);
+        QVERIFY2(outcome.errors.contains("The standard input has more than 4 MB"), outcome.errors.constData());
+        QCOMPARE(it.server.requests().size(), 0);
+    }
+#endif
+
 #ifdef Q_OS_LINUX
     void aPipeThatNobodyWritesToIsLeftWithCtrlC_data()
     {
@@ -106,6 +144,17 @@ private slots:
         QCOMPARE(outcome.status, 2);
         QVERIFY2(outcome.errors.startsWith("molvark-cli: The standard input cannot be read: "),
                  outcome.errors.constData());
+        QCOMPARE(it.server.requests().size(), 0);
+    }
+
+    void ctrlCEndsTheReadingOfTheStandardInput()
+    {
+        CliWithServer it;
+        it.cli.start(it.withServer({u"-"_s}));
+        it.cli.process.write("say a\n");
+        QTRY_VERIFY_WITH_TIMEOUT(waitsForInput(it.cli.process), 20'000);
+        QCOMPARE(kill(static_cast<pid_t>(it.cli.process.processId()), SIGINT), 0);
+        QCOMPARE(it.cli.end().status, 130);
         QCOMPARE(it.server.requests().size(), 0);
     }
 #endif
