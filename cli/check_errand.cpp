@@ -2,7 +2,6 @@
 #include "check_errand.h"
 
 #include "cli_output.h"
-#include "masking.h"
 
 #include <algorithm>
 
@@ -16,13 +15,6 @@ CheckPatience patienceOf(const Asking &asking)
     const CheckPatience::Question each{static_cast<int>(std::max(asking.timeout, AskSchedule::betweenCopies).count()),
                                        asking.copies};
     return {each, each, each};
-}
-
-/// Where the server's words begin, in quotes.
-qsizetype behindOwnWords(const QString &result)
-{
-    const qsizetype quote = result.indexOf(u'"');
-    return quote < 0 ? result.size() : quote;
 }
 
 } // namespace
@@ -47,9 +39,7 @@ void CheckErrand::begin()
 void CheckErrand::print(const CheckStep &step)
 {
     lookUp.stop();
-    const qsizetype quote = behindOwnWords(step.result);
-    output.print(step.result.first(quote) + withoutPassword(step.result.sliced(quote), asking.password) +
-                 u"\n    %1\n"_s.arg(step.advice));
+    output.print(u"%1\n    %2\n"_s.arg(step.result, step.advice));
 }
 
 // Without an answer of the console there was none that counts: the server is there for commands.

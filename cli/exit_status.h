@@ -13,5 +13,6 @@ enum class ExitStatus {
     Interrupted = 130,
 };
 
-/// What a server's reply says of `command`. Only the beginnings of lines count: names stand further in.
-[[nodiscard]] ExitStatus statusOfReply(QStringView command, QStringView reply);
+/// What a server's reply says of `command`, of which so many copies had gone out by then. Only the beginnings of lines
+/// count: names stand further in. What is said when an earlier copy has done it counts as done.
+[[nodiscard]] ExitStatus statusOfReply(QStringView command, QStringView reply, int copies = 1);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "arguments.h"
 #include "base/console.h"
+#include "base/input_file.h"
+#include "base/system_error.h"
 #include "base/system_notices.h"
 #include "check_errand.h"
 #include "cli_output.h"
@@ -10,7 +12,6 @@
 #include "wrong_usage.h"
 
 #include <QCoreApplication>
-#include <QFile>
 
 #include <array>
 #include <cstdio>
@@ -39,39 +40,47 @@ void check(const QByteArray &bytes, const FileKind &kind, const QString &name)
         throw WrongUsage(name + u' ' + kind.complaint);
 }
 
-/// Ends the reading of the standard input without a word.
+/// Ends the reading of a file or of the standard input without a word.
 struct Interrupted final {};
 
-// By the C library, because Qt's files go on reading when a signal has come.
-QByteArray standardInput()
+[[noreturn]] void refuseToRead(const QString &name)
 {
-    QByteArray text;
+    const Fault fault = lastSystemError(u"no reason is known"_s);
+    if (SystemNotices::isInterrupted()) // that is the reason, of a pipe that nobody writes to
+        throw Interrupted();
+    throw WrongUsage(u"%1 cannot be read: %2"_s.arg(name, fault.description()));
+}
+
+QByteArray readAll(std::FILE *file, const FileKind &kind, const QString &name)
+{
+    QByteArray bytes; // a pipe has no size that could be looked at before
     std::array<char, 4096> part{};
     while (true) {
-        const std::size_t count = std::fread(part.data(), 1, part.size(), stdin);
-        text.append(part.data(), static_cast<qsizetype>(count));
+        clearSystemError();
+        const std::size_t count = std::fread(part.data(), 1, part.size(), file);
         if (SystemNotices::isInterrupted())
             throw Interrupted();
-        check(text, scriptFile, u"The standard input"_s);
-        if (count < part.size() && (std::feof(stdin) != 0 || std::ferror(stdin) != 0))
-            return text;
+        if (std::ferror(file) != 0)
+            refuseToRead(name);
+        bytes.append(part.data(), static_cast<qsizetype>(count));
+        check(bytes, kind, name);
+        if (count < part.size())
+            return bytes;
     }
+}
+
+QByteArray standardInput()
+{
+    return readAll(stdin, scriptFile, u"The standard input"_s);
 }
 
 QByteArray contents(const QString &path, const FileKind &kind)
 {
-    constexpr qint64 partSize = 4096; // a pipe has no size that could be looked at before
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw WrongUsage(u"%1 cannot be read: %2"_s.arg(path, file.errorString()));
-    QByteArray bytes;
-    for (QByteArray part = file.read(partSize); !part.isEmpty(); part = file.read(partSize)) {
-        bytes += part;
-        check(bytes, kind, path);
-    }
-    if (file.error() != QFileDevice::NoError)
-        throw WrongUsage(u"%1 cannot be read: %2"_s.arg(path, file.errorString()));
-    return bytes;
+    clearSystemError();
+    const auto file = openToRead(path);
+    if (!file)
+        refuseToRead(path);
+    return readAll(file.get(), kind, path);
 }
 
 CliServer serverOf(const CliArguments &arguments)
@@ -89,7 +98,7 @@ QString passwordOf(const CliArguments &arguments, const CliServer &server)
 {
     const QString environment = qEnvironmentVariable("MOLVARK_RCON_PASSWORD");
     if (arguments.word == Word::Query && !arguments.passwordFile)
-        return environment.isEmpty() ? server.savedPassword : environment;
+        return knownPassword(environment, server.savedPassword);
     std::optional<QByteArray> file;
     if (arguments.passwordFile)
         file = contents(*arguments.passwordFile, passwordFile);

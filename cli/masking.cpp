@@ -1,36 +1,52 @@
 // SPDX-License-Identifier: MIT
 #include "masking.h"
 
+#include "ledger/known_passwords.h"
+#include "rcon/refusals.h"
+
+#include <algorithm>
+
 namespace {
 
 constexpr qsizetype shortest = 4; // of less, what is left would be found by chance
 
-/// What stands of the password around the border, where one of its characters has got lost.
-void maskAt(QString &text, qsizetype border, const QString &password)
+KnownPasswords known(const QString &password)
 {
-    for (qsizetype lost = 0; lost < password.size(); ++lost) {
-        const qsizetype behind = password.size() - lost - 1;
-        if (!QStringView(text).first(border).endsWith(QStringView(password).first(lost)) ||
-            !QStringView(text).sliced(border).startsWith(QStringView(password).last(behind)))
-            continue;
-        text.replace(border - lost, password.size() - 1, QString(password.size() - 1, u'*'));
-        return;
-    }
+    KnownPasswords passwords;
+    passwords.add(password);
+    return passwords;
+}
+
+qsizetype endOf(const QList<ReplyPiece> &pieces, qsizetype piece, const QString &text)
+{
+    return piece + 1 < pieces.size() ? pieces.at(piece + 1).begin : text.size();
 }
 
 } // namespace
 
-QString withoutPassword(QString text, const QString &password)
+QString maskedText(QString text, const QString &password)
 {
-    return password.isEmpty() ? text : text.replace(password, QString(password.size(), u'*'));
+    known(password).star(text);
+    return text;
 }
 
-QString withoutPassword(const QString &text, const QList<ReplyPiece> &pieces, const QString &password)
+QString maskedReply(const QString &text, const QList<ReplyPiece> &pieces, const QString &password)
 {
-    QString masked = withoutPassword(text, password);
-    for (qsizetype piece = 1; piece < pieces.size() && password.size() >= shortest; ++piece) {
-        if (pieces.at(piece - 1).mayLackLast)
-            maskAt(masked, pieces.at(piece).begin, password);
+    if (password.isEmpty() || isUsualRefusal(text))
+        return text;
+    const KnownPasswords passwords = known(password);
+    QString masked;
+    bool mayLack = false; // a character of the password at the border
+    for (qsizetype piece = 0; piece < pieces.size(); ++piece) {
+        const qsizetype begin = pieces.at(piece).begin;
+        QString added = text.sliced(begin, endOf(pieces, piece, text) - begin);
+        QString tail = masked.last(std::min(masked.size(), password.size()));
+        masked.chop(tail.size());
+        passwords.starNext(tail, added, mayLack);
+        mayLack = pieces.at(piece).mayLackLast && password.size() >= shortest;
+        if (mayLack)
+            passwords.starLosingEnd(added);
+        masked += tail + added;
     }
     return masked;
 }

@@ -2,6 +2,7 @@
 #include "player_text.h"
 
 #include "base/colour_codes.h"
+#include "base/csv_record.h"
 #include "masking.h"
 
 #include <QJsonArray>
@@ -62,7 +63,7 @@ QString playerJson(const StatusRow &player, const QString &password)
 {
     QStringList members;
     for (const Field &field : fields)
-        members.append(u"\"%1\":"_s.arg(field.key) + valueJson(field, withoutPassword(player.*field.text, password)));
+        members.append(u"\"%1\":"_s.arg(field.key) + valueJson(field, maskedText(player.*field.text, password)));
     return u'{' + members.join(u',') + u'}';
 }
 
@@ -74,23 +75,9 @@ QString arrayJson(const QList<StatusRow> &players, const QString &password)
     return u'[' + elements.join(u',') + u']';
 }
 
-QString quotedCsv(QString text)
-{
-    constexpr std::array<char16_t, 4> special{u'"', u',', u'\r', u'\n'};
-    const bool isQuoted = std::ranges::any_of(special, [&text](char16_t each) { return text.contains(QChar(each)); });
-    return isQuoted ? u'"' + text.replace(u'"', u"\"\""_s) + u'"' : text;
-}
-
-QString recordCsv(const QStringList &texts)
-{
-    QStringList quoted;
-    std::ranges::transform(texts, std::back_inserter(quoted), quotedCsv);
-    return quoted.join(u',') + u"\r\n"_s;
-}
-
 QString cell(const QString &text, const QString &password)
 {
-    QString shown = withoutPassword(stripcolour(withoutPassword(text, password)), password);
+    QString shown = maskedText(stripcolour(maskedText(text, password)), password);
     std::ranges::replace_if(
         shown, [](QChar each) { return each.category() == QChar::Other_Control; }, QChar(u'?'));
     return shown;
@@ -134,12 +121,12 @@ QString playersJson(const QList<StatusRow> &players, const QString &password)
 
 QString playersCsv(const QList<StatusRow> &players, const QString &password)
 {
-    QString records = recordCsv(keys());
+    QString records = csvRecord(keys(), CsvQuotes::WhereNeeded);
     for (const StatusRow &player : players) {
         QStringList texts;
         for (const Field &field : fields)
-            texts.append(withoutPassword(player.*field.text, password));
-        records += recordCsv(texts);
+            texts.append(maskedText(player.*field.text, password));
+        records += csvRecord(texts, CsvQuotes::WhereNeeded);
     }
     return records;
 }

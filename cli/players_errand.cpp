@@ -33,7 +33,7 @@ QString doubtfulSlots(const QList<StatusRow> &players)
 std::optional<QList<StatusRow>> maskedTable(const RconReply &reply, const QString &password)
 {
     const qsizetype heading = reply.text.indexOf(u'\n') + 1;
-    const QString masked = withoutPassword(reply.text, reply.pieces, password); // no shorter and no longer
+    const QString masked = maskedReply(reply.text, reply.pieces, password); // no shorter and no longer
     return wholeTable(reply.text.first(heading) + masked.sliced(heading), reply.pieces);
 }
 

@@ -108,7 +108,7 @@ void RconClient::add(const QByteArray &text, qsizetype size)
 {
     const QString come = fromAnsi(text);
     const qsizetype room = largestReply - reply.text.size();
-    reply.isEndless = come.size() > room;
+    reply.isEndless |= come.size() > room;
     if (!come.isEmpty() && room > 0)
         reply.pieces.append({reply.text.size(), size == ReplyPiece::losingSize});
     reply.text += come.left(room);

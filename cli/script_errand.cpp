@@ -54,19 +54,22 @@ void ScriptErrand::take(const RconReply &reply)
         endStep(ExitStatus::Done);
         return;
     }
-    const ExitStatus status = statusOfReply(steps.at(next).command, reply.text);
+    const QString &command = steps.at(next).command;
+    const ExitStatus status = statusOfReply(command, reply.text, reply.copies);
     if (status == ExitStatus::PasswordRefused)
         output.note(u"The server refused the password."_s);
     else if (status == ExitStatus::NotDone)
         output.note(u"The server did not do it: "_s + shown());
-    else if (asksForPlayers(steps.at(next).command) && !wholeTable(reply.text, reply.pieces))
+    else if (status != statusOfReply(command, reply.text))
+        output.note(u"An earlier copy may have done it: "_s + shown());
+    else if (asksForPlayers(command) && !wholeTable(reply.text, reply.pieces))
         output.note(u"The list of players did not come whole."_s);
     endStep(status);
 }
 
 void ScriptErrand::print(const RconReply &reply)
 {
-    output.printReply(withoutPassword(reply.text, reply.pieces, asking.password));
+    output.printReply(maskedReply(reply.text, reply.pieces, asking.password));
     if (reply.isEndless)
         output.note(u"The answer had no end, and the rest of it was left out."_s);
 }

@@ -99,19 +99,26 @@ QString passwordIn(const QByteArray &file)
     return QString::fromUtf8(text);
 }
 
+QString knownPassword(const QString &environment, const QString &saved)
+{
+    const QString password = environment.trimmed();
+    return password.isEmpty() ? saved.trimmed() : password;
+}
+
+// Servers split a request at its blanks, so those at the ends of a password are none of it for them either.
 QString choosePassword(const std::optional<QByteArray> &file, const QString &environment, const QString &saved)
 {
-    if (file && passwordIn(*file).isEmpty())
+    const QString text = file ? passwordIn(*file) : knownPassword(environment, saved);
+    QString password = text.trimmed();
+    if (file && password.isEmpty())
         throw WrongUsage(u"The password file is empty."_s);
-    const QString fileless = environment.isEmpty() ? saved : environment;
-    QString password = file ? passwordIn(*file) : fileless;
     if (password.isEmpty())
         throw WrongUsage(u"There is no RCON password: name a file with --password-file, set MOLVARK_RCON_PASSWORD, or "
                          "use a saved server that has one."_s);
     if (requestSize(u"x"_s, password) > longestRequest)
         throw WrongUsage(
             u"The password has %1 bytes, and a server does not read so many."_s.arg(toAnsi(password).size()));
-    if (password.contains(u'\n') || password.contains(u'\r') || password.contains(QChar()))
+    if (text.contains(u'\n') || text.contains(u'\r') || text.contains(QChar()))
         throw WrongUsage(u"The password has more than one line."_s);
     if (toAnsi(password).count('?') > password.count(u'?'))
         throw WrongUsage(u"The password has characters that a server cannot read."_s);

@@ -27,7 +27,10 @@ struct CliServer {
 /// The password out of a file, one line end at its end apart.
 [[nodiscard]] QString passwordIn(const QByteArray &file);
 
-/// The first of them that is there. Throws WrongUsage when none is, when a file that was named is empty, and when a
-/// password cannot be sent.
+/// The first of the two that is there, without blanks at its ends; empty when neither is.
+[[nodiscard]] QString knownPassword(const QString &environment, const QString &saved);
+
+/// The first of them that is there, without blanks at its ends. Throws WrongUsage when none is, when a file that was
+/// named holds nothing else, and when a password cannot be sent.
 [[nodiscard]] QString choosePassword(const std::optional<QByteArray> &file, const QString &environment,
                                      const QString &saved);

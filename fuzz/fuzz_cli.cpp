@@ -82,7 +82,7 @@ void fuzz(const QByteArray &input)
     const qsizetype size = std::min<qsizetype>(static_cast<uchar>(input.at(0)) % 16, input.size() - 1);
     const QString password = fromAnsi(input.sliced(1, size));
     const QString rest = fromAnsi(input.sliced(1 + size));
-    const QString masked = withoutPassword(rest, {{0, true}, {rest.size() / 2, false}}, password);
+    const QString masked = maskedReply(rest, {{0, true}, {rest.size() / 2, false}}, password);
     require(masked.size() == rest.size(), "asterisks keep the place");
     require(password.contains(u'*') || password.isEmpty() || !masked.contains(password), "no password");
     const ExitStatus status = statusOfReply(u"status", rest);

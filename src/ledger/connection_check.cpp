@@ -7,48 +7,27 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// How a server refuses, and what is to be done about it.
-struct Refusal {
-    QLatin1StringView words; ///< at the beginning; with `isAtEnd` at the end
-    QLatin1StringView advice;
-    bool isAtEnd = false;
-};
-
-constexpr QLatin1StringView wrong("The password in the connection fields is not the server's: see rcon_password in its "
-                                  "configuration.");
-constexpr QLatin1StringView
-    unset("No RCON password is set on the server, so it takes no commands: whoever runs it has to "
-          "set rcon_password.");
-
-constexpr std::array<Refusal, 5> adviceOnRefusals{
-    {{"Bad rcon"_L1, wrong},
-     {"Invalid password."_L1, wrong},
-     {"No rconpassword set on the server."_L1, unset},
-     {"The server must set 'rcon_password'"_L1, unset},
-     {endOfRefusal, "The server wants a longer RCON password: whoever runs it has to set one."_L1, true}}};
-
-const Refusal *refusalOf(const QString &words)
+/// What is to be done about a refusal. Of a wrong password it is told when it can never be right, whatever the server's
+/// is.
+QString adviceAbout(RefusalKind refusal, const QString &password)
 {
-    const QString text = words.trimmed();
-    const auto found = std::ranges::find_if(adviceOnRefusals, [&text](const Refusal &each) {
-        return each.isAtEnd ? text.endsWith(each.words, Qt::CaseInsensitive)
-                            : text.startsWith(each.words, Qt::CaseInsensitive);
-    });
-    return found == adviceOnRefusals.end() ? nullptr : &*found;
-}
-
-/// What can never be right, whatever the server's password is.
-QString adviceAbout(const Refusal &refusal, const QString &password)
-{
-    if (refusal.advice == wrong && (password.contains(u' ') || password.contains(u'"')))
-        return u"The password has a blank or a quote, and with these it never fits: servers split the line there."_s;
-    return refusal.advice;
+    switch (refusal) {
+    case RefusalKind::Wrong:
+        if (password.contains(u' ') || password.contains(u'"'))
+            return u"The password has a blank or a quote, and with these it never fits: servers split the line there."_s;
+        return u"The password in the connection fields is not the server's: see rcon_password in its configuration."_s;
+    case RefusalKind::Unset:
+        return u"No RCON password is set on the server, so it takes no commands: whoever runs it has to set "
+               "rcon_password."_s;
+    case RefusalKind::TooShort:
+        break;
+    }
+    return u"The server wants a longer RCON password: whoever runs it has to set one."_s;
 }
 
 QString quoted(const QString &words, const QString &password)
@@ -129,7 +108,7 @@ CheckStep consoleStep(const Asked &console, const QString &words, const QString 
             u"Try again later: another administrator's tool may be using up the server's limit, or RCON is blocked."_s};
     if (!console.answeredAfter)
         return {u"Console: no answer"_s, u"Nothing comes from this server: see to the public query first."_s};
-    if (const Refusal *refusal = refusalOf(words))
+    if (const std::optional<RefusalKind> refusal = refusalIn(words))
         return {u"Console: refused with "_s + quoted(words, password), adviceAbout(*refusal, password)};
     const QString answered = u"Console: answered in %1 ms"_s.arg(*console.answeredAfter);
     if (words.contains(askedVariable, Qt::CaseInsensitive))
@@ -185,7 +164,7 @@ CheckStep noListingStep()
 
 bool refusesInAnyWording(const QString &words)
 {
-    return refusalOf(words) != nullptr;
+    return refusalIn(words).has_value();
 }
 
 QString checkText(const QString &heading, const QList<CheckStep> &steps)

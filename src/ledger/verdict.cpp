@@ -16,13 +16,20 @@ bool begins(QStringView text, QLatin1StringView with)
     return text.startsWith(with, Qt::CaseInsensitive);
 }
 
-// A line may also begin with the name of a player who calls himself like this; it goes on in another way then.
+// Behind a player's name stands the code of the usual colour, in quotes the word that was typed.
+bool closesName(QStringView behind)
+{
+    const qsizetype close = behind.startsWith(u'"') ? behind.indexOf(u'"', 1) : -1;
+    return behind.sliced(close + 1).contains("^7"_L1);
+}
+
+// A line may also begin with the name of a player who calls himself like this.
 bool says(QStringView line, QLatin1StringView words)
 {
     if (!begins(line, words))
         return false;
     const QStringView behind = line.sliced(words.size()).trimmed();
-    return behind.isEmpty() || behind.startsWith(u'"') || behind.startsWith(u':');
+    return behind.isEmpty() || ((behind.startsWith(u'"') || behind.startsWith(u':')) && !closesName(behind));
 }
 
 bool namesNoPlayer(QStringView line)
@@ -45,7 +52,7 @@ bool tellsUsage(QStringView command, QStringView line)
     if (word.isEmpty() || !line.startsWith(word, Qt::CaseInsensitive))
         return false;
     const QStringView behind = line.sliced(word.size());
-    return behind.contains(u'<') && (behind.front().isSpace() || behind.front() == u'<');
+    return behind.contains(u'<') && !closesName(behind) && (behind.front().isSpace() || behind.front() == u'<');
 }
 
 } // namespace

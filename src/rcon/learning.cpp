@@ -8,7 +8,7 @@
 #include "exchange.h"
 #include "output/output.h"
 #include "reading.h"
-#include "server_info.h"
+#include "refusals.h"
 #include "server_listing.h"
 #include "services.h"
 #include "session.h"
@@ -137,7 +137,7 @@ Learning::Outcome Learning::ask(const Conversation &talk, const QString &comm)
         return Outcome::Silent;
     if (fate != Fate::Answered || haveOthersSent || run != mine)
         return Outcome::Displaced;
-    if (refusesPassword(talk.reply()))
+    if (isRefusal(talk.reply()))
         return Outcome::Refused;
     takeReply(talk);
     return isWholeListing(talk.reply()) ? Outcome::Whole : Outcome::Torn;

@@ -8,24 +8,44 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Longer ones first: one begins like another.
-constexpr std::array<QLatin1StringView, 6> usualRefusals{
-    "The server must set 'rcon_password' for clients to use 'rcon'."_L1,
-    "No rconpassword set on the server."_L1,
-    "Bad rconpassword."_L1,
-    "Bad rconpassword"_L1,
-    "Invalid password."_L1,
-    "Bad rcon"_L1,
+struct Refusal {
+    QLatin1StringView words;
+    RefusalKind kind;
 };
+
+// Longer ones first: one begins like another.
+constexpr std::array<Refusal, 6> usualRefusals{{
+    {"The server must set 'rcon_password' for clients to use 'rcon'."_L1, RefusalKind::Unset},
+    {"No rconpassword set on the server."_L1, RefusalKind::Unset},
+    {"Bad rconpassword."_L1, RefusalKind::Wrong},
+    {"Bad rconpassword"_L1, RefusalKind::Wrong},
+    {"Invalid password."_L1, RefusalKind::Wrong},
+    {"Bad rcon"_L1, RefusalKind::Wrong},
+}};
+
+// This one names the variable first.
+constexpr Refusal refusalAtEnd{"shorter than 8 characters."_L1, RefusalKind::TooShort};
 
 constexpr qsizetype longestRefusal = 4096; // of several copies, with much room
 
-/// How many characters at the beginning of `text` refuse a password, in words that are always the same.
-qsizetype usualLength(QStringView text)
+/// With which `text` begins, of those in words that are always the same.
+const Refusal *usualRefusal(QStringView text)
 {
     const auto found = std::ranges::find_if(
-        usualRefusals, [text](QLatin1StringView refusal) { return text.startsWith(refusal, Qt::CaseInsensitive); });
-    return found != usualRefusals.end() ? found->size() : 0;
+        usualRefusals, [text](const Refusal &refusal) { return text.startsWith(refusal.words, Qt::CaseInsensitive); });
+    return found == usualRefusals.end() ? nullptr : &*found;
+}
+
+/// How many characters at the beginning of `text` such a refusal has.
+qsizetype usualLength(QStringView text)
+{
+    const Refusal *found = usualRefusal(text);
+    return found ? found->words.size() : 0;
+}
+
+bool endsAsRefusal(QStringView text)
+{
+    return text.endsWith(refusalAtEnd.words, Qt::CaseInsensitive);
 }
 
 /// In any words.
@@ -35,7 +55,7 @@ qsizetype refusalLength(QStringView text)
         return usual;
     const qsizetype end = text.indexOf(u'\n');
     const QStringView line = end < 0 ? text : text.first(end).trimmed();
-    return line.endsWith(endOfRefusal, Qt::CaseInsensitive) ? line.size() : 0;
+    return endsAsRefusal(line) ? line.size() : 0;
 }
 
 // Not all refusals end their line, and each copy of a command is refused.
@@ -65,6 +85,14 @@ bool isRefusal(QStringView reply)
 bool isUsualRefusal(QStringView reply)
 {
     return consistsOf(reply, usualLength);
+}
+
+std::optional<RefusalKind> refusalIn(QStringView reply)
+{
+    const QStringView text = reply.trimmed();
+    if (const Refusal *found = usualRefusal(text))
+        return found->kind;
+    return endsAsRefusal(text) ? std::optional(refusalAtEnd.kind) : std::nullopt;
 }
 
 QString withoutPassword(const QString &reply, const QString &password)

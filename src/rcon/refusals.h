@@ -3,9 +3,17 @@
 
 #include <QString>
 
-/// Servers of this family refuse an RCON password in several wordings; this one names the variable first and ends like
-/// this.
-inline constexpr QLatin1StringView endOfRefusal("shorter than 8 characters.");
+#include <optional>
+
+/// Why a server refuses the RCON password; servers of this family have several wordings for it.
+enum class RefusalKind {
+    Wrong,
+    Unset,    ///< the server has none
+    TooShort, ///< the server's own
+};
+
+/// What a reply refuses the RCON password for, if it begins, or ends, as such a refusal does; more may stand there.
+[[nodiscard]] std::optional<RefusalKind> refusalIn(QStringView reply);
 
 /// Whether a server refuses the RCON password in this way, and says nothing else.
 [[nodiscard]] bool isRefusal(QStringView reply);

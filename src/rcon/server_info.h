@@ -13,5 +13,6 @@
 /// The map in the first lines of a reply to "status", "map: mp_toujane"; empty when it is not there.
 [[nodiscard]] QString mapOfStatus(QStringView reply);
 
-/// True when the reply begins with "bad rconpassword", in any letter case.
+/// True when the reply begins with "bad rconpassword", in any letter case: what connecting goes by. All the wordings
+/// that servers have are in refusals.h.
 [[nodiscard]] bool refusesPassword(QStringView reply);

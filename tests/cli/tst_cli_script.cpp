@@ -126,12 +126,54 @@ private slots:
         row("map_rotate", "map_rotate...\n\ncan't find map maps/mp/mp_x.d3dbsp\n", 5);
         row("kick all", "Can't find map x^7 was kicked\n", 0);
         row("status", "map: mp_a\n  0 0 50 1 Can't find map x^7 50\n", 0);
+        row("kick all", "Unknown command \"x\"^7 was kicked\n", 0);
+        row("kick all", "usage:^7 was kicked\n", 0);
+        row("kick all", "kick <x>^7 was kicked\n", 0);
+        row("exec none.cfg", "couldn't exec none.cfg\n", 5);
+        row("exec none.cfg", "execing none.cfg\n", 0);
+        row("kick all", "couldn't exec x^7 was kicked\n", 0);
+        row("g_allowvote banana", "'banana' is not a valid value for dvar 'g_allowvote'\n  Domain is 0 or 1\n", 5);
+        row("kick all", "'a' is not a valid value for dvar 'b'^7 was kicked\n", 0);
+        row("set a 1", "Can't create dvar 'a': 4096 dvars already exist\n", 5);
+        row("version 2", "version is read only.\n", 5);
+        row("set dedicated 1", "dedicated is write protected.\n", 5);
+        row("SV_Cheats 1", "sv_cheats is cheat protected.\n", 5);
+        row("rcon_password", "rcon_password is read protected\n", 5);
+        row("sv_maxclients 12", "sv_maxclients will be changed upon restarting.\n", 0);
+        row("kick all", "all is read only.^7 was kicked\n", 0);
+        row("map_restart", "Bob is read only.\n", 0);
+        row("banClient 3", "Can't ban user, GUID is 0\n", 5);
+        row("banClient 3", "This user (632819) is already banned\n", 5);
+        row("kick Bob", "Player Bob is not on the server\n", 5);
+        row("kick all", "Player Bob is not on the server^7 was kicked\n", 0);
+        row("say a", "Server is not running.\n", 5);
     }
     void aReplyIsJudgedByTheBeginningsOfItsLines()
     {
         QFETCH(QString, command);
         QFETCH(QString, reply);
         QTEST(static_cast<int>(statusOfReply(command, reply)), "status");
+    }
+
+    void whatAnEarlierCopyMayHaveDoneIsDone_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("reply");
+        QTest::addColumn<int>("status");
+        QTest::newRow("kick") << u"clientkick 3"_s << u"Client 3 is not active\n"_s << 0;
+        QTest::newRow("unban") << u"unbanUser Bob"_s << u"no banned user has name Bob\n"_s << 0;
+        QTest::newRow("ban") << u"banClient 3"_s << u"This user (632819) is already banned\n"_s << 0;
+        QTest::newRow("by name") << u"kick Bob"_s << u"Player Bob is not on the server\n"_s << 0;
+        QTest::newRow("unknown") << u"foo"_s << u"Unknown command \"foo\"\n"_s << 5;
+        QTest::newRow("file") << u"exec a"_s << u"couldn't exec a\n"_s << 5;
+        QTest::newRow("usage") << u"tell"_s << u"Usage: tell <client number> <text>\n"_s << 5;
+        QTest::newRow("refused") << u"clientkick 3"_s << u"Bad rconpassword.\nBad rconpassword.\n"_s << 4;
+    }
+    void whatAnEarlierCopyMayHaveDoneIsDone()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, reply);
+        QTEST(static_cast<int>(statusOfReply(command, reply, 2)), "status");
     }
 
     void aBanThatIsNotThereIsNoSuchPlayerInTheLedgerToo()
@@ -144,8 +186,27 @@ private slots:
 
     void aPasswordBecomesAsterisks()
     {
-        QCOMPARE(withoutPassword(u"a secret, secretsecret"_s, u"secret"_s), u"a ******, ************"_s);
-        QCOMPARE(withoutPassword(u"a"_s, {}), u"a"_s);
+        QCOMPARE(maskedText(u"a secret, secretsecret"_s, u"secret"_s), u"a ******, ************"_s);
+        QCOMPARE(maskedText(u"a"_s, {}), u"a"_s);
+        QCOMPARE(maskedText(u"ananas"_s, u"ana"_s), u"*****s"_s);
+    }
+
+    // Its words are known, and asterisks would tell which of them is the password.
+    void aUsualRefusalStaysReadable()
+    {
+        const QList<ReplyPiece> one{{0, false}};
+        QCOMPARE(maskedReply(u"Invalid password.\n"_s, one, u"password"_s), u"Invalid password.\n"_s);
+        QCOMPARE(maskedReply(u"Bad rconBad rcon"_s, {{0, false}, {8, false}}, u"rcon"_s), u"Bad rconBad rcon"_s);
+        QCOMPARE(maskedReply(u"Invalid password for Bob\n"_s, one, u"password"_s), u"Invalid ******** for Bob\n"_s);
+    }
+
+    void aPasswordInManyDatagramsBecomesAsterisks()
+    {
+        QCOMPARE(maskedReply(u"is secret!"_s, {{0, false}, {4, false}, {6, false}, {8, false}}, u"secret"_s),
+                 u"is ******!"_s);
+        QCOMPARE(maskedReply(u"is secre"_s, {{0, true}}, u"secret"_s), u"is *****"_s); // nothing came behind it
+        QCOMPARE(maskedReply(u"ab"_s, {{0, true}, {1, false}}, u"ax"_s), u"ab"_s);
+        QCOMPARE(maskedReply({}, {}, u"secret"_s), QString());
     }
 
     void soDoesOneThatHasLostACharacterBetweenTwoDatagrams_data()
@@ -166,7 +227,7 @@ private slots:
         QFETCH(QString, after);
         QFETCH(bool, isLossy);
         const QList<ReplyPiece> pieces{{0, isLossy}, {before.size(), false}};
-        QTEST(withoutPassword(before + after, pieces, u"secret"_s), "masked");
+        QTEST(maskedReply(before + after, pieces, u"secret"_s), "masked");
     }
 };
 

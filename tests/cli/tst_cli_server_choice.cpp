@@ -110,6 +110,19 @@ private slots:
         QVERIFY(complaint([] { (void)choosePassword("\n", u"environment"_s, u"row"_s); }).contains(u"file is empty"_s));
     }
 
+    void blanksAtTheEndsOfAPasswordDoNotCount()
+    {
+        QCOMPARE(choosePassword(" file \t\n", {}, {}), u"file"_s);
+        QCOMPARE(choosePassword(std::nullopt, u" two words "_s, u"row"_s), u"two words"_s);
+        QCOMPARE(choosePassword(std::nullopt, u"  "_s, u"\trow "_s), u"row"_s);
+        QVERIFY(complaint([] { (void)choosePassword(" \t\n", u"environment"_s, {}); }).contains(u"file is empty"_s));
+        QVERIFY(complaint([] {
+                    (void)choosePassword(std::nullopt, u" "_s, u"\t"_s);
+                }).startsWith(u"There is no RCON password"_s));
+        QCOMPARE(knownPassword(u" "_s, u" "_s), QString());
+        QCOMPARE(knownPassword(u" a "_s, u"b"_s), u"a"_s);
+    }
+
     void aPasswordFitsARequest()
     {
         QCOMPARE(choosePassword(std::nullopt, QString(1016, u'p'), {}).size(), 1016);

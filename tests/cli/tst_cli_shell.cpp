@@ -74,6 +74,9 @@ private slots:
         QCOMPARE(offered({u""_s}), words);
         QCOMPARE(offered({u"--timeout"_s, u"3"_s, u""_s}), words);
         QCOMPARE(offered({u"--server"_s, u"a"_s, u"s"_s}), QStringList({u"status"_s, u"say"_s}));
+        QCOMPARE(offered({u"--server"_s, u"a"_s, u":"_s, u"28960"_s, u"s"_s}), QStringList({u"status"_s, u"say"_s}));
+        QCOMPARE(offered({u"--server"_s, u"="_s, u"a"_s, u":"_s, u"1"_s, u"s"_s}),
+                 QStringList({u"status"_s, u"say"_s}));
         QCOMPARE(offered({u"map_restart"_s, u""_s}), QStringList());
         QCOMPARE(offered({u"say"_s, u"--"_s}), QStringList());
         QVERIFY(!offered({u"status"_s, u"--"_s}).contains(u"--json"_s));
@@ -95,6 +98,14 @@ private slots:
         QCOMPARE(offered({u"--password-file"_s, u"mol"_s}, folder.path()), QStringList{u"molvark.ini"_s});
         QCOMPARE(offered({u"--saved"_s, u""_s}, folder.path()), QStringList({u"game.example.org"_s, u"192.0.2.7"_s}));
         QCOMPARE(offered({u"--server"_s, u""_s}, folder.path()), QStringList());
+        // Bash makes three words of "--script=ev".
+        QCOMPARE(offered({u"--script"_s, u"="_s, u"ev"_s}, folder.path()), QStringList{u"evening.txt"_s});
+        QCOMPARE(offered({u"--password-file"_s, u"="_s}, folder.path()),
+                 QStringList({u"evening.txt"_s, u"molvark.ini"_s}));
+        QCOMPARE(offered({u"--saved"_s, u"="_s}, folder.path()), QStringList({u"game.example.org"_s, u"192.0.2.7"_s}));
+        QCOMPARE(offered({u"--saved"_s, u"="_s, u"g"_s}, folder.path()), QStringList{u"game.example.org"_s});
+        QCOMPARE(offered({u"--timeout"_s, u"="_s}, folder.path()), QStringList());
+        QCOMPARE(offered({u"--saved"_s, u"="_s, u"1"_s, u"s"_s}, folder.path()), QStringList({u"status"_s, u"say"_s}));
     }
 
     void theNameOfASavedServerIsNotCarriedOut()

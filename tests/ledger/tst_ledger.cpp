@@ -307,6 +307,12 @@ private slots:
     {
         QCOMPARE(csvRecord({u"say \"a, b\""_s, u""_s}), u"\"say \"\"a, b\"\"\",\"\"\r\n"_s);
     }
+
+    void quotesStandWhereTheyAreNeeded()
+    {
+        QCOMPARE(csvRecord({u"a b"_s, u"a,b"_s, u"say \"x\""_s, u"a\nb"_s, u"a\rb"_s, u""_s}, CsvQuotes::WhereNeeded),
+                 u"a b,\"a,b\",\"say \"\"x\"\"\",\"a\nb\",\"a\rb\",\r\n"_s);
+    }
 };
 
 GUILESS_TEST(LedgerTest)

@@ -74,6 +74,12 @@ private slots:
         row("clientkick 3", "no banned user has name Bob\n", "answered");
         row("/exec", "exec <filename> : execute a script file\n", "usage");
         row("clientkick 3", "usage^7 was kicked\n", "answered");
+        row("kick all", "Unknown command \"x\"^7 was kicked\n", "answered");
+        row("kick all", "Unknown command \"x^7 was kicked\n", "answered");
+        row("kick all", "Bad client slot: x^7 was kicked\n", "answered");
+        row("kick all", "usage:^7 was kicked\n", "answered");
+        row("kick all", "kick <x>^7 was kicked\n", "answered");
+        row("foo^7", "Unknown command \"foo^7\"\n", "unknown command");
         row("dir", "usage: dir <directory> [extension]\n", "usage");
         row("set", "USAGE: set <variable> <value>\n", "usage");
         row("exec", "exec <filename> : execute a script file\n", "usage");

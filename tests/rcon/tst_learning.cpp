@@ -247,9 +247,16 @@ private slots:
         QVERIFY(it.program.file(file).isEmpty());
     }
 
+    void aRefusedPasswordEndsIt_data()
+    {
+        QTest::addColumn<PracticeOptions>("practice");
+        QTest::newRow("Bad rconpassword.") << PracticeOptions();
+        QTest::newRow("Invalid password.") << PracticeOptions::cod2();
+    }
     void aRefusedPasswordEndsIt()
     {
-        ConnectedProgram it;
+        QFETCH(PracticeOptions, practice);
+        ConnectedProgram it({.practice = practice});
         it.server.setPassword(u"another"_s);
         learnAll(it.program);
         QCOMPARE(it.server.commands().size(), 1);
