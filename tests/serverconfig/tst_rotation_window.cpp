@@ -360,7 +360,7 @@ private slots:
         it.read(QString(60'000, u'x'));
         QCOMPARE(it.rows(u"lstrotproblems"_s),
                  QStringList({u"Line 1: \""_s + QString(60, u'x') +
-                                  u"...\": odd words, neither \"gametype\" nor \"map\" stands before them"_s,
+                                  u"\u2026\": odd words, neither \"gametype\" nor \"map\" stands before them"_s,
                               u"Line 1: too long: the server would not read this line whole, nor those behind it"_s}));
         it.read(u"map a "_s.repeated(10'000));
         QCOMPARE(it.rows(u"lstrotproblems"_s).size(), 201);
