@@ -47,6 +47,11 @@ void ConsoleHelp::wireLearning(const Connecting &connecting, QWidget &window)
             [item](bool isRunning) { item->setText(isRunning ? u"Stop l&earning"_s : u"L&earn from this server"_s); });
 }
 
+void ConsoleHelp::end()
+{
+    learning->stop();
+}
+
 void ConsoleHelp::tell(StatusBar &statusBar)
 {
     connect(learning, &Learning::progressed, &statusBar, &StatusBar::showLearning);

@@ -38,7 +38,8 @@ bool Conversation::tellWithoutWaiting(const QString &comm) const
     return tell(comm, true);
 }
 
-Fate Conversation::tellOnce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole) const
+Fate Conversation::tellOnce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole,
+                            bool isQuiet) const
 {
     const auto isAnyWhole = [](const QString &) { return true; };
     if (!isOpen())
@@ -51,7 +52,7 @@ Fate Conversation::tellOnce(const QString &comm, const std::function<bool(const 
     QObject::connect(&exchange, &Exchange::copysent, &watch,
                      [&](const SentCopy &copy) { isSent |= copy.comm == comm; });
     const int before = exchange.exchanges();
-    if (exchange.sendonce(comm, isWhole ? isWhole : isAnyWhole) && isOpen())
+    if (exchange.sendonce(comm, isWhole ? isWhole : isAnyWhole, isQuiet) && isOpen())
         return Fate::Answered;
     if (!isSent)
         return isBegun || !isOpen() ? Fate::Unsent : Fate::HeldUp;
