@@ -74,7 +74,8 @@ bool Conversation::isElsewhere() const
 // By who holds the flag: one that was left set on purpose holds up the two timers, and nobody else.
 bool Conversation::isPageAtWork() const
 {
-    return services.link.busy.holders.contains(services.link.epoch(services.clock));
+    const ServerLink::Epoch now = services.link.epoch(services.clock);
+    return services.link.busy.holders.contains(now) || services.link.pages.contains(now);
 }
 
 bool Conversation::ask(const QString &comm, bool quietmode) const
