@@ -117,6 +117,12 @@ QList<QStringView> commandsIn(QStringView line)
     return commands;
 }
 
+/// A name may stand in quotation marks, too.
+QStringView withoutMarks(QStringView word)
+{
+    return word.size() > 1 && word.startsWith(u'"') && word.endsWith(u'"') ? word.sliced(1, word.size() - 2) : word;
+}
+
 /// What a command of a CFG file sets the rotation to, if it does.
 QString valueIn(QStringView command)
 {
@@ -125,7 +131,7 @@ QString valueIn(QStringView command)
     if (words.size() > 1 &&
         (isWord(words.first(), "set"_L1) || isWord(words.first(), "seta"_L1) || isWord(words.first(), "sets"_L1)))
         name = 1;
-    if (words.size() <= name + 1 || !isWord(words.at(name), "sv_maprotation"_L1))
+    if (words.size() <= name + 1 || !isWord(withoutMarks(words.at(name)), "sv_maprotation"_L1))
         return {};
     const auto *behind = words.at(name).end();
     const QStringView value(behind, command.end());

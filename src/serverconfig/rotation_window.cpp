@@ -92,6 +92,9 @@ void RotationWindow::setUpList()
         showRotation();
         choose(first, count);
     });
+    connect(&model, &RotationModel::refused, this, [this] {
+        services.prompts.refuse(u"The rotation would be longer than any server reads. It stays as it was."_s, title);
+    });
     connect(list.selectionModel(), &QItemSelectionModel::selectionChanged, this, &RotationWindow::enableButtons);
     connect(&list, &QWidget::customContextMenuRequested, this, &RotationWindow::showMenu);
     onListKey(QKeySequence::Delete, [this] { model.remove(chosenLines()); });
