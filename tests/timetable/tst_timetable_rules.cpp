@@ -153,6 +153,20 @@ private slots:
         emptiness.take(1, minute(8));
         QVERIFY(!emptiness.since());
     }
+
+    void timeInWhichNobodyLookedDoesNotCount()
+    {
+        Emptiness emptiness;
+        emptiness.take(0, sunday);
+        emptiness.take(0, sunday.addSecs(150));
+        QCOMPARE(emptiness.since(), sunday);
+        emptiness.take(0, sunday.addSecs(150 + 151)); // the computer slept
+        QCOMPARE(emptiness.since(), sunday.addSecs(150 + 151));
+        emptiness.take(0, sunday.addSecs(-60)); // the clock has been set back
+        QCOMPARE(emptiness.since(), sunday.addSecs(-60));
+        emptiness.take({}, sunday.addSecs(3600)); // and after a night the answer is missing
+        QVERIFY(!emptiness.since());
+    }
 };
 
 GUILESS_TEST(TimetableRulesTest)
