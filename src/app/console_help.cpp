@@ -14,25 +14,13 @@
 #include "status_bar.h"
 
 #include <QAction>
-#include <QDir>
-#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// Beside the settings.
-QString wordsPath(const IniFile &ini)
-{
-    return QFileInfo(QDir::fromNativeSeparators(ini.path())).dir().filePath(u"molvark-words.json"_s);
-}
-
-} // namespace
 
 ConsoleHelp::ConsoleHelp(const Services &services, const Exchange &exchange, const Connecting &connecting,
                          QWidget &window)
     : QObject(&window),
-      words(new ConsoleWords(services.fields, services.clock, wordsPath(services.ini), this)),
+      words(new ConsoleWords(services.fields, services.clock, services.ini.beside(u"molvark-words.json"_s), this)),
       learning(new Learning(services, exchange, *words, this))
 {
     auto &line = *window.findChild<ComboBox *>(u"comdirect"_s);
@@ -57,6 +45,11 @@ void ConsoleHelp::wireLearning(const Connecting &connecting, QWidget &window)
     connect(&connecting, &Connecting::disconnected, learning, &Learning::stop);
     connect(learning, &Learning::runningchanged, item,
             [item](bool isRunning) { item->setText(isRunning ? u"Stop l&earning"_s : u"L&earn from this server"_s); });
+}
+
+void ConsoleHelp::end()
+{
+    learning->stop();
 }
 
 void ConsoleHelp::tell(StatusBar &statusBar)

@@ -23,6 +23,8 @@ public:
 
     /// How far the learning is, is told there.
     void tell(StatusBar &statusBar);
+    /// The program ends: what has been learned by now is kept.
+    void end();
     [[nodiscard]] KeptHistory &history() { return *kept; }
 
 private:

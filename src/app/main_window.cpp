@@ -365,6 +365,8 @@ bool MainWindow::Form_Unload()
 
 void MainWindow::endRun()
 {
+    if (consoleHelp)
+        consoleHelp->end();
     services.session.closing = true;
     for (QTimer *timer : findChildren<QTimer *>())
         timer->stop();

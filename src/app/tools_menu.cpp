@@ -58,7 +58,7 @@ void ToolsMenu::tell(StatusBar &statusBar_)
 
 void ToolsMenu::load()
 {
-    if (Timetable::isKept())
+    if (Timetable::isKept(services.ini))
         (void)timetableNow();
 }
 

@@ -133,6 +133,7 @@ void HobWindow::cmdhobpop_Click()
                              .label = ui->lblread_cmdhobpop});
     if (!scope)
         return;
+    const PageAtWork working(services);
     scope.leaveCollecting(); // Most pages do not do this.
     try {
         if (readVariables())
@@ -172,6 +173,7 @@ void HobWindow::cmdhobset_Click()
         return;
     scope.leaveCollecting(); // Most pages do not do this.
     const QScopedValueRollback atWork(busy, true);
+    const PageAtWork working(services);
     sendChanges();
 }
 
@@ -200,6 +202,7 @@ void HobWindow::cmdsethob_Click()
 {
     const QScopedValueRollback sending(busy, true);
     const Conversation talk(services);
+    const PageAtWork working(services);
     talk.tell(u"set g_gametype hob"_s, true);
     talk.wait(1);
     talk.note(u"Mode changed to HOB"_s);

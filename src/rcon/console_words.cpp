@@ -2,6 +2,7 @@
 #include "console_words.h"
 
 #include "base/clock.h"
+#include "base/short_text.h"
 #include "command_line.h"
 #include "known_words.h"
 #include "reply_piece.h"
@@ -15,27 +16,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype longestValue = 60; // characters; a rotation would take the whole line
-
 QString textOf(std::string_view text)
 {
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-/// A server's text in one short line.
-QString shortened(const QString &text)
-{
-    QString line = text.size() > longestValue ? text.first(longestValue) + u'\u2026' : text;
-    for (QChar &each : line) {
-        if (!each.isPrint())
-            each = u' ';
-    }
-    return line;
-}
-
-QString quoted(const QString &text)
-{
-    return u'"' + shortened(text) + u'"';
 }
 
 void addTo(QList<Completion> &all, const QStringList &words, Completion::Kind kind)
@@ -100,14 +83,14 @@ QString ConsoleWords::valueLine(const QString &variable) const
     } else if (read) {
         const auto age = std::chrono::duration_cast<std::chrono::milliseconds>(clock.elapsed() - read->at);
         const QTime at = clock.now().addMSecs(-age.count()).time();
-        parts.first() = u"%1, read %2"_s.arg(quoted(read->value), at.toString(u"HH:mm"));
+        parts.first() = u"%1, read %2"_s.arg(quotedText(read->value), at.toString(u"HH:mm"));
     }
     if (read && !read->stock.isNull())
-        parts.append(u"default "_s + quoted(read->stock));
+        parts.append(u"default "_s + quotedText(read->stock));
     else if (known && !known->stock.empty())
-        parts.append(u"default "_s + quoted(textOf(known->stock)));
+        parts.append(u"default "_s + quotedText(textOf(known->stock)));
     if (read && !read->domain.isNull())
-        parts.append(shortened(read->domain));
+        parts.append(shortText(read->domain));
     else if (known && !known->domain.empty())
         parts.append(textOf(known->domain));
     return parts.join(u", ");

@@ -38,7 +38,8 @@ bool Conversation::tellWithoutWaiting(const QString &comm) const
     return tell(comm, true);
 }
 
-Fate Conversation::tellOnce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole) const
+Fate Conversation::tellOnce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole,
+                            bool isQuiet) const
 {
     const auto isAnyWhole = [](const QString &) { return true; };
     if (!isOpen())
@@ -51,7 +52,7 @@ Fate Conversation::tellOnce(const QString &comm, const std::function<bool(const 
     QObject::connect(&exchange, &Exchange::copysent, &watch,
                      [&](const SentCopy &copy) { isSent |= copy.comm == comm; });
     const int before = exchange.exchanges();
-    if (exchange.sendonce(comm, isWhole ? isWhole : isAnyWhole) && isOpen())
+    if (exchange.sendonce(comm, isWhole ? isWhole : isAnyWhole, isQuiet) && isOpen())
         return Fate::Answered;
     if (!isSent)
         return isBegun || !isOpen() ? Fate::Unsent : Fate::HeldUp;
@@ -73,7 +74,8 @@ bool Conversation::isElsewhere() const
 // By who holds the flag: one that was left set on purpose holds up the two timers, and nobody else.
 bool Conversation::isPageAtWork() const
 {
-    return services.link.busy.holders.contains(services.link.epoch(services.clock));
+    const ServerLink::Epoch now = services.link.epoch(services.clock);
+    return services.link.busy.holders.contains(now) || services.link.pages.contains(now);
 }
 
 bool Conversation::ask(const QString &comm, bool quietmode) const

@@ -40,9 +40,10 @@ public:
     /// Sends a command that a server answers late or never, such as one that loads a map; quiet.
     bool tellWithoutWaiting(const QString &comm) const;
     /// Sends a command once, quietly and in the time that the strictest server leaves between two: a copy of it might
-    /// meet somebody else. Silence is told by the result alone; see `Exchange::sendonce`.
-    [[nodiscard]] Fate tellOnce(const QString &comm,
-                                const std::function<bool(const QString &reply)> &isWhole = {}) const;
+    /// meet somebody else. Silence is told by the result alone, and so is all else when `isQuiet`; see
+    /// `Exchange::sendonce`.
+    [[nodiscard]] Fate tellOnce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole = {},
+                                bool isQuiet = false) const;
     /// Sends a command once, in the time that the strictest server leaves between two, and neither waits for the reply
     /// nor says anything. Returns the number of the exchange; 0 when it could not be sent.
     [[nodiscard]] int tellAside(const QString &comm) const;

@@ -92,7 +92,7 @@ int Exchange::begin(const QString &comm)
     return number;
 }
 
-bool Exchange::sendonce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole)
+bool Exchange::sendonce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole, bool isQuiet)
 {
     const int generation = udpclient.generation();
     const bool wasOpen = udpclient.State() != UDPClient::Closed;
@@ -110,10 +110,12 @@ bool Exchange::sendonce(const QString &comm, const std::function<bool(const QStr
     lastBy = BroughtBy::Person;
     const qint64 staleBefore = pace.stale();
     const int mine = begin(comm);
+    truncationTold = isQuiet;
     const auto atEnd = qScopeGuard([&] { emit over(mine, true); });
     const Wait begun = newWait(comm, 1, latestAnswer / 1000);
     if (const Sent sent = send(comm, mine); sent != Sent::Yes) {
-        tellUnsent(sent, lastBy);
+        if (!isQuiet)
+            tellUnsent(sent, lastBy);
         return false;
     }
     const qint64 sentAt = timeSending();
@@ -146,6 +148,7 @@ int Exchange::sendaside(const QString &comm)
         return 0;
     lastBy = BroughtBy::Tick;
     const int number = begin(comm);
+    truncationTold = true;
     const Sent sent = send(comm, number);
     timeSending();
     emit over(number, false);

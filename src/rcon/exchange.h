@@ -54,8 +54,9 @@ public:
     /// Sends one console command a single time and says nothing about it: not sooner after the last command than the
     /// strictest server listens again, and "status" not before answers to earlier copies of it have had their time.
     /// Waits six seconds for the reply, and then one and a half more until `isWhole` finds it complete. True when a
-    /// reply has come and no other command has emptied it; boxes only for a closed link and for no route.
-    bool sendonce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole);
+    /// reply has come and no other command has emptied it; boxes only for a closed link, for no route and for a
+    /// datagram that is too large, and none when `isQuiet`.
+    bool sendonce(const QString &comm, const std::function<bool(const QString &reply)> &isWhole, bool isQuiet = false);
     /// Sends one console command a single time, in the time that the strictest server leaves between two, and neither
     /// waits for the reply nor says anything. Returns its number; 0 when it could not be sent.
     int sendaside(const QString &comm);

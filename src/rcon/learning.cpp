@@ -130,7 +130,7 @@ Learning::Outcome Learning::ask(const Conversation &talk, const QString &comm)
     const int mine = run;
     Reading silent(services, {.note = {}, .needsConnection = false, .holdsTimersOff = false});
     const QScopedValueRollback silencing(silence, &silent);
-    const Fate fate = talk.tellOnce(comm, isWholeListing);
+    const Fate fate = talk.tellOnce(comm, isWholeListing, true);
     if (fate == Fate::Unsent)
         return Outcome::Unsent;
     if (fate == Fate::Silent && !haveOthersSent && run == mine)

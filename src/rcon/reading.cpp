@@ -39,6 +39,16 @@ TimersHeldOff::TimersHeldOff(const Services &services) : busy(services.link.busy
 {
 }
 
+PageAtWork::PageAtWork(const Services &services) : link(services.link), epoch(link.epoch(services.clock))
+{
+    link.pages.append(epoch);
+}
+
+PageAtWork::~PageAtWork()
+{
+    link.pages.removeOne(epoch);
+}
+
 Reading::Reading(const Services &services_, const Style &style) : services(services_), label(style.label)
 {
     if (style.door && !guard.emplace(*style.door, services.clock, services.prompts))

@@ -39,6 +39,19 @@ private:
     FlagHolder busy;
 };
 
+/// A scope in which a page sends or reads the server's variables while the two timers go on: what must not come between
+/// is kept off.
+class PageAtWork final {
+public:
+    explicit PageAtWork(const Services &services);
+    ~PageAtWork();
+    Q_DISABLE_COPY_MOVE(PageAtWork)
+
+private:
+    ServerLink &link;
+    const ServerLink::Epoch epoch;
+};
+
 /// The scope in which a page reads from the server. Its begin lets one reading in at a time, says when nothing is
 /// connected, has replies gathered silently, shows a note and holds the two timers off; its end takes all that back,
 /// but for what a reading around it still needs. Clicking another page's button meanwhile nests a second reading.

@@ -24,6 +24,7 @@ private:
     friend class TimersHeldOff;
     friend class Connecting;
     friend class FlagHolder;
+    friend class PageAtWork;
     friend class Turn;
 
     /// The day and the server that a scope belongs to. One of another day may be stuck in a wait that runs across
@@ -44,6 +45,7 @@ private:
 
     HeldFlag collecting;
     HeldFlag busy;
+    QList<Epoch> pages; ///< that are at work while the two timers go on
     QList<Epoch> notes; ///< whose notes the progress window shows or will show again
     UDPClient &udpclient;
     Exchange &exchange;

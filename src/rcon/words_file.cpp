@@ -3,11 +3,11 @@
 
 #include "request_size.h"
 #include "server_listing.h"
+#include "settings/json_text.h"
 #include "settings/whole_file.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QSet>
 
@@ -107,10 +107,9 @@ KeptWords wordsIn(const QByteArray &file, QString &fault)
 {
     if (file.trimmed().isEmpty())
         return {};
-    QJsonParseError error{};
-    const QJsonDocument document = QJsonDocument::fromJson(file, &error);
-    if (error.error != QJsonParseError::NoError)
-        return faulty(fault, u"line %1: %2"_s.arg(file.left(error.offset).count('\n') + 1).arg(error.errorString()));
+    const QJsonDocument document = readJson(file, fault);
+    if (!fault.isEmpty())
+        return {};
     const QJsonObject object = document.object();
     if (!document.isObject() || !isArrayOrMissing(object[historyKey]) || !isArrayOrMissing(object[serversKey]))
         return faulty(fault, u"it holds no words"_s);

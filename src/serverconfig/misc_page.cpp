@@ -8,6 +8,7 @@
 #include "file_listing.h"
 #include "output/output.h"
 #include "rcon/conversation.h"
+#include "rcon/reading.h"
 #include "rcon/services.h"
 #include "rotation_text.h"
 
@@ -97,6 +98,7 @@ void MiscPage::cmdsetservedit_Click()
     if (rotation.isEmpty())
         return;
     const Conversation talk(services);
+    const PageAtWork working(services);
     talk.tell(rotationCommand(rotation));
     talk.note(u"Set Map rotation to Custom choice."_s);
 }
@@ -122,6 +124,7 @@ void MiscPage::cmdcfgexec_Click()
     if (answer == Answer::Cancel)
         return;
 
+    const PageAtWork working(services);
     const QString shown = ui->lstcfgs->currentText();
     const QString file = shown.endsWith(u".cfg", Qt::CaseInsensitive) ? shown : shown + u".cfg"_s;
     talk.tell(u"exec "_s + file, true);

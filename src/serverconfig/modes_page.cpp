@@ -7,6 +7,7 @@
 #include "base/prompts.h"
 #include "quick_commands.h"
 #include "rcon/conversation.h"
+#include "rcon/reading.h"
 #include "rcon/services.h"
 
 #include <array>
@@ -144,6 +145,7 @@ bool ModesPage::areValid(const QList<Limit> &limits)
 void ModesPage::send(const QList<Limit> &limits)
 {
     const Conversation talk(services);
+    const PageAtWork working(services);
     for (const Limit &limit : limits) {
         if (&limit != &limits.first())
             talk.wait(1);

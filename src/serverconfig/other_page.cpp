@@ -95,6 +95,7 @@ void OtherPage::setclanbase()
     if (answer == Answer::Cancel)
         return;
     const Conversation talk(services);
+    const PageAtWork working(services);
     talk.note(u"Setting server to Clanbase rules....."_s);
     for (const QLatin1StringView rule : clanBaseRules) {
         talk.tell(rule, true);

@@ -3,6 +3,7 @@
 
 #include "chat_prefix.h"
 #include "rcon/conversation.h"
+#include "rcon/reading.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
 #include "stock_game.h"
@@ -42,6 +43,7 @@ void switchGameType(const Services &services, int index)
     const QString restart = u"map_restart"_s;
 
     const Conversation talk(services);
+    const PageAtWork working(services);
     // The other game types wait until the server has taken them, but not for the restart. For this one it is reversed.
     if (index == teamDeathmatch)
         talk.tellWithoutWaiting(command);
@@ -61,6 +63,7 @@ void setFriendlyFire(const Services &services, int mode)
 {
     const FriendlyFire &how = friendlyFireModes.at(static_cast<std::size_t>(mode));
     const Conversation talk(services);
+    const PageAtWork working(services);
     talk.tell(u"scr_friendlyfire "_s + QString::number(mode), true);
     talk.wait(1);
     talk.tell(u"say "_s + chatPrefix + how.announcement, true);

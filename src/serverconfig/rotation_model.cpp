@@ -90,7 +90,12 @@ void RotationModel::undo()
 // what the server would play.
 void RotationModel::replace(const QList<RotationRow> &rows, int first, int count)
 {
-    const QList<RotationRow> read = rotationRows(rotationText(rows));
+    const QString text = rotationText(rows);
+    if (text.size() > longestRotation) {
+        emit refused();
+        return;
+    }
+    const QList<RotationRow> read = rotationRows(text);
     if (read != lines) {
         if (states.size() == mostStates)
             states.removeFirst();

@@ -10,7 +10,7 @@ enum Column { Line, GameType, Map, Count };
 }
 
 /// A rotation that is being put together, line by line. After each change the lines are what the game would read in the
-/// text that they make; each can be undone.
+/// text that they make; each can be undone. One that would make them longer than a rotation can be is refused.
 class RotationModel final : public QAbstractTableModel {
     Q_OBJECT
 
@@ -46,6 +46,8 @@ public:
                       const QModelIndex &parent) override;
 
 signals:
+    /// The lines would make a text that is too long for a rotation, and are as they were.
+    void refused();
     /// The lines are others now, those that the change was about stand at `first` and after it.
     void edited(int first, int count);
 

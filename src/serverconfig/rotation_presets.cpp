@@ -2,10 +2,10 @@
 #include "rotation_presets.h"
 
 #include "rotation_text.h"
+#include "settings/json_text.h"
 #include "settings/whole_file.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QSet>
 
@@ -43,10 +43,9 @@ PresetList presetsIn(const QByteArray &file)
     PresetList list;
     if (file.trimmed().isEmpty())
         return list;
-    QJsonParseError error{};
-    const QJsonDocument document = QJsonDocument::fromJson(file, &error);
-    if (error.error != QJsonParseError::NoError)
-        return {{}, u"line %1: %2"_s.arg(file.left(error.offset).count('\n') + 1).arg(error.errorString())};
+    const QJsonDocument document = readJson(file, list.fault);
+    if (!list.fault.isEmpty())
+        return list;
     const QJsonValue presets = document.object().value(presetsKey);
     if (!presets.isArray())
         return {{}, u"it has no list \"presets\""_s};

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "rotation_problems.h"
 
+#include "base/short_text.h"
 #include "base/wire_text.h"
 #include "rcon/request_size.h"
 
@@ -10,35 +11,23 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// `words`, but not more of them than one can read.
-QString shortened(const QString &words)
-{
-    constexpr qsizetype most = 60;
-    return words.size() <= most ? words : words.first(most) + u"..."_s;
-}
-
-QString quoted(const QString &words)
-{
-    return u'"' + shortened(words) + u'"';
-}
-
 QString oddReason(const QString &odd)
 {
     if (odd.startsWith("gametype "_L1))
-        return quoted(odd) + u" is followed by no map"_s;
+        return quotedText(odd) + u" is followed by no map"_s;
     if (odd == u"gametype" || odd == u"map")
-        return quoted(odd) + u" is followed by nothing"_s;
-    return quoted(odd) + u": odd words, neither \"gametype\" nor \"map\" stands before them"_s;
+        return quotedText(odd) + u" is followed by nothing"_s;
+    return quotedText(odd) + u": odd words, neither \"gametype\" nor \"map\" stands before them"_s;
 }
 
 QString gametypeReason(const QString &gametype)
 {
-    return u"unknown game type "_s + shortened(gametype) + u": the game has none of this name, only a mod could"_s;
+    return u"unknown game type "_s + shortText(gametype) + u": the game has none of this name, only a mod could"_s;
 }
 
 QString mapReason(const QString &map, bool areServersMaps)
 {
-    return u"unknown map "_s + shortened(map) +
+    return u"unknown map "_s + shortText(map) +
            (areServersMaps ? u": the server's list does not have it"_s
                            : u": the game has none of this name, and the server's list has not been read"_s);
 }
@@ -47,9 +36,9 @@ QString mapReason(const QString &map, bool areServersMaps)
 QString letterReason(const QString &words)
 {
     if (words.contains(u'"'))
-        return shortened(words) + u": a quotation mark ends the rotation"_s;
+        return shortText(words) + u": a quotation mark ends the rotation"_s;
     if (fromAnsi(toAnsi(words)) != words)
-        return shortened(words) + u": has letters that cannot be sent"_s;
+        return shortText(words) + u": has letters that cannot be sent"_s;
     return {};
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "rotation_text.h"
 
+#include "rcon/command_line.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -120,15 +122,9 @@ QList<QStringView> commandsIn(QStringView line)
 /// What a command of a CFG file sets the rotation to, if it does.
 QString valueIn(QStringView command)
 {
-    const QList<QStringView> words = wordsOf(command);
-    qsizetype name = 0;
-    if (words.size() > 1 &&
-        (isWord(words.first(), "set"_L1) || isWord(words.first(), "seta"_L1) || isWord(words.first(), "sets"_L1)))
-        name = 1;
-    if (words.size() <= name + 1 || !isWord(words.at(name), "sv_maprotation"_L1))
+    QStringView value = command;
+    if (!isWord(takeVariable(value), "sv_maprotation"_L1))
         return {};
-    const auto *behind = words.at(name).end();
-    const QStringView value(behind, command.end());
     const qsizetype open = value.indexOf(u'"');
     if (open < 0)
         return value.trimmed().toString();

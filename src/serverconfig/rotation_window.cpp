@@ -19,7 +19,6 @@
 #include "stock_game.h"
 
 #include <QEvent>
-#include <QFileInfo>
 #include <QHeaderView>
 #include <QMenu>
 #include <QShortcut>
@@ -34,11 +33,6 @@ const QString title = u"Map rotation"_s;
 constexpr qint64 largestFile = 1024 * 1024;
 constexpr qsizetype mostProblems = 200; // that are listed; a text that is no rotation has thousands
 constexpr qsizetype mostMaps = 5000;    // that are offered; nobody looks for one among more
-
-QString presetPath(const IniFile &ini)
-{
-    return QFileInfo(ini.path()).absolutePath() + u"/molvark-rotations.json"_s;
-}
 
 QString counted(qsizetype number)
 {
@@ -62,8 +56,8 @@ RotationWindow::RotationWindow(const Services &services_, MiscPage &misc_, const
     setUpList();
     wireButtons();
     presets = new PresetBox(
-        {ui->comrotpreset, ui->cmdrotsave, ui->cmdrotdelete}, presetPath(services.ini), services.prompts,
-        [this] { return model.text(); }, this);
+        {ui->comrotpreset, ui->cmdrotsave, ui->cmdrotdelete}, services.ini.beside(u"molvark-rotations.json"_s),
+        services.prompts, [this] { return model.text(); }, this);
     connect(presets, &PresetBox::chosen, this, &RotationWindow::takeText);
     connect(presets, &PresetBox::done, ui->lblrotdone, &QLabel::setText);
     for (QListWidget *list : {ui->lstrotpreview, ui->lstrotproblems})
@@ -97,6 +91,9 @@ void RotationWindow::setUpList()
     connect(&model, &RotationModel::edited, this, [this](int first, int count) {
         showRotation();
         choose(first, count);
+    });
+    connect(&model, &RotationModel::refused, this, [this] {
+        services.prompts.refuse(u"The rotation would be longer than any server reads. It stays as it was."_s, title);
     });
     connect(list.selectionModel(), &QItemSelectionModel::selectionChanged, this, &RotationWindow::enableButtons);
     connect(&list, &QWidget::customContextMenuRequested, this, &RotationWindow::showMenu);

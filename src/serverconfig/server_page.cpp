@@ -121,6 +121,7 @@ void ServerPage::cmdservsetpass_Click()
         return;
     }
     const Conversation talk(services);
+    const PageAtWork working(services);
     ui->txtservpass->setDataChanged(false);
     talk.tell(ui->txtservpass->tag + u" \""_s + ui->txtservpass->text() + u'"', true);
     talk.wait(3);
@@ -131,6 +132,7 @@ void ServerPage::cmdservsetpass_Click()
 void ServerPage::cmdservrempass_Click()
 {
     const Conversation talk(services);
+    const PageAtWork working(services);
     talk.tell(ui->txtservpass->tag + u" \"\""_s, true);
     talk.note(u"Server password Removed"_s);
 }

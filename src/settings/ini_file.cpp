@@ -3,6 +3,9 @@
 
 #include "whole_file.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 #include <utility>
 
 namespace {
@@ -12,6 +15,11 @@ constexpr qint64 largestFile = 64LL * 1024 * 1024;
 } // namespace
 
 IniFile::IniFile(QString path) : inipath(std::move(path)) {}
+
+QString IniFile::beside(const QString &name) const
+{
+    return QFileInfo(QDir::fromNativeSeparators(inipath)).dir().filePath(name);
+}
 
 IniText IniFile::contents() const
 {

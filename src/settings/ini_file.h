@@ -13,6 +13,8 @@ public:
     explicit IniFile(QString path);
 
     [[nodiscard]] QString path() const { return inipath; }
+    /// The path of a file of that name in the folder of the settings.
+    [[nodiscard]] QString beside(const QString &name) const;
 
     /// The file as it is now; a file that is missing, cannot be read or is larger than 64 MiB reads as empty.
     [[nodiscard]] IniText contents() const;

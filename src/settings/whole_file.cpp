@@ -45,13 +45,18 @@ std::optional<Fault> replaceWholeFile(const QString &path, const QByteArray &byt
     return std::nullopt;
 }
 
+QString asideName(const QString &path, int number)
+{
+    const QFileInfo info(path);
+    return u"%1.broken-%2.%3"_s.arg(info.completeBaseName()).arg(number).arg(info.suffix());
+}
+
 QString putFileAside(const QString &path)
 {
     constexpr int most = 1000;
-    const QFileInfo info(path);
     for (int number = 1; number <= most; ++number) {
-        const QString aside = u"%1.broken-%2.%3"_s.arg(info.completeBaseName()).arg(number).arg(info.suffix());
-        const QString there = info.path() + u'/' + aside;
+        const QString aside = asideName(path, number);
+        const QString there = QFileInfo(path).path() + u'/' + aside;
         if (!QFileInfo::exists(there))
             return QFile::rename(path, there) ? aside : QString();
     }

@@ -15,6 +15,9 @@
 /// keeps its permissions.
 [[nodiscard]] std::optional<Fault> replaceWholeFile(const QString &path, const QByteArray &bytes);
 
-/// Gives a broken file a name of its own beside it, "NAME.broken-N.SUFFIX" with the first number that is free; returns
-/// that, or nothing when it cannot be moved.
+/// The name for a broken file beside it: "NAME.broken-N.SUFFIX".
+[[nodiscard]] QString asideName(const QString &path, int number);
+
+/// Gives a broken file a name of its own beside it, with the first number that is free; returns that, or nothing when
+/// it cannot be moved.
 [[nodiscard]] QString putFileAside(const QString &path);

@@ -15,6 +15,10 @@ std::optional<int> playersIn(const QByteArray &answer)
 
 void Emptiness::take(std::optional<int> players, const QDateTime &at)
 {
+    constexpr qint64 longestGap = 150; // seconds; it is asked once a minute, and one answer can be late
+    if (lastTaken.isValid() && (at < lastTaken || lastTaken.secsTo(at) > longestGap))
+        begun.reset();
+    lastTaken = at;
     missing = players ? 0 : missing + 1;
     if (players == 0 && !begun)
         begun = at;

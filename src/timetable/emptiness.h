@@ -14,12 +14,13 @@
 class Emptiness final {
 public:
     /// What the server answered at that moment; nothing when it did not. One answer can be lost, the second one missing
-    /// means that nothing is known any more.
+    /// means that nothing is known any more. Nor is it when nobody has looked for long, as while the computer sleeps.
     void take(std::optional<int> players, const QDateTime &at);
     void forget() { *this = {}; }
     [[nodiscard]] const std::optional<QDateTime> &since() const { return begun; }
 
 private:
     std::optional<QDateTime> begun;
+    QDateTime lastTaken;
     int missing = 0;
 };

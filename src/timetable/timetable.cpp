@@ -2,21 +2,15 @@
 #include "timetable.h"
 
 #include "base/clock.h"
-#include "base/system_error.h"
-#include "rcon/conversation.h"
-#include "rcon/server_fields.h"
 #include "rcon/services.h"
 #include "rcon/session.h"
-#include "rcon/shown_command.h"
 #include "rcon/udp_client.h"
 #include "server_count.h"
-#include "settings/whole_file.h"
-#include "timetable_file.h"
+#include "settings/ini_file.h"
 #include "timetable_times.h"
 
 #include <QFileInfo>
 #include <QLocale>
-#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -24,119 +18,71 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString fileName = u"molvark-timetable.json"_s;
-constexpr qint64 largestFile = 4LL * 1024 * 1024; // bytes
-
 // The clock can be set, and the computer can sleep: the time is looked at again at least that often.
 constexpr qint64 longestSleep = 30 * 1000; // milliseconds
 constexpr qint64 latest = 60;              // seconds after which what was due is missed
-constexpr int mostPostponed = 20;          // times a second
+
+QString pathOf(const IniFile &ini)
+{
+    return ini.beside(u"molvark-timetable.json"_s);
+}
 
 QString dayAndTime(const QDateTime &at)
 {
     return QLocale::c().toString(at, u"ddd d MMM HH:mm"_s);
 }
 
-QStringList withoutEmptyLines(const QStringList &commands)
-{
-    QStringList lines;
-    for (const QString &command : commands) {
-        if (const QString line = command.trimmed(); !line.isEmpty())
-            lines.append(line);
-    }
-    return lines;
-}
-
 } // namespace
 
 Timetable::Timetable(const Services &services_, const UDPClient &udpclient_, QObject *parent)
-    : QObject(parent), services(services_), udpclient(udpclient_), tmrtimetable(this), tmrpostponed(this)
+    : QObject(parent),
+      services(services_),
+      udpclient(udpclient_),
+      file(pathOf(services.ini)),
+      timed(file.read()),
+      runs(services, this),
+      tmrtimetable(this)
 {
     tmrtimetable.setObjectName(u"tmrtimetable"_s);
     tmrtimetable.setSingleShot(true);
     tmrtimetable.setTimerType(Qt::PreciseTimer);
     connect(&tmrtimetable, &QTimer::timeout, this, &Timetable::tmrtimetable_Timer);
-    tmrpostponed.setObjectName(u"tmrpostponed"_s);
-    tmrpostponed.setSingleShot(true);
-    tmrpostponed.setInterval(1000);
-    connect(&tmrpostponed, &QTimer::timeout, this, &Timetable::sendQueued);
-    load();
-}
-
-bool Timetable::isKept()
-{
-    return QFileInfo::exists(fileName);
-}
-
-void Timetable::load()
-{
-    QByteArray text;
-    const std::optional<Fault> failed = readWholeFile(fileName, largestFile, text);
-    const std::optional<QList<TimedList>> lists = readTimetable(text);
-    isReadable = !failed;
-    lastText = text;
-    if (failed)
-        fault = u"The timetable %1 could not be read: %2"_s.arg(fileName, failed->description());
-    else if (lists)
-        timed = *lists;
-    else if (!text.isEmpty())
-        putAside();
+    connect(&runs, &TimedRuns::resultschanged, this, &Timetable::resultschanged);
+    connect(&runs, &TimedRuns::told, this, &Timetable::told);
     plan();
 }
 
-void Timetable::putAside()
+bool Timetable::isKept(const IniFile &ini)
 {
-    const QString aside = putFileAside(fileName);
-    isReadable = !aside.isEmpty();
-    lastText.clear();
-    fault = isReadable ? u"The timetable was broken and is kept as %1"_s.arg(aside)
-                       : u"The timetable %1 is broken and could not be put aside"_s.arg(fileName);
+    return QFileInfo::exists(pathOf(ini));
 }
 
-// A file that could not be read is not written over, and neither are the lists of another program.
-void Timetable::save()
+// The lists of another program, which has changed the file, are these now.
+bool Timetable::save()
 {
-    if (!isReadable || isChangedByAnother())
-        return;
-    const QByteArray text = timetableText(timed);
-    const std::optional<Fault> failed =
-        text.size() > largestFile ? systemFault(std::errc::file_too_large) : replaceWholeFile(fileName, text);
-    fault = failed ? u"The timetable could not be saved: "_s + failed->description() : QString();
-    if (failed)
-        emit told(fault);
-    else
-        lastText = text;
+    const std::optional<QList<TimedList>> theirs = file.write(timed);
+    if (theirs) {
+        timed = *theirs;
+        dues.clear();
+    }
+    if (!file.fault().isEmpty())
+        emit told(file.fault());
+    plan();
+    return !theirs;
 }
 
-bool Timetable::isChangedByAnother()
-{
-    QByteArray text;
-    if (readWholeFile(fileName, largestFile, text) || text == lastText)
-        return false;
-    const std::optional<QList<TimedList>> theirs = readTimetable(text);
-    if (!theirs)
-        return false; // it has been removed or broken, and these lists are better than none
-    timed = *theirs;
-    dues.clear();
-    lastText = text;
-    fault = u"Another program has changed the timetable; these are its lists"_s;
-    emit told(fault);
-    return true;
-}
-
-void Timetable::add(const TimedList &list)
+bool Timetable::add(const TimedList &list)
 {
     if (timed.size() >= mostTimedLists)
-        return;
+        return false;
     timed.append(list);
-    save();
-    plan();
+    return save();
 }
 
-void Timetable::change(qsizetype index, const TimedList &list)
+bool Timetable::change(qsizetype index, const TimedList &list)
 {
     if (timed.at(index) == list)
-        return;
+        return true;
     const auto hasSameTimes = [&](const TimedList &before) {
         return before.isActive == list.isActive && before.when == list.when && before.minutes == list.minutes &&
                before.time == list.time && before.days == list.days;
@@ -144,16 +90,14 @@ void Timetable::change(qsizetype index, const TimedList &list)
     if (!hasSameTimes(timed.at(index)))
         dues[index] = {};
     timed[index] = list;
-    save();
-    plan();
+    return save();
 }
 
-void Timetable::remove(qsizetype index)
+bool Timetable::remove(qsizetype index)
 {
     timed.removeAt(index);
     dues.removeAt(index);
-    save();
-    plan();
+    return save();
 }
 
 // What is due by now stays so, until the timer comes to it.
@@ -216,37 +160,30 @@ void Timetable::tmrtimetable_Timer()
     }
     arm();
     emit changed();
-    for (const auto &[list, isTooLate] : std::as_const(ready))
-        begin(list, isTooLate ? u"the computer slept"_s : QString());
+    for (const auto &[list, isTooLate] : std::as_const(ready)) {
+        if (isTooLate)
+            runs.miss(list, u"the computer slept"_s);
+        else
+            runs.begin(list, TimedRuns::WantedBy::Itself);
+    }
 }
 
 void Timetable::setConnected(bool on)
 {
-    if (connected == on)
+    if (runs.isConnected() == on)
         return;
-    connected = on;
     emptiness.forget();
-    if (!on)
-        dropQueue();
+    runs.setConnected(on);
     for (Due &due : dues)
         due.wasEmpty = false;
     count();
     emit changed();
 }
 
-// The next connection may be to another server.
-void Timetable::dropQueue()
-{
-    for (Run &run : std::exchange(queue, {})) {
-        run.ended = u"not connected"_s;
-        addResult(run);
-    }
-}
-
 // Only while somebody wants to know.
 void Timetable::count()
 {
-    const bool isWanted = connected && std::ranges::any_of(timed, [](const TimedList &list) {
+    const bool isWanted = runs.isConnected() && std::ranges::any_of(timed, [](const TimedList &list) {
                               return list.isActive && list.when == TimedList::WhenEmpty;
                           });
     if (isWanted && !serverCount) {
@@ -281,133 +218,12 @@ void Timetable::takeCount(std::optional<int> players)
     }
     emit changed();
     for (const TimedList &list : std::as_const(ready))
-        begin(list);
+        runs.begin(list, TimedRuns::WantedBy::Itself);
 }
 
 void Timetable::run(qsizetype index)
 {
-    begin(timed.at(index));
-}
-
-void Timetable::begin(const TimedList &list, const QString &obstacle)
-{
-    Run run;
-    run.heading = services.clock.now().time().toString(u"HH:mm"_s) + u' ' + list.name;
-    run.commands = withoutEmptyLines(list.commands);
-    if (!obstacle.isEmpty())
-        run.ended = obstacle;
-    else if (!connected)
-        run.ended = u"not connected"_s;
-    else if (Conversation(services, BroughtBy::Tick).isPageAtWork())
-        run.ended = u"a page was being read or written"_s;
-    if (!run.ended.isEmpty()) {
-        addResult(run);
-        return;
-    }
-    queue.append(run);
-    sendQueued();
-}
-
-// Entered again from inside a wait it does nothing: what is queued is sent when the list under way has been.
-void Timetable::sendQueued()
-{
-    if (isSending)
-        return;
-    const QScopedValueRollback sending(isSending, true);
-    while (!queue.isEmpty() && !services.session.closing) {
-        if (connected && Conversation(services, BroughtBy::Tick).isElsewhere() &&
-            ++queue.first().postponed <= mostPostponed) {
-            tmrpostponed.start();
-            return;
-        }
-        underWay = queue.takeFirst();
-        send(*underWay);
-        addResult(*std::exchange(underWay, std::nullopt));
-    }
-}
-
-void Timetable::send(Run &run)
-{
-    const Conversation talk(services, BroughtBy::Tick);
-    for (const QString &command : std::as_const(run.commands)) {
-        if (!connected || !talk.isOpen()) {
-            run.ended = u"not connected"_s;
-            return;
-        }
-        if (talk.isPageAtWork() || run.postponed > mostPostponed) {
-            run.ended = u"the program was busy"_s;
-            return;
-        }
-        const int number = talk.tellAside(command);
-        if (number == 0) {
-            run.ended = talk.isOpen() ? u"it could not be sent"_s : u"not connected"_s;
-            return;
-        }
-        run.sent.append({.command = starredCommand(command, services.fields.password()), .number = number});
-    }
-}
-
-bool Timetable::Run::take(int number, bool isGood, const QString &verdict)
-{
-    const auto own = std::ranges::find(sent, number, &Sent::number);
-    if (own == sent.end())
-        return false;
-    own->verdict = verdict;
-    own->isGood = isGood;
-    return true;
-}
-
-QString Timetable::Run::result() const
-{
-    QStringList parts;
-    if (!ended.isEmpty())
-        parts.append(sent.isEmpty()
-                         ? u"missed, "_s + ended
-                         : u"broken off after %1 of %2, %3"_s.arg(sent.size()).arg(commands.size()).arg(ended));
-    else if (commands.isEmpty())
-        parts.append(u"there is no command in it"_s);
-    else
-        parts.append(sent.size() == 1 ? u"1 command sent"_s : u"%1 commands sent"_s.arg(sent.size()));
-    const bool isJudged = std::ranges::none_of(sent, [](const Sent &each) { return each.verdict.isEmpty(); });
-    if (isJudged && !sent.isEmpty() && std::ranges::all_of(sent, &Sent::isGood))
-        parts.append(u"the server answered"_s);
-    for (const Sent &each : sent) {
-        if (!each.verdict.isEmpty() && !each.isGood)
-            parts.append(each.command.simplified() + u": "_s + each.verdict);
-    }
-    return heading + u": "_s + parts.join(u"; "_s);
-}
-
-void Timetable::addResult(const Run &run)
-{
-    runs.append(run);
-    if (runs.size() > mostResults)
-        runs.removeFirst();
-    emit resultschanged();
-    emit told(run.result());
-}
-
-void Timetable::takeVerdict(int number, bool isGood, const QString &word)
-{
-    if (word.isEmpty())
-        return;
-    if (underWay && underWay->take(number, isGood, word))
-        return;
-    for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
-        if (run->take(number, isGood, word)) {
-            emit resultschanged();
-            emit told(run->result());
-            return;
-        }
-    }
-}
-
-QStringList Timetable::results() const
-{
-    QStringList lines;
-    for (const Run &run : runs)
-        lines.append(run.result());
-    return lines;
+    runs.begin(timed.at(index), TimedRuns::WantedBy::Person);
 }
 
 QString Timetable::outlook() const

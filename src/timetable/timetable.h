@@ -3,6 +3,8 @@
 
 #include "emptiness.h"
 #include "timed_list.h"
+#include "timed_runs.h"
+#include "timetable_file.h"
 
 #include <QDateTime>
 #include <QList>
@@ -11,6 +13,7 @@
 
 #include <optional>
 
+class IniFile;
 class ServerCount;
 class UDPClient;
 struct Services;
@@ -21,35 +24,34 @@ class Timetable final : public QObject {
     Q_OBJECT
 
 public:
-    static constexpr qsizetype mostResults = 200;
-
-    /// `udpclient` is looked on at for the address of the server. Reads the file `molvark-timetable.json` of the
-    /// current directory; one that is broken is put aside.
+    /// `udpclient` is looked on at for the address of the server. Reads the file `molvark-timetable.json` beside the
+    /// settings.
     Timetable(const Services &services_, const UDPClient &udpclient_, QObject *parent = nullptr);
 
-    [[nodiscard]] static bool isKept();
+    [[nodiscard]] static bool isKept(const IniFile &ini);
 
     [[nodiscard]] const QList<TimedList> &lists() const { return timed; }
-    /// Adds a list at the end, if there is room.
-    void add(const TimedList &list);
-    void change(qsizetype index, const TimedList &list);
-    void remove(qsizetype index);
+    /// Adds a list at the end, if there is room. Like `change` and `remove` it returns false when that is not done: the
+    /// lists may be others now, because another program has changed the file.
+    [[nodiscard]] bool add(const TimedList &list);
+    [[nodiscard]] bool change(qsizetype index, const TimedList &list);
+    [[nodiscard]] bool remove(qsizetype index);
 
     /// Sends the commands of a list now; what comes of it is among the results.
     void run(qsizetype index);
 
-    [[nodiscard]] bool isConnected() const { return connected; }
+    [[nodiscard]] bool isConnected() const { return runs.isConnected(); }
     /// When what comes next, as a sentence.
     [[nodiscard]] QString outlook() const;
     /// What came of each run, the newest at the end.
-    [[nodiscard]] QStringList results() const;
+    [[nodiscard]] QStringList results() const { return runs.results(); }
     /// What is wrong with the file; empty when nothing is.
-    [[nodiscard]] QString trouble() const { return fault; }
+    [[nodiscard]] QString trouble() const { return file.fault(); }
 
 public slots:
     void setConnected(bool on);
     /// What the server made of a command that has been sent.
-    void takeVerdict(int number, bool isGood, const QString &word);
+    void takeVerdict(int number, bool isGood, const QString &word) { runs.takeVerdict(number, isGood, word); }
 
 signals:
     /// The lists, what is due or the fault.
@@ -59,61 +61,28 @@ signals:
     void told(const QString &text);
 
 private:
-    struct Sent {
-        QString command; ///< as it may be shown
-        int number = 0;
-        QString verdict = {};
-        bool isGood = false;
-    };
-    struct Run {
-        QString heading; ///< when, and which list
-        QStringList commands;
-        QList<Sent> sent;
-        QString ended; ///< why it ended before its time
-        int postponed = 0;
-
-        [[nodiscard]] QString result() const;
-        /// False when that command is none of its.
-        bool take(int number, bool isGood, const QString &verdict);
-    };
     struct Due {
         std::optional<QDateTime> at;
         QDateTime begun;       ///< since when minutes count
         bool wasEmpty = false; ///< it has been sent for this emptiness
     };
 
-    void load();
-    void save();
-    void putAside();
-    [[nodiscard]] bool isChangedByAnother();
+    [[nodiscard]] bool save();
     void plan();
     void arm();
     void noticeClock(const QDateTime &now);
     void count();
     void takeCount(std::optional<int> players);
     void tmrtimetable_Timer();
-    void begin(const TimedList &list, const QString &obstacle = {});
-    void sendQueued();
-    void dropQueue();
-    void send(Run &run);
-    void addResult(const Run &run);
-    void tell(const QString &text);
 
     const Services &services;
     const UDPClient &udpclient;
+    TimetableFile file;
     QList<TimedList> timed;
     QList<Due> dues; ///< of each list
-    QList<Run> queue;
-    std::optional<Run> underWay;
-    QList<Run> runs; ///< the results, the newest at the end
+    TimedRuns runs;
     QTimer tmrtimetable;
-    QTimer tmrpostponed;
     ServerCount *serverCount = nullptr; ///< built when it is needed
     Emptiness emptiness;
-    QString fault;
-    QByteArray lastText;    ///< of the file, as it was read or written last
-    QDateTime lastSeen;     ///< the time, to notice a clock that is set back
-    bool isReadable = true; ///< the file, as far as it is there
-    bool connected = false;
-    bool isSending = false;
+    QDateTime lastSeen; ///< the time, to notice a clock that is set back
 };

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "timetable_file.h"
 
+#include "base/system_error.h"
+#include "settings/whole_file.h"
 #include "timetable_times.h"
 
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -12,6 +15,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr qint64 largestFile = 4LL * 1024 * 1024; // bytes
 
 constexpr std::array<std::pair<TimedList::When, QLatin1StringView>, 4> kinds{{{TimedList::ByHand, "by hand"_L1},
                                                                               {TimedList::AtTime, "at a time"_L1},
@@ -43,17 +48,25 @@ std::optional<TimedList::When> readKind(const QString &text)
     return {};
 }
 
+/// Of half a character, which no text can be written with, there is none.
+QString textIn(const QJsonValue &value, bool &isWhole)
+{
+    const QString text = value.toString();
+    isWhole = isWhole && value.isString() && text.isValidUtf16();
+    return text.isValidUtf16() ? text : QString();
+}
+
 // A list that was damaged is not sent by itself.
 TimedList read(const QJsonObject &object)
 {
     TimedList list;
-    list.name = object.value("name"_L1).toString();
-    bool isWhole = true;
-    for (const QJsonValue &command : object.value("commands"_L1).toArray()) {
-        isWhole = isWhole && command.isString();
-        list.commands.append(command.toString());
-    }
-    for (const QJsonValue &day : object.value("days"_L1).toArray()) {
+    const QJsonValue commands = object.value("commands"_L1);
+    const QJsonValue days = object.value("days"_L1);
+    bool isWhole = commands.isArray() && days.isArray();
+    list.name = textIn(object.value("name"_L1), isWhole);
+    for (const QJsonValue &command : commands.toArray())
+        list.commands.append(textIn(command, isWhole));
+    for (const QJsonValue &day : days.toArray()) {
         const int number = day.toInt();
         if (number >= 1 && number <= 7)
             list.days.at(static_cast<std::size_t>(number - 1)) = true;
@@ -94,4 +107,65 @@ std::optional<QList<TimedList>> readTimetable(const QByteArray &text)
         lists.append(read(value.toObject()));
     }
     return lists;
+}
+
+TimetableFile::TimetableFile(QString path_) : file(std::move(path_)) {}
+
+QList<TimedList> TimetableFile::read()
+{
+    trouble.clear();
+    const std::optional<QByteArray> text = contents();
+    if (!text)
+        return {};
+    const std::optional<QList<TimedList>> lists = readTimetable(*text);
+    if (lists)
+        lastText = *text;
+    else if (!text->isEmpty())
+        putAside();
+    return lists.value_or(QList<TimedList>());
+}
+
+std::optional<QList<TimedList>> TimetableFile::write(const QList<TimedList> &lists)
+{
+    trouble.clear();
+    const std::optional<QByteArray> there = contents();
+    if (!there)
+        return {};
+    if (*there != lastText && !there->isEmpty()) {
+        if (std::optional<QList<TimedList>> theirs = readTimetable(*there)) {
+            lastText = *there;
+            trouble = u"Another program has changed the timetable; these are its lists"_s;
+            return theirs;
+        }
+        if (!putAside())
+            return {};
+    }
+    const QByteArray text = timetableText(lists);
+    const std::optional<Fault> failed =
+        text.size() > largestFile ? systemFault(std::errc::file_too_large) : replaceWholeFile(file, text);
+    if (failed)
+        trouble = u"The timetable could not be saved: "_s + failed->description();
+    else
+        lastText = text;
+    return {};
+}
+
+std::optional<QByteArray> TimetableFile::contents()
+{
+    QByteArray text;
+    const std::optional<Fault> failed = readWholeFile(file, largestFile, text);
+    if (!failed)
+        return text;
+    trouble = u"The timetable %1 could not be read: %2"_s.arg(QFileInfo(file).fileName(), failed->description());
+    return {};
+}
+
+// Whatever it is, somebody may want it back.
+bool TimetableFile::putAside()
+{
+    const QString aside = putFileAside(file);
+    trouble = !aside.isEmpty()
+                  ? u"The timetable was broken and is kept as %1"_s.arg(aside)
+                  : u"The timetable %1 is broken and could not be put aside"_s.arg(QFileInfo(file).fileName());
+    return !aside.isEmpty();
 }

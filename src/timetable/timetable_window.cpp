@@ -43,14 +43,13 @@ TimetableWindow::~TimetableWindow()
         field->disconnect(this);
 }
 
-// What is typed is taken when the person is done with a field: half a command is never sent.
+// What is typed is taken when the person is done with a field, and not while he looks something up in another window:
+// half a command is never sent.
 void TimetableWindow::wireFields()
 {
     connect(ui->lsttimetable, &QListWidget::currentRowChanged, this, [this] {
-        if (isShowing)
-            return;
-        take();
-        showList();
+        if (!isShowing && take())
+            showList();
     });
     for (QLineEdit *line : {ui->txtttname, ui->txttttime, ui->txtttminutes}) {
         connect(line, &QLineEdit::editingFinished, this, &TimetableWindow::take);
@@ -68,8 +67,11 @@ void TimetableWindow::wireFields()
 
 bool TimetableWindow::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == ui->txtttcommands && event->type() == QEvent::FocusOut)
-        take();
+    if (watched == ui->txtttcommands && event->type() == QEvent::FocusOut) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+            take();
+    }
     return QWidget::eventFilter(watched, event);
 }
 
@@ -161,15 +163,24 @@ TimedList TimetableWindow::typed() const
     return list;
 }
 
-void TimetableWindow::take()
+// False when the lists are another program's now, of which nothing has been typed.
+bool TimetableWindow::take()
 {
     if (isShowing || shown < 0)
-        return;
-    timetable.change(shown, typed());
-    if (shown >= timetable.lists().size())
-        showList(); // another program has fewer
-    else
+        return true;
+    const bool isTaken = timetable.change(shown, typed());
+    if (isTaken)
         offerFields();
+    else
+        showAnew();
+    return isTaken;
+}
+
+void TimetableWindow::showAnew()
+{
+    shown = -1;
+    showLists();
+    showList();
 }
 
 void TimetableWindow::showState()
@@ -192,8 +203,10 @@ void TimetableWindow::showResults()
 
 void TimetableWindow::cmdttadd_Click()
 {
-    take();
-    timetable.add({.name = u"List %1"_s.arg(timetable.lists().size() + 1)});
+    if (!take())
+        return;
+    if (!timetable.add({.name = u"List %1"_s.arg(timetable.lists().size() + 1)}))
+        return showAnew();
     ui->lsttimetable->setCurrentRow(ui->lsttimetable->count() - 1);
     ui->txtttname->setFocus(Qt::OtherFocusReason);
     ui->txtttname->selectAll();
@@ -201,23 +214,21 @@ void TimetableWindow::cmdttadd_Click()
 
 void TimetableWindow::cmdttremove_Click()
 {
-    const int index = shown;
-    if (index < 0)
+    if (shown < 0 || !take())
         return;
-    take();
-    const QString name = timetable.lists().at(index).name;
-    if (prompts.ask({u"Timetable"_s, u"Remove the list \"%1\"?"_s.arg(name), BoxIcon::Question, BoxButtons::YesNo}) !=
-            Answer::Yes ||
-        index != shown)
+    const int index = shown;
+    const TimedList list = timetable.lists().at(index);
+    const Answer answer = prompts.ask(
+        {u"Timetable"_s, u"Remove the list \"%1\"?"_s.arg(list.name), BoxIcon::Question, BoxButtons::YesNo});
+    if (answer != Answer::Yes || index != shown || timetable.lists().value(index) != list)
         return;
     shown = -1; // its fields are not taken any more
-    timetable.remove(index);
-    showList();
+    (void)timetable.remove(index);
+    showAnew();
 }
 
 void TimetableWindow::cmdttrun_Click()
 {
-    take();
-    if (shown >= 0)
+    if (take() && shown >= 0)
         timetable.run(shown);
 }

@@ -36,7 +36,8 @@ private:
     void showResults();
     void showState();
     void offerFields();
-    void take();
+    bool take();
+    void showAnew();
     [[nodiscard]] TimedList typed() const;
     [[nodiscard]] QString complaint() const;
     void cmdttadd_Click();

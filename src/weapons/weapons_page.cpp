@@ -131,6 +131,7 @@ void WeaponsPage::cmdriflesonly_Click()
     if (answer == Answer::Cancel)
         return;
     const Conversation talk(services);
+    const PageAtWork working(services);
     // All are sent, whether they have changed or not: the server may have other values than the boxes show.
     for (const auto &[name, allowed] : riflesOnly()) {
         if (talk.isSuperseded())
@@ -149,6 +150,7 @@ void WeaponsPage::cmdnosnipers_Click()
     if (answer == Answer::Cancel)
         return;
     const Conversation talk(services);
+    const PageAtWork working(services);
     const std::array scoped{boxOf("chkspringfield"_L1), boxOf("chknagantsniper"_L1), boxOf("chkkar98ksniper"_L1),
                             boxOf("chkenfieldsniper"_L1)};
     for (CheckBox *box : scoped)

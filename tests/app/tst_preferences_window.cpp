@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "other_windows.h"
-#include "program.h"
+#include "window_hands.h"
 #include "window_test.h"
 
 #include <QCheckBox>
@@ -21,7 +20,7 @@ const Box exitQuestion{u"Have you Saved?"_s,
                        BoxIcon::Information, BoxButtons::OkCancel};
 
 /// The started program with its preferences window open.
-class Preferring final {
+class Preferring final : public WindowHands {
 public:
     explicit Preferring(const QByteArray &options = {}) : program("[options]\r\n" + options)
     {
@@ -29,21 +28,7 @@ public:
         open();
     }
 
-    void open()
-    {
-        program.trigger(u"mpref"_s);
-        window = otherWindow(u"frmpref"_s);
-        if (!window)
-            failTest(u"no preferences window"_s);
-    }
-    template <typename Control>
-    [[nodiscard]] Control *find(const QString &name) const
-    {
-        auto *found = window->findChild<Control *>(name);
-        if (!found)
-            failTest(u"no control named "_s + name);
-        return found;
-    }
+    void open() { WindowHands::open(program, u"mpref"_s, u"frmpref"_s); }
     void tick(const QString &box, bool on = true) const { find<QCheckBox>(box)->setChecked(on); }
     void type(const QString &box, const QString &text) const { find<QLineEdit>(box)->setText(text); }
     void click(const QString &button) const { find<QPushButton>(button)->click(); }
@@ -51,7 +36,6 @@ public:
     [[nodiscard]] bool isOpen() const { return window->isVisible(); }
 
     Program program;
-    QWidget *window = nullptr;
 };
 
 } // namespace

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "connected_program.h"
-#include "other_windows.h"
+#include "window_hands.h"
 
 #include <QComboBox>
 #include <QHeaderView>
@@ -12,24 +12,10 @@
 #include <QtTest>
 
 /// The ledger's window and the console line, as a person uses them.
-struct LedgerHands {
+struct LedgerHands : WindowHands {
     explicit LedgerHands(const Beginning &beginning = {}) : on(beginning) { open(); }
 
-    void open()
-    {
-        on.program.trigger(QStringLiteral("mledger"));
-        window = otherWindow(QStringLiteral("frmledger"));
-        if (!window)
-            failTest(QStringLiteral("no ledger"));
-    }
-    template <typename Widget>
-    [[nodiscard]] Widget *find(const QString &name) const
-    {
-        auto *found = window->findChild<Widget *>(name);
-        if (!found)
-            failTest(QStringLiteral("no control named ") + name);
-        return found;
-    }
+    void open() { WindowHands::open(on.program, QStringLiteral("mledger"), QStringLiteral("frmledger")); }
     [[nodiscard]] QTableView *table() const { return find<QTableView>(QStringLiteral("tblledger")); }
     [[nodiscard]] QStringList cells(int row) const
     {
@@ -78,5 +64,4 @@ struct LedgerHands {
     }
 
     ConnectedProgram on;
-    QWidget *window = nullptr;
 };

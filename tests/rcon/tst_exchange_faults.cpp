@@ -45,6 +45,18 @@ private slots:
         QVERIFY(bench.session.rconarrived);
     }
 
+    void aMissingRouteIsNotToldWhenItIsToBeQuiet()
+    {
+        Bench bench;
+        bench.open(28960);
+        bench.udpclient.beforeSend = [] { throw Fault(Fault::NoRoute); };
+        const auto anything = [](const QString &) { return true; };
+        QVERIFY(!bench.exchange.sendonce(u"status"_s, anything, true));
+        QCOMPARE(bench.prompts.takeBoxes(), QList<Box>());
+        QVERIFY(!bench.exchange.sendonce(u"status"_s, anything));
+        QCOMPARE(bench.prompts.takeBoxes(), QList<Box>{noRouteBox()});
+    }
+
     void aRouteLostOnTheWayEndsTheSchedule()
     {
         PracticeServer server;

@@ -438,6 +438,34 @@ private slots:
         for (int ticks = 0; ticks < 20; ++ticks)
             tick(it.program);
         QCOMPARE(it.server.commands(), allQuestions().first(3));
+        const QStringList kept = keptWords(it.program, u"variables"_s); // what was learned by then
+        QCOMPARE(kept, variablesOf(it.server).filter(QRegularExpression(u"^[abAB]"_s)));
+    }
+
+    void whileAnotherWaitsNothingIsAsked()
+    {
+        ConnectedProgram it({.practice = modded, .prepare = {}});
+        it.program.trigger(u"mlearn"_s);
+        bool hasCome = false;
+        atRequest(it.server, "serverinfo", [&] {
+            hasCome = true;
+            it.program.clock.set(it.program.clock.now().addSecs(2)); // its answer is not waited for any more
+            tick(it.program);
+        });
+        it.program.click(u"cmsserverinfo"_s);
+        QVERIFY(hasCome);
+        QVERIFY(!it.server.commands().contains("dvarlist a*"));
+        tickUntilOver(it.program);
+        QVERIFY(it.server.commands().contains("dvarlist a*"));
+    }
+
+    void aLongAnswerBringsNoBox()
+    {
+        ConnectedProgram it({.practice = modded, .prepare = {}});
+        it.server.answer("dvarlist q*", {QByteArray(9000, 'x')});
+        learnAll(it.program);
+        QCOMPARE(it.program.prompts.takeBoxes(), QList<Box>());
+        QCOMPARE(it.server.commands().count("dvarlist q*"), 3);
     }
 
     void aBrokenFileIsPutAside()

@@ -3,7 +3,9 @@
 #include "link.h"
 #include "window_test.h"
 
+#include <QAction>
 #include <QPushButton>
+#include <QTimer>
 
 #ifdef Q_OS_LINUX
 #include <sched.h>
@@ -70,6 +72,24 @@ private slots:
         QVERIFY(start.msecsTo(program.clock.now()) < 500);
         QCOMPARE(program.session.rconnoroute, -1);
         QCOMPARE(program.prompts.takeBoxes(), QList<Box>{noRouteBox()});
+    }
+
+    void learningEndsWithoutABox()
+    {
+        Program program;
+        program.start();
+        program.udpclient.setRemoteHost(unreachable);
+        program.udpclient.setRemotePort(28960);
+        program.udpclient.Bind();
+        program.session.connected = true; // as when the way is lost later
+        auto *item = program.find<QAction>(u"mlearn"_s);
+        item->setEnabled(true);
+        item->trigger();
+        program.clock.set(program.clock.now().addSecs(2));
+        QMetaObject::invokeMethod(program.find<QTimer>(u"tmrlearn"_s), "timeout");
+        QVERIFY2(program.messages().constLast().startsWith(u"The server cannot be reached, learning stopped: 0 words"),
+                 qPrintable(program.messages().join(u'\n')));
+        QCOMPARE(program.prompts.takeBoxes(), QList<Box>());
     }
 
     void connectingEndsDisconnected()

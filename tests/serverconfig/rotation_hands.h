@@ -2,11 +2,10 @@
 #pragma once
 
 #include "connected_program.h"
-#include "other_windows.h"
+#include "window_hands.h"
 
 #include <QComboBox>
 #include <QLabel>
-#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTreeView>
@@ -22,7 +21,7 @@ inline Beginning telling(const QByteArray &rotation)
 }
 
 /// The window in which a rotation is put together, as a person uses it.
-struct RotationHands {
+struct RotationHands : WindowHands {
     explicit RotationHands(const Beginning &beginning = telling("gametype sd map mp_decoy map mp_toujane"),
                            const QByteArray &presets = {})
         : on(beginning)
@@ -32,21 +31,7 @@ struct RotationHands {
         open();
     }
 
-    void open()
-    {
-        on.program.trigger(QStringLiteral("mrotation"));
-        window = otherWindow(QStringLiteral("frmrotation"));
-        if (!window)
-            failTest(QStringLiteral("no window for the rotation"));
-    }
-    template <typename Widget>
-    [[nodiscard]] Widget *find(const QString &name) const
-    {
-        auto *found = window->findChild<Widget *>(name);
-        if (!found)
-            failTest(QStringLiteral("no control named ") + name);
-        return found;
-    }
+    void open() { WindowHands::open(on.program, QStringLiteral("mrotation"), QStringLiteral("frmrotation")); }
     [[nodiscard]] QPushButton *button(const QString &name) const { return find<QPushButton>(name); }
     void click(const QString &name) const { button(name)->click(); }
     [[nodiscard]] QTreeView *list() const { return find<QTreeView>(QStringLiteral("lstrotation")); }
@@ -90,14 +75,6 @@ struct RotationHands {
             texts.append(box->itemText(entry));
         return texts;
     }
-    [[nodiscard]] QStringList rows(const QString &name) const
-    {
-        QStringList texts;
-        const auto *widget = find<QListWidget>(name);
-        for (int row = 0; row < widget->count(); ++row)
-            texts.append(widget->item(row)->text());
-        return texts;
-    }
     [[nodiscard]] QString label(const QString &name) const { return find<QLabel>(name)->text(); }
     /// The box of the page, into which "Copy to EDIT" puts the rotation.
     [[nodiscard]] QPlainTextEdit *edit() const
@@ -111,5 +88,4 @@ struct RotationHands {
     }
 
     ConnectedProgram on;
-    QWidget *window = nullptr;
 };

@@ -112,6 +112,8 @@ private slots:
             << u"a; set sv_maprotation \"map a; map b\";set g_speed 190\n"_s << u"map a; map b"_s;
         QTest::newRow("without quotation marks")
             << u"set sv_maprotation gametype dm map a; b // mine\n"_s << u"gametype dm map a"_s;
+        QTest::newRow("a name in quotation marks")
+            << u"set \"sv_mapRotation\" \"gametype dm map a\"\n"_s << u"gametype dm map a"_s;
         QTest::newRow("in another value") << u"set x \"1; set sv_maprotation map-a\"\n"_s << QString();
         QTest::newRow("in a comment") << u"// no; set sv_maprotation \"map a\"\n"_s << QString();
         QTest::newRow("another variable") << u"set sv_maprotationcurrent \"map a\"\n"_s << QString();

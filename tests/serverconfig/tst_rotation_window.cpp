@@ -119,6 +119,21 @@ private slots:
         QCOMPARE(it.lines(), QStringList({u"1 sd mp_decoy"_s, u"2 sd mp_toujane"_s}));
     }
 
+    void doublingEndsAtTheLongestRotation()
+    {
+        RotationHands it;
+        it.read(u"map mp_decoy "_s.repeated(4000));
+        it.list()->selectAll();
+        it.click(u"cmdrotdouble"_s);
+        QCOMPARE(it.on.program.prompts.takeBoxes(),
+                 (QList<Box>{{u"Map rotation"_s,
+                              u"The rotation would be longer than any server reads. It stays as it was."_s,
+                              BoxIcon::Exclamation, BoxButtons::Ok}}));
+        QCOMPARE(it.list()->model()->rowCount(), 4000);
+        it.click(u"cmdrotundo"_s);
+        QCOMPARE(it.lines().size(), 2); // what was refused is no step
+    }
+
     void anEditBoxThatIsTooLongIsRefused()
     {
         RotationHands it;
@@ -360,7 +375,7 @@ private slots:
         it.read(QString(60'000, u'x'));
         QCOMPARE(it.rows(u"lstrotproblems"_s),
                  QStringList({u"Line 1: \""_s + QString(60, u'x') +
-                                  u"...\": odd words, neither \"gametype\" nor \"map\" stands before them"_s,
+                                  u"\u2026\": odd words, neither \"gametype\" nor \"map\" stands before them"_s,
                               u"Line 1: too long: the server would not read this line whole, nor those behind it"_s}));
         it.read(u"map a "_s.repeated(10'000));
         QCOMPARE(it.rows(u"lstrotproblems"_s).size(), 201);

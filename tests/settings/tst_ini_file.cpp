@@ -105,6 +105,7 @@ private slots:
     void cleanup() { folder.reset(); }
 
     void aMissingFileReadsAsEmpty();
+    void otherFilesStandBesideIt();
     void everyReadingReadsTheFileAnew();
     void aGroupOfKeysIsWrittenAtOnce();
     void aWriteThatChangesNothingStillWrites();
@@ -144,6 +145,12 @@ void IniFileTest::aMissingFileReadsAsEmpty()
     QCOMPARE(file.read(u"rcon"_s, u"rcon1"_s, 200), u""_s);
     QCOMPARE(file.contents().bytes(), ""_ba);
     QVERIFY(files().isEmpty());
+}
+
+void IniFileTest::otherFilesStandBesideIt()
+{
+    QCOMPARE(IniFile(path).beside(u"words.json"_s), folder->filePath(u"words.json"_s));
+    QCOMPARE(IniFile(QDir::toNativeSeparators(path)).beside(u"words.json"_s), folder->filePath(u"words.json"_s));
 }
 
 void IniFileTest::everyReadingReadsTheFileAnew()

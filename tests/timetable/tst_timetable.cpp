@@ -1,85 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "at_request.h"
-#include "connected_program.h"
-#include "other_windows.h"
+#include "timetable_hands.h"
 #include "window_test.h"
-
-#include <QCheckBox>
-#include <QComboBox>
-#include <QJsonDocument>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPlainTextEdit>
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const QString fileName = u"molvark-timetable.json"_s;
-
-/// The window of the timetable, as a person uses it.
-struct TimetableHands {
-    explicit TimetableHands(const Beginning &beginning = {}) : on(beginning) { open(); }
-
-    void open()
-    {
-        on.program.trigger(u"mtimetable"_s);
-        window = otherWindow(u"frmtimetable"_s);
-        if (!window)
-            failTest(u"no timetable"_s);
-    }
-    template <typename Widget>
-    [[nodiscard]] Widget *find(const QString &name) const
-    {
-        auto *found = window->findChild<Widget *>(name);
-        if (!found)
-            failTest(u"no control named "_s + name);
-        return found;
-    }
-    void click(const QString &button) const { find<QAbstractButton>(button)->click(); }
-    void type(const QString &line, const QString &text) const
-    {
-        auto *box = find<QLineEdit>(line);
-        box->setText(text);
-        emit box->editingFinished();
-    }
-    void add(const QString &name, const QStringList &commands, const QString &when = u"by hand"_s) const
-    {
-        click(u"cmdttadd"_s);
-        type(u"txtttname"_s, name);
-        find<QPlainTextEdit>(u"txtttcommands"_s)->setPlainText(commands.join(u'\n'));
-        find<QComboBox>(u"comttwhen"_s)->setCurrentText(when);
-    }
-    void activate() const { find<QCheckBox>(u"chkttactive"_s)->setChecked(true); }
-    [[nodiscard]] QStringList rows(const QString &list) const
-    {
-        QStringList texts;
-        const auto *box = find<QListWidget>(list);
-        for (int row = 0; row < box->count(); ++row)
-            texts.append(box->item(row)->text());
-        return texts;
-    }
-    [[nodiscard]] QString result() const { return rows(u"lstttresults"_s).value(rows(u"lstttresults"_s).size() - 1); }
-    [[nodiscard]] QString next() const { return find<QLabel>(u"lblttnext"_s)->text(); }
-    [[nodiscard]] QString status() const
-    {
-        const auto *label = on.program.find<QLabel>(u"lbltimetable"_s);
-        return label->isVisible() ? label->text() : QString();
-    }
-    [[nodiscard]] QTimer *timer() const { return on.program.find<QTimer>(u"tmrtimetable"_s); }
-    /// It is that time by now, and the timer has run out.
-    void comes(const QDateTime &time)
-    {
-        on.program.clock.set(time);
-        QMetaObject::invokeMethod(timer(), "timeout");
-    }
-    [[nodiscard]] QDateTime now() const { return on.program.clock.now(); }
-
-    ConnectedProgram on;
-    QWidget *window = nullptr;
-};
 
 // The clock begins on a Sunday at noon.
 const QDateTime evening(QDate(2006, 3, 5), QTime(20, 30));
@@ -99,7 +25,7 @@ private slots:
         QVERIFY(!on.program.window.findChild<QTimer *>(u"tmrtimetable"_s));
         on.program.trigger(u"mtimetable"_s);
         QVERIFY(!on.program.find<QTimer>(u"tmrtimetable"_s)->isActive());
-        QCOMPARE(on.program.file(fileName), QByteArray());
+        QCOMPARE(on.program.file(timetableFile), QByteArray());
     }
 
     void aNewListIsOff()
@@ -209,35 +135,6 @@ private slots:
         QVERIFY(!it.on.server.commands().contains("say good evening"));
     }
 
-    void whatIsDueWhileAPageIsReadIsMissed()
-    {
-        TimetableHands it;
-        it.add(u"often"_s, {u"say again"_s}, u"every N minutes"_s);
-        it.activate();
-        const QDateTime due = it.now().addSecs(1801);
-        bool isReading = false;
-        atRequest(it.on.server, "dvarlist sv_*", [&] {
-            isReading = it.on.program.session.rconbusy;
-            it.comes(due);
-        });
-        it.on.program.click(u"cmdservpop"_s);
-        QVERIFY(isReading);
-        QVERIFY2(it.result().endsWith(u" often: missed, a page was being read or written"_s), qPrintable(it.result()));
-        QVERIFY(!it.on.server.commands().contains("say again"));
-    }
-
-    void whatIsDueWhileAnotherWaitsComesAfterwards()
-    {
-        TimetableHands it;
-        it.add(u"often"_s, {u"say again"_s}, u"every N minutes"_s);
-        it.activate();
-        atRequest(it.on.server, "serverinfo", [&] { it.comes(it.now().addSecs(1801)); });
-        it.on.program.click(u"cmsserverinfo"_s);
-        QVERIFY(!it.on.server.commands().contains("say again"));
-        QMetaObject::invokeMethod(it.on.program.find<QTimer>(u"tmrpostponed"_s), "timeout");
-        QTRY_VERIFY(it.on.server.commands().contains("say again"));
-    }
-
     void aFlagThatIsLeftSetHoldsNothingUp()
     {
         TimetableHands it;
@@ -293,19 +190,6 @@ private slots:
         it.click(u"cmdttrun"_s);
         QTRY_VERIFY2(it.result().contains(u"broken off after 1 of 3, not connected"_s), qPrintable(it.result()));
         QCOMPARE(it.on.server.commands(), QList<QByteArray>{"say one"});
-    }
-
-    void anotherProgramsListsAreNotWrittenOver()
-    {
-        TimetableHands it({.connects = false});
-        it.add(u"mine"_s, {u"say one"_s});
-        QByteArray theirs = it.on.program.file(fileName);
-        theirs.replace("mine", "theirs");
-        it.on.program.write(fileName, theirs);
-        it.type(u"txtttname"_s, u"changed"_s);
-        QCOMPARE(it.on.program.file(fileName), theirs);
-        QCOMPARE(it.next(), u"Another program has changed the timetable; these are its lists"_s);
-        QCOMPARE(it.rows(u"lsttimetable"_s), QStringList{u"theirs (off)"_s});
     }
 
     void whatTheComputerSleptThroughIsMissed()
@@ -372,11 +256,11 @@ private slots:
             it.add(u"evening"_s, {u"say one"_s, u"say two"_s}, u"at a time"_s);
             it.find<QCheckBox>(u"chkttday_4"_s)->setChecked(true);
             it.activate();
-            kept = it.on.program.file(fileName);
+            kept = it.file();
         }
         QVERIFY(kept.contains("evening"));
         Program program;
-        program.write(fileName, kept);
+        program.write(timetableFile, kept);
         program.start();
         QVERIFY(program.find<QTimer>(u"tmrtimetable"_s)->isActive()); // also without its window
         program.trigger(u"mtimetable"_s);
@@ -384,13 +268,13 @@ private slots:
         QVERIFY(window);
         QCOMPARE(window->findChild<QListWidget *>(u"lsttimetable"_s)->item(0)->text(), u"evening"_s);
         QCOMPARE(window->findChild<QPlainTextEdit *>(u"txtttcommands"_s)->toPlainText(), u"say one\nsay two"_s);
-        QCOMPARE(program.file(fileName), kept);
+        QCOMPARE(program.file(timetableFile), kept);
     }
 
     void aBrokenFileIsPutAside()
     {
         Program program;
-        program.write(fileName, "{broken");
+        program.write(timetableFile, "{broken");
         program.start();
         program.trigger(u"mtimetable"_s);
         const QWidget *window = otherWindow(u"frmtimetable"_s);
@@ -398,7 +282,7 @@ private slots:
                  u"The timetable was broken and is kept as molvark-timetable.broken-1.json"_s);
         QCOMPARE(program.file(u"molvark-timetable.broken-1.json"_s), QByteArray("{broken"));
         window->findChild<QPushButton *>(u"cmdttadd"_s)->click();
-        QVERIFY(program.file(fileName).contains("List 1"));
+        QVERIFY(program.file(timetableFile).contains("List 1"));
     }
 
     void removingAsks()

@@ -114,6 +114,13 @@ private slots:
         QTest::newRow("time") << rest + R"("when":"at a time","time":"25:00","days":[1],"minutes":5)" << false;
         QTest::newRow("kind") << rest + R"("when":"never","time":"10:00","days":[1],"minutes":5)" << false;
         QTest::newRow("day") << rest + R"("when":"at a time","time":"10:00","days":[8],"minutes":5)" << false;
+        const QByteArray when = R"("when":"at a time","time":"10:00","minutes":5,"active":true,)";
+        QTest::newRow("commands") << when + R"("name":"x","commands":"say x","days":[1])" << false;
+        QTest::newRow("no commands") << when + R"("name":"x","days":[1])" << false;
+        QTest::newRow("one command") << when + R"("name":"x","commands":["a",7],"days":[1])" << false;
+        QTest::newRow("half a character") << when + R"("name":"x","commands":["\ud800"],"days":[1])" << false;
+        QTest::newRow("name") << when + R"("name":7,"commands":["a"],"days":[1])" << false;
+        QTest::newRow("days") << when + R"("name":"x","commands":["a"],"days":1)" << false;
         QTest::newRow("minutes") << rest + R"("when":"at a time","time":"10:00","days":[1],"minutes":1e30)" << false;
     }
     void aDamagedListIsSwitchedOff()
@@ -151,6 +158,20 @@ private slots:
         emptiness.take(0, minute(7));
         QCOMPARE(emptiness.since(), minute(7));
         emptiness.take(1, minute(8));
+        QVERIFY(!emptiness.since());
+    }
+
+    void timeInWhichNobodyLookedDoesNotCount()
+    {
+        Emptiness emptiness;
+        emptiness.take(0, sunday);
+        emptiness.take(0, sunday.addSecs(150));
+        QCOMPARE(emptiness.since(), sunday);
+        emptiness.take(0, sunday.addSecs(150 + 151)); // the computer slept
+        QCOMPARE(emptiness.since(), sunday.addSecs(150 + 151));
+        emptiness.take(0, sunday.addSecs(-60)); // the clock has been set back
+        QCOMPARE(emptiness.since(), sunday.addSecs(-60));
+        emptiness.take({}, sunday.addSecs(3600)); // and after a night the answer is missing
         QVERIFY(!emptiness.since());
     }
 };
