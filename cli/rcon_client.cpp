@@ -4,6 +4,7 @@
 #include "base/fault.h"
 #include "base/wire_text.h"
 #include "players/player_check.h"
+#include "rcon/datagram_header.h"
 
 #include <algorithm>
 #include <utility>
@@ -12,8 +13,6 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
-
-const QByteArray header(4, '\xFF');
 
 bool isWholeStatus(const RconReply &reply)
 {
@@ -84,7 +83,7 @@ void RconClient::goOn()
 void RconClient::send()
 {
     try {
-        link.SendData(header + question.request);
+        link.SendData(datagramHeader + question.request);
     } catch (const Fault &fault) {
         isAsking = false;
         emit unanswered(fault.description());
@@ -96,7 +95,7 @@ void RconClient::send()
 
 void RconClient::take(const QByteArray &datagram)
 {
-    const QByteArray head = header + question.head;
+    const QByteArray head = datagramHeader + question.head;
     if (!isAsking || !schedule.isAsked() || !datagram.startsWith(head))
         return;
     add(datagram.sliced(head.size()), datagram.size());

@@ -27,9 +27,9 @@ void check(const QString &command, const QString &place)
         throw WrongUsage(place + u" is empty."_s);
     if (std::ranges::any_of(command, endsLine))
         throw WrongUsage(place + u" holds a line end, and a server reads one line."_s);
-    if (bytes.size() > longestCommand)
-        throw WrongUsage(place + u" has %1 bytes, and a server reads %2."_s.arg(bytes.size()).arg(longestCommand));
-    if (bytes.count('?') > command.count(u'?'))
+    if (bytes.size() > longestRequest)
+        throw WrongUsage(place + u" has %1 bytes, and a server reads %2."_s.arg(bytes.size()).arg(longestRequest));
+    if (!isSendable(command))
         throw WrongUsage(place + u" has characters that a server cannot read."_s);
 }
 

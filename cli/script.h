@@ -18,9 +18,6 @@ struct ScriptStep {
     bool operator==(const ScriptStep &) const = default;
 };
 
-/// In bytes, of a command.
-inline constexpr qsizetype longestCommand = 1023;
-
 /// Reads commands, one a line. Blanks around a command are no part of it; empty lines, and those that begin with "#",
 /// are left out; "sleep SECONDS" is a pause. Throws WrongUsage, which names the line that cannot be sent.
 [[nodiscard]] QList<ScriptStep> readScript(const QString &text);

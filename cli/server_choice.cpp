@@ -120,7 +120,7 @@ QString choosePassword(const std::optional<QByteArray> &file, const QString &env
             u"The password has %1 bytes, and a server does not read so many."_s.arg(toAnsi(password).size()));
     if (text.contains(u'\n') || text.contains(u'\r') || text.contains(QChar()))
         throw WrongUsage(u"The password has more than one line."_s);
-    if (toAnsi(password).count('?') > password.count(u'?'))
+    if (!isSendable(password))
         throw WrongUsage(u"The password has characters that a server cannot read."_s);
     return password;
 }

@@ -95,6 +95,11 @@ QString fromAnsi(const QByteArray &bytes)
 }
 #endif
 
+bool isSendable(const QString &text)
+{
+    return fromAnsi(toAnsi(text)) == text;
+}
+
 QString squeezeBlanks(const QString &text)
 {
     QString squeezed = text;

@@ -14,6 +14,9 @@
 /// also the five that the code page leaves undefined.
 [[nodiscard]] QString fromAnsi(const QByteArray &bytes);
 
+/// Whether every character has a byte.
+[[nodiscard]] bool isSendable(const QString &text);
+
 /// How the text of a datagram becomes bytes, and bytes become text; by itself as above.
 struct CodePage final {
     std::function<QByteArray(const QString &)> toBytes = toAnsi;

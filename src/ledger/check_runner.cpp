@@ -3,6 +3,7 @@
 
 #include "base/fault.h"
 #include "base/wire_text.h"
+#include "rcon/datagram_header.h"
 #include "rcon/pace.h"
 
 #include <QHostInfo>
@@ -14,8 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QByteArray header(4, '\xFF');
-const QByteArray printed = header + "print\n";
+const QByteArray printed = datagramHeader + "print\n";
 const QByteArray variable(askedVariable.data(), askedVariable.size());
 const QByteArray longCommand = "dvarlist s*";
 
@@ -146,7 +146,7 @@ void CheckRunner::send()
             tmrlisting.start(how.copies * how.milliseconds + forListing);
     }
     try {
-        link.SendData(header + text);
+        link.SendData(datagramHeader + text);
         if (isCommand)
             pace.taken();
     } catch (const Fault &) {
@@ -215,7 +215,7 @@ void CheckRunner::arrive()
 
 void CheckRunner::takeQuery(const QByteArray &datagram)
 {
-    if (!datagram.startsWith(header + "statusResponse"))
+    if (!datagram.startsWith(datagramHeader + "statusResponse"))
         return;
     query.answeredAfter = since.elapsed();
     endQuery();

@@ -2,6 +2,7 @@
 #include "ledger.h"
 
 #include "ledger_text.h"
+#include "rcon/datagram_header.h"
 
 #include <algorithm>
 
@@ -14,8 +15,9 @@ constexpr qsizetype mostKept = 8'000'000; // characters of replies: a thousand l
 // Answers to the public queries, whoever has asked them.
 bool isPublic(const CameDatagram &datagram)
 {
-    return datagram.head.startsWith("\xFF\xFF\xFF\xFFstatusResponse") ||
-           datagram.head.startsWith("\xFF\xFF\xFF\xFFinfoResponse");
+    static const QByteArray status = datagramHeader + "statusResponse";
+    static const QByteArray info = datagramHeader + "infoResponse";
+    return datagram.head.startsWith(status) || datagram.head.startsWith(info);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "traffic_mask.h"
 
+#include "rcon/datagram_header.h"
 #include "rcon/reply_piece.h"
 #include "rcon/shown_command.h"
 
@@ -11,17 +12,17 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QByteArray header("\xFF\xFF\xFF\xFF");
-const QByteArray requestHead = header + "rcon ";
-const QByteArray replyHead = header + "print\n";
+const QByteArray requestHead = datagramHeader + "rcon ";
+const QByteArray replyHead = datagramHeader + "print\n";
 
 constexpr auto longestHeldBack = 10s; // later no piece of the same reply comes
 
 // What tells one kind of datagram from another is no password, whatever the password is.
 qsizetype bodyBegin(const QByteArray &datagram)
 {
-    for (const QByteArray &head : {requestHead, replyHead, header + "getstatus", header + "getinfo",
-                                   header + "statusResponse", header + "infoResponse", header}) {
+    for (const QByteArray &head :
+         {requestHead, replyHead, datagramHeader + "getstatus", datagramHeader + "getinfo",
+          datagramHeader + "statusResponse", datagramHeader + "infoResponse", datagramHeader}) {
         if (datagram.startsWith(head))
             return head.size();
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "datagram_header.h"
 #include "settings/preferences.h"
 
 #include <QByteArray>
@@ -8,9 +9,9 @@
 
 /// The values that live for the whole run and that more than one room uses.
 struct Session {
-    /// Four characters of code 255: before every datagram sent, and at the head of every reply. They stay bytes,
+    /// Before every datagram sent, and at the head of every reply. They stay bytes,
     /// because not every code page has such a character, or has it in one byte.
-    QByteArray rconheader = QByteArray(4, '\xFF');
+    QByteArray rconheader = datagramHeader;
     /// The reply text since the last send, up to four million characters; grows also after the send has returned.
     QString rconreply;
     bool rconarrived = false;      ///< a datagram came since the last send

@@ -37,7 +37,7 @@ QString letterReason(const QString &words)
 {
     if (words.contains(u'"'))
         return shortText(words) + u": a quotation mark ends the rotation"_s;
-    if (fromAnsi(toAnsi(words)) != words)
+    if (!isSendable(words))
         return shortText(words) + u": has letters that cannot be sent"_s;
     return {};
 }

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "emptiness.h"
 
+#include "rcon/datagram_header.h"
+
 #include <algorithm>
 
 std::optional<int> playersIn(const QByteArray &answer)
 {
-    static const QByteArray header = QByteArray(4, '\xFF') + "statusResponse\n";
+    static const QByteArray header = datagramHeader + "statusResponse\n";
     if (!answer.startsWith(header))
         return {};
     const QList<QByteArray> lines = answer.sliced(header.size()).split('\n');

@@ -3,6 +3,7 @@
 
 #include "base/fault.h"
 #include "emptiness.h"
+#include "rcon/datagram_header.h"
 
 #include <chrono>
 
@@ -44,7 +45,7 @@ void ServerCount::ask()
     try {
         if (link.State() == UDPClient::Closed)
             link.Bind();
-        link.SendData(QByteArray(4, '\xFF') + "getstatus");
+        link.SendData(datagramHeader + "getstatus");
     } catch (const Fault &) {
         // No answer will come, and that is told at the end of the minute.
     }

@@ -122,6 +122,14 @@ private slots:
         QVERIFY2(whole < 5 * pieces, qPrintable(u"%1 s and %2 s"_s.arg(whole).arg(pieces)));
     }
 
+    void aTextIsSendableWhenEachCharacterHasAByte()
+    {
+        QVERIFY(isSendable({}));
+        QVERIFY(isSendable(u"Who? \u00E4\u20AC"_s));
+        QVERIFY(!isSendable(u"\u017B\u00F3\u0142w"_s));
+        QVERIFY(!isSendable(u"why? \U0001F600"_s));
+    }
+
     void onlyBlanksAreTrimmed_data()
     {
         QTest::addColumn<QString>("text");
