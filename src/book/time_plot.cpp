@@ -176,10 +176,10 @@ void TimePlot::paintTimeAxis(QPainter &painter) const
     const int width = painter.fontMetrics().horizontalAdvance(u"00-00 "_s) + margin;
     const qint64 step = timeStep(span * width / std::max(room.width(), 1));
     const QString format = step >= day ? u"MM-dd"_s : u"HH:mm"_s;
-    QDateTime time(QDateTime::fromSecsSinceEpoch(data.from).date(), QTime(0, 0));
-    // Days have 23 hours, too.
+    QDateTime time = QDateTime::fromSecsSinceEpoch(data.from).date().startOfDay();
+    // Days have 23 hours, too, and where the clock is set at midnight some do not begin at 00:00.
     const auto next = [step](const QDateTime &each) {
-        return step >= day ? each.addDays(step / day) : each.addSecs(step);
+        return step >= day ? each.date().addDays(step / day).startOfDay() : each.addSecs(step);
     };
     painter.setPen(palette().color(QPalette::Text));
     for (; time.toSecsSinceEpoch() <= data.to; time = next(time)) {

@@ -6,6 +6,8 @@
 #include <QImage>
 #include <QMouseEvent>
 
+#include <ctime>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -37,6 +39,28 @@ struct Servers final : BookHands {
         QApplication::sendEvent(plot(), &move);
     }
     void key(Qt::Key key) const { QTest::keyClick(plot(), key); }
+};
+
+/// The time zone of this process as long as it lives.
+class TimeZone final {
+public:
+    explicit TimeZone(const QByteArray &name) : before(qgetenv("TZ")) { take(name); }
+    ~TimeZone() { take(before); }
+    Q_DISABLE_COPY_MOVE(TimeZone)
+
+private:
+    static void take(const QByteArray &name)
+    {
+        if (name.isEmpty())
+            qunsetenv("TZ");
+        else
+            qputenv("TZ", name);
+#ifdef Q_OS_UNIX
+        tzset();
+#endif
+    }
+
+    QByteArray before;
 };
 
 int differentPixels(const QImage &one, const QImage &other)
@@ -157,6 +181,32 @@ private slots:
         it.key(Qt::Key_End);
         QTRY_VERIFY2(it.figures().contains(u"3 players, mp_toujane"), qPrintable(it.figures()));
     }
+
+#ifdef Q_OS_UNIX
+    void thereAreDaysThatDoNotBeginAtMidnight_data()
+    {
+        QTest::addColumn<int>("days");
+        for (const int days : {1, 7, 30})
+            QTest::addRow("%d days", days) << days;
+    }
+
+    // In Chile the clock was set from 00:00 to 01:00 on 6 September 2026.
+    void thereAreDaysThatDoNotBeginAtMidnight()
+    {
+        QFETCH(int, days);
+        const TimeZone chile("America/Santiago");
+        if (QDate(2026, 9, 6).startOfDay().time() == QTime(0, 0))
+            QSKIP("this system does not know that zone");
+        TimePlot plot;
+        plot.resize(400, 200);
+        PlotData data;
+        data.to = QDateTime(QDate(2026, 9, 7), QTime(12, 0)).toSecsSinceEpoch();
+        data.from = data.to - days * 86'400;
+        data.points = {{data.from, 5, -1}, {data.to, 5, -1}};
+        plot.setData(data);
+        QVERIFY(!plot.grab().isNull());
+    }
+#endif
 
     void longSilencesAreNotJoined()
     {
