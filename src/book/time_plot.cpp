@@ -54,6 +54,16 @@ struct Column {
     int last = 0;
 };
 
+/// The newest marks in words.
+QString markTexts(const QList<PlotData::Mark> &marks)
+{
+    constexpr qsizetype mostTold = 10;
+    QStringList texts;
+    for (const PlotData::Mark &mark : marks.last(std::min(marks.size(), mostTold)))
+        texts.append(shownTime(mark.time) + u' ' + mark.text);
+    return texts.isEmpty() ? QString() : u" Lines across: "_s + texts.join(u", "_s) + u'.';
+}
+
 } // namespace
 
 TimePlot::TimePlot(QWidget *parent) : QWidget(parent)
@@ -100,7 +110,8 @@ void TimePlot::tell()
         text =
             u"From %1 to %2: at least %3, at most %4, at the end %5 %6. The arrow keys go from point to point."_s.arg(
                 shownTime(data.points.first().time), shownTime(data.points.last().time), QString::number(least->value),
-                QString::number(greatest->value), QString::number(data.points.last().value), data.unit);
+                QString::number(greatest->value), QString::number(data.points.last().value), data.unit) +
+            markTexts(data.marks);
     }
     setAccessibleDescription(isEmpty() ? u"Nothing is known of this time."_s : text);
 }

@@ -142,6 +142,20 @@ private slots:
         QTRY_VERIFY2(it.figures().contains(u"at least 2, at most 6,"), qPrintable(it.figures()));
     }
 
+    void thirtyDaysAreTheMost()
+    {
+        Servers it;
+        it.populateWith(7);
+        it.pass(3 * 86'400);
+        it.populateWith(6);
+        it.pass(28 * 86'400);
+        it.populateWith(2);
+        it.find<QComboBox>("combookspan")->setCurrentIndex(1);
+        QTRY_VERIFY2(it.figures().contains(u"at least 2, at most 2,"), qPrintable(it.figures()));
+        it.find<QComboBox>("combookspan")->setCurrentIndex(2);
+        QTRY_VERIFY2(it.figures().contains(u"at least 2, at most 6,"), qPrintable(it.figures()));
+    }
+
     void anEmptyServerHasNobody()
     {
         Servers it;
@@ -172,14 +186,27 @@ private slots:
     void theMapOfTheServerIsMarkedWhenItChanges()
     {
         Servers it;
-        it.populateWith(3);
-        it.pass(600);
-        it.server.game().dvars().set(u"mapname"_s, u"mp_toujane"_s);
-        it.populateWith(3);
-        QTRY_VERIFY(it.figures().contains(u"at the end 3 players"));
+        const auto populateOn = [&it](const QString &map) {
+            it.server.game().dvars().set(u"mapname"_s, map);
+            it.populateWith(3);
+            const QString time = it.program.clock.now().toString(u"yyyy-MM-dd HH:mm"_s);
+            it.pass(600);
+            return time;
+        };
+        populateOn(u"mp_carentan"_s);
+        populateOn(u"mp_carentan"_s);
+        QTRY_VERIFY2(it.figures().contains(u"at the end 3 players"), qPrintable(it.figures()));
+        QVERIFY2(!it.figures().contains(u"mp_"), qPrintable(it.figures()));
+        const QString first = populateOn(u"mp_toujane"_s);
+        populateOn(u"mp_toujane"_s);
+        const QString second = populateOn(u"mp_carentan"_s);
+        const QString marks = u" Lines across: %1 mp_toujane, %2 mp_carentan."_s.arg(first, second);
+        QTRY_VERIFY2(it.figures().endsWith(marks), qPrintable(it.figures()));
         it.plot()->setFocus();
         it.key(Qt::Key_End);
-        QTRY_VERIFY2(it.figures().contains(u"3 players, mp_toujane"), qPrintable(it.figures()));
+        QVERIFY2(it.figures().contains(u"3 players, mp_carentan"), qPrintable(it.figures()));
+        it.key(Qt::Key_Left);
+        QVERIFY2(it.figures().contains(u"3 players, mp_toujane"), qPrintable(it.figures()));
     }
 
 #ifdef Q_OS_UNIX
@@ -249,7 +276,13 @@ private slots:
         it.button("cmdbookpng")->click();
         QImage saved;
         QVERIFY(saved.loadFromData(it.program.file(u"plot.png"_s), "PNG"));
-        QCOMPARE(saved.size(), it.plot()->size() * it.plot()->devicePixelRatioF());
+        QImage shown = it.plot()->grab().toImage();
+        QCOMPARE(saved.size(), shown.size());
+        saved.setDevicePixelRatio(1);
+        shown.setDevicePixelRatio(1);
+        QCOMPARE(
+            differentPixels(saved.convertToFormat(QImage::Format_RGB32), shown.convertToFormat(QImage::Format_RGB32)),
+            0);
         it.program.prompts.lines = {u"no/such/folder/plot.png"_s};
         it.button("cmdbookpng")->click();
         QCOMPARE(it.box().title, u"Failed to Save"_s);
