@@ -10,7 +10,9 @@
 #include <QTemporaryDir>
 
 #include <array>
+#include <barrier>
 #include <optional>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -288,6 +290,36 @@ private slots:
                  u"actions,addresses,counts,names,notes,players,servers,sightings,upkeep"_s);
         QCOMPARE(eye.ask("PRAGMA user_version"), 2);
         QCOMPARE(eye.ask("PRAGMA journal_mode"), u"wal"_s);
+    }
+
+    // None of them does it again after the other.
+    void twoProgramsMayBringItUpToDateAtOnce()
+    {
+        for (int round = 0; round < 30; ++round) {
+            const QString old = folder->filePath(u"old-%1.db"_s.arg(round));
+            {
+                OtherEye eye(old);
+                for (const char *sql : firstVersion)
+                    eye.ask(sql);
+            }
+            std::barrier together(2);
+            const auto open = [&](QString &fault) {
+                together.arrive_and_wait();
+                try {
+                    const SqlBookStore store(old);
+                    fault = store.putAside();
+                } catch (const BookFault &caught) {
+                    fault = caught.line();
+                }
+            };
+            QString first;
+            QString second;
+            std::thread other([&] { open(first); });
+            open(second);
+            other.join();
+            QCOMPARE(first, QString());
+            QCOMPARE(second, QString());
+        }
     }
 
     void aBookOfTheFirstVersionIsBroughtUpToDate()
