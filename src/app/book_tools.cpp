@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "book_tools.h"
 
+#include "attention.h"
 #include "book/ban_lines.h"
 #include "book/book_window.h"
 #include "ledger/ledger.h"
@@ -123,7 +124,7 @@ void BookTools::wireStatusBar(StatusBar &statusBar)
         flagged = text;
         showBook();
     });
-    connect(&watch, &BookWatch::flaggedcame, &window, [this] { QApplication::alert(&window); });
+    connect(&watch, &BookWatch::flaggedcame, new Attention(window), &Attention::want);
     connect(&statusBar, &StatusBar::bookclicked, this, &BookTools::mbook_Click);
 }
 

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "activation.h"
+#include "app/attention.h"
+#include "book/sql_book_store.h"
 #include "book_hands.h"
 #include "other_eye.h"
 #include "tests/players/losing_lists.h"
@@ -597,6 +599,7 @@ private slots:
             QCOMPARE(it.nextBox().title, u"Failed to Save"_s);
         }
     }
+        const QSignalSpy attention(it.program.find<Attention>({}), &Attention::wanted);
 
     void aBookThatCannotBeOpenedIsToldInBothPlaces()
     {
@@ -607,9 +610,15 @@ private slots:
         QTRY_VERIFY2(it.status("lblbook").contains(bookFile), qPrintable(it.status("lblbook")));
         QCOMPARE(it.state(), it.status("lblbook"));
         it.put({somebody(3, u"Ann"_s)});
+        QCOMPARE(attention.size(), 1);
         it.populate();
         QCOMPARE(it.column(3), QStringList{u"Ann"_s});
         QDir().rmdir(bookFile);
+        it.put({somebody(11, u"Cid"_s)});
+        it.populate();
+        it.find<QLineEdit>("txtbooksearch")->setText(u"cid"_s);
+        QTRY_COMPARE(it.players().size(), 1); // the lists are in the book
+        QCOMPARE(attention.size(), 1);
         it.populate();
         QTRY_COMPARE(it.players(), QStringList{u"Ann^7"_s});
         QTRY_COMPARE(it.status("lblbook"), QString());
