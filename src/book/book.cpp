@@ -49,6 +49,9 @@ public:
     {
         const Reply reply = isLate() ? Reply() : attempt(job);
         tell(line(), std::exchange(isAnew, false), reply);
+        // Behind what has been asked for meanwhile.
+        QMetaObject::invokeMethod(
+            this, [this] { moveLog(); }, Qt::QueuedConnection);
     }
 
     void close() { store.reset(); }
@@ -66,6 +69,15 @@ private:
         try {
             return attemptOnce(job);
         } catch (const BookFault &fault) {
+    void moveLog()
+    {
+        try {
+            if (store && !isLate())
+                store->moveLog();
+        } catch (const BookFault &) { // whoever writes next meets it
+        }
+    }
+
             if (fault.kind() != BookFault::Broken || !store)
                 return fail(fault);
         }

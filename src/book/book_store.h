@@ -33,6 +33,8 @@ public:
     [[nodiscard]] virtual quint64 commits() const = 0;
 
     /// Takes one populate; what is known of each of its players, in its order. GUID 0: by clean name and address.
+    /// Moves into the file what has gathered in its log, if that is much. No change does that by itself.
+    virtual void moveLog() = 0;
     virtual QList<KnownPlayer> feed(const BookFeed &feed) = 0;
 
     /// Those one of whose names (colour codes aside), GUID or one of whose addresses holds `text`, without regard to
