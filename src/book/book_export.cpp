@@ -36,17 +36,21 @@ QJsonObject noteObject(const BookNote &note)
 
 QJsonObject actionObject(const BookAction &action)
 {
-    return {{u"time"_s, bookTime(action.time)},
-            {u"action"_s, actionWord(action.kind)},
-            {u"server"_s, action.server},
-            {u"slot"_s, action.num},
-            {u"guid"_s, action.guid},
-            {u"name"_s, action.name},
-            {u"address"_s, action.address},
-            {u"maybe"_s, action.isMaybe},
-            {u"automatic"_s, action.isAutomatic},
-            {u"verdict"_s, action.verdict},
-            {u"reason"_s, action.reason}};
+    QJsonObject object{{u"time"_s, bookTime(action.time)},
+                       {u"action"_s, actionWord(action.kind)},
+                       {u"server"_s, action.server},
+                       {u"slot"_s, action.num},
+                       {u"guid"_s, action.guid},
+                       {u"name"_s, action.name},
+                       {u"address"_s, action.address},
+                       {u"maybe"_s, action.isMaybe},
+                       {u"automatic"_s, action.isAutomatic},
+                       {u"imported"_s, action.isImported},
+                       {u"verdict"_s, action.verdict},
+                       {u"reason"_s, action.reason}};
+    if (action.kind != BookAction::Kick)
+        object.insert(u"state"_s, banStateWord(action.state));
+    return object;
 }
 
 QJsonObject sightingObject(const BookSighting &sighting)

@@ -83,15 +83,34 @@ QListWidgetItem *newAlias(const BookAlias &alias)
 }
 
 QString actionText(const BookAction &action)
+/// What became of an action, as far as the words before do not tell it: the server's verdict and the state of a ban.
+QStringList fateOf(const BookAction &action)
+{
+    QStringList fate;
+    if (!action.verdict.isEmpty())
+        fate.append(action.verdict);
+    const bool isTold = action.state == BookBan::Temporary || action.state == BookBan::Imported;
+    if (action.kind != BookAction::Kick && !isTold)
+        fate.append(banStateWord(action.state));
+    return fate;
+}
+
 {
     QString text = shownTime(action.time) + u"  "_s + actionWord(action.kind);
     if (action.isAutomatic)
         text += u", automatic"_s;
     if (action.isMaybe)
         text += u", maybe"_s;
-    text += u" on %1, slot %2 as %3"_s.arg(action.server, action.num, action.name.left(longestText));
-    if (!action.verdict.isEmpty())
-        text += u": "_s + action.verdict;
+    if (action.isImported)
+        text += u", imported"_s;
+    if (!action.server.isEmpty())
+        text += u" on "_s + action.server;
+    if (!action.num.isEmpty())
+        text += u", slot "_s + action.num;
+    text += u" as "_s + action.name.left(longestText);
+    const QStringList fate = fateOf(action);
+    if (!fate.isEmpty())
+        text += u": "_s + fate.join(u", "_s);
     return action.reason.isEmpty() ? text : text + u" ("_s + action.reason + u')';
 }
 

@@ -180,6 +180,29 @@ private slots:
         (void)store->importBans(readBanLines("1001 Bob\n").bans, 7000);
         QCOMPARE(store->page(player).value().actions.size(), 1);
     }
+        QVERIFY(store->page(player).value().actions.first().isImported);
+        QCOMPARE(store->page(player).value().actions.first().state, BookBan::Imported);
+    }
+
+    void thePageSaysWhatBecameOfABan()
+    {
+        const qint64 player = store->feed(populate(1000, {bob})).first().player;
+        store->addAction(action(BookAction::Ban, bob));
+        store->addAction(action(BookAction::TempBan, bob));
+        const qint64 refused = store->addAction(action(BookAction::Ban, bob));
+        store->setVerdict(refused, u"no such player"_s);
+        const auto states = [&] {
+            QList<BookBan::State> all;
+            const BookPage page = store->page(player).value();
+            for (const BookAction &each : page.actions)
+                all.append(each.state);
+            return all;
+        };
+        using enum BookBan::State;
+        QCOMPARE(states(), (QList{Refused, Temporary, InForce}));
+        QVERIFY(!store->page(player).value().actions.first().isImported);
+        lift(here, u"Bob"_s);
+        QCOMPARE(states(), (QList{Refused, Temporary, Lifted}));
 
 private:
     void lift(const QString &server, const QString &name)

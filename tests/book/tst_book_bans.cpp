@@ -109,9 +109,10 @@ private slots:
     {
         QTest::addColumn<QString>("button");
         QTest::addColumn<QString>("word");
-        QTest::newRow("kick") << u"cmdplykick"_s << u"kick"_s;
-        QTest::newRow("ban") << u"cmdplyban"_s << u"ban"_s;
-        QTest::newRow("temporary ban") << u"cmdtempban"_s << u"temporary ban"_s;
+        QTest::addColumn<QString>("fate");
+        QTest::newRow("kick") << u"cmdplykick"_s << u"kick"_s << u"answered"_s;
+        QTest::newRow("ban") << u"cmdplyban"_s << u"ban"_s << u"answered, in force"_s;
+        QTest::newRow("temporary ban") << u"cmdtempban"_s << u"temporary ban"_s << u"answered"_s;
     }
 
     void everyActionStandsOnThePageOfThePlayer()
@@ -120,10 +121,11 @@ private slots:
         QFETCH(QString, word);
         BanBook it;
         const QString time = it.program.clock.now().toString(u"yyyy-MM-dd HH:mm"_s);
+        QFETCH(QString, fate);
         it.showPage(0);
         it.choosePlayer(u"Ben^7"_s);
         it.act(1, button);
-        const QString action = u"%1  %2 on %3, slot 5 as Ben^7: answered"_s.arg(time, word, it.address());
+        const QString action = u"%1  %2 on %3, slot 5 as Ben^7: %4"_s.arg(time, word, it.address(), fate);
         QTRY_COMPARE(it.list("lstbookactions"), QStringList{action});
         QVERIFY(!it.button("cmdbookreason")->isEnabled());
         it.find<QListWidget>("lstbookactions")->setCurrentRow(0);
@@ -485,3 +487,23 @@ private slots:
 
 WINDOW_TEST(BookBansTest)
 #include "tst_book_bans.moc"
+    void anImportedBanStandsOnThePageOfThePlayer()
+    {
+        BanBook it;
+        const QString time = it.program.clock.now().toString(u"yyyy-MM-dd HH:mm"_s);
+        it.program.write(u"ban.txt"_s, "100005 Ben\n");
+        it.program.prompts.lines = {u"ban.txt"_s};
+        it.button("cmdbanimport")->click();
+        QTRY_COMPARE(it.states(), QStringList{u"imported"_s});
+        it.showPage(0);
+        it.choosePlayer(u"Ben^7"_s);
+        QTRY_COMPARE(it.list("lstbookactions"), QStringList{time + u"  ban, imported as Ben"_s});
+        (void)it.server.game().execute(u"banclient 5"_s);
+        it.showPage(2);
+        it.unban();
+        QTRY_COMPARE(it.states(), QStringList{u"lifted"_s});
+        (void)it.program.prompts.takeBoxes();
+        it.showPage(0);
+        QTRY_COMPARE(it.list("lstbookactions"), QStringList{time + u"  ban, imported as Ben: lifted"_s});
+    }
+
