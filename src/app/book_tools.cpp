@@ -111,6 +111,7 @@ void BookTools::wirePage(PlayersPage &page)
             [&page](const QList<RemarkedRow> &rows) { page.showRemarks(remarks(rows)); });
 }
 
+    connect(&page, &PlayersPage::acted, &watch, &BookWatch::unfollow);
 // That something was put aside may stand there for long: whoever is there comes first.
 void BookTools::wireStatusBar(StatusBar &statusBar)
 {

@@ -55,6 +55,8 @@ public:
     void sent(const SentCopy &copy);
     void judged(const CommandVerdict &verdict) { commands.judged(verdict); }
     /// Writes into the book what happens once only. While it is locked or the disk is full it is kept, the last hundred
+    /// The command has had its time, whether it has gone out or not.
+    void unfollow(const QString &command) { commands.giveUp(command); }
     /// of such, and written as soon as something can be.
     void write(const std::function<void(BookStore &)> &work);
 

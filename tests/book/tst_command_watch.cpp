@@ -47,6 +47,20 @@ private slots:
         QCOMPARE(seen, QStringList());
     }
 
+    void oneThatWasGivenUpIsForgottenAtOnce()
+    {
+        expect(u"clientkick 5"_s, 0s);
+        watch.giveUp(u"clientkick 5"_s);
+        watch.sent(1, u"clientkick 5"_s, 0s); // typed by hand
+        watch.judged({1, u"answered"_s, true});
+        QCOMPARE(seen, QStringList());
+        expect(u"clientkick 5"_s, 1s);
+        watch.sent(2, u"clientkick 5"_s, 1s);
+        watch.giveUp(u"clientkick 5"_s); // what has gone out is followed
+        watch.judged({2, u"answered"_s, true});
+        QCOMPARE(seen, QStringList({u"sent"_s, u"answered"_s}));
+    }
+
     void aVerdictCanComeBeforeTheNewsOfTheSending()
     {
         expect(u"clientkick 5"_s, 0s);
