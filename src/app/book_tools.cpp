@@ -79,6 +79,8 @@ BookTools::BookTools(Services &services_, OtherWindows &others_, QWidget &window
 }
 
 void BookTools::wire(const Connecting &connecting, const Exchange &exchange, const Ledger &ledger, PlayersPage &page,
+    // The program may end at once after that, without taking anything down.
+    connect(qApp, &QCoreApplication::aboutToQuit, &watch, &BookWatch::end);
                      StatusBar &statusBar)
 {
     connect(&connecting, &Connecting::statechanged, &watch, [this](Connecting::State state, const QString &address) {

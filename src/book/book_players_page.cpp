@@ -11,6 +11,7 @@
 #include "book_export.h"
 #include "book_store.h"
 #include "book_text.h"
+#include "book_watch.h"
 #include "list_views.h"
 #include "player_list_model.h"
 #include "rcon/services.h"
@@ -82,7 +83,6 @@ QListWidgetItem *newAlias(const BookAlias &alias)
     return item;
 }
 
-QString actionText(const BookAction &action)
 /// What became of an action, as far as the words before do not tell it: the server's verdict and the state of a ban.
 QStringList fateOf(const BookAction &action)
 {
@@ -95,6 +95,7 @@ QStringList fateOf(const BookAction &action)
     return fate;
 }
 
+QString actionText(const BookAction &action)
 {
     QString text = shownTime(action.time) + u"  "_s + actionWord(action.kind);
     if (action.isAutomatic)
@@ -154,9 +155,10 @@ void selectNumber(QListWidget &list, qint64 number)
 
 } // namespace
 
-BookPlayersPage::BookPlayersPage(Book &book_, const Services &services_, QWidget *parent)
+BookPlayersPage::BookPlayersPage(Book &book_, BookWatch &watch_, const Services &services_, QWidget *parent)
     : QWidget(parent),
       book(book_),
+      watch(watch_),
       services(services_),
       ui(std::make_unique<Ui::BookPlayersPage>()),
       found(new PlayerListModel(this)),
@@ -282,12 +284,16 @@ void BookPlayersPage::reload()
         return;
     if (chosen == 0)
         return fill({});
-    book.ask([player = chosen](BookStore &store) { return store.page(player, mostAliases); }, this,
-             [this, player = chosen](const std::optional<BookPage> &page) {
-                 const bool isEdited = player == shown && isBeingEdited(*ui->lstbooknotes);
-                 if (player == chosen && !isEdited)
-                     fill(page);
-             });
+    book.ask(
+        [player = chosen, edition = book.edition()](BookStore &store) {
+            return store.edition() == edition ? store.page(player, mostAliases) : std::nullopt;
+        },
+        this,
+        [this, player = chosen](const std::optional<BookPage> &page) {
+            const bool isEdited = player == shown && isBeingEdited(*ui->lstbooknotes);
+            if (player == chosen && !isEdited)
+                fill(page);
+        });
 }
 
 void BookPlayersPage::fill(const std::optional<BookPage> &page)
@@ -336,9 +342,10 @@ void BookPlayersPage::fillActions(const QList<BookAction> &actions)
         return item;
     });
     selectNumber(*ui->lstbookactions, number);
-    const bool isSame = current(*ui->lstbookactions) && current(*ui->lstbookactions)->number == number;
-    if (isSame && ui->txtbookreason->hasFocus())
-        ui->txtbookreason->setText(typed); // it is being typed
+    const NumberedItem *action = current(*ui->lstbookactions);
+    const bool isBeingTyped = action && action->number == number && ui->txtbookreason->hasFocus();
+    const QString reason = action ? action->text : QString();
+    ui->txtbookreason->setText(isBeingTyped ? typed : reason);
 }
 
 void BookPlayersPage::offer()
@@ -380,7 +387,7 @@ void BookPlayersPage::clear()
 template <typename Work>
 void BookPlayersPage::change(Work work, const Then &done, const Then &failed)
 {
-    book.ask(
+    book.askThis(
         work, this,
         [this, done] {
             if (done)
@@ -422,19 +429,18 @@ void BookPlayersPage::noteEdited(const QListWidgetItem &item)
     const auto &note = static_cast<const NumberedItem &>(item);
     const qint64 now = services.clock.now().toSecsSinceEpoch();
     ui->lstbooknotes->setFocus(); // the editor goes
-    change(
-        [number = note.number, text = note.text, now](BookStore &store) {
-            if (!text.isEmpty())
-                store.changeNote(number, text, now);
-        },
-        {}, {});
+    if (note.text.isEmpty())
+        return reload();
+    watch.write(
+        [number = note.number, text = note.text, now](BookStore &store) { store.changeNote(number, text, now); },
+        book.edition());
 }
 
 void BookPlayersPage::cmdbookreason_Click()
 {
-    change([action = current(*ui->lstbookactions)->number,
-            reason = ui->txtbookreason->text().trimmed()](BookStore &store) { store.setReason(action, reason); },
-           {}, {});
+    watch.write([action = current(*ui->lstbookactions)->number,
+                 reason = ui->txtbookreason->text().trimmed()](BookStore &store) { store.setReason(action, reason); },
+                book.edition());
 }
 
 void BookPlayersPage::cmdbookforget_Click()
@@ -446,32 +452,39 @@ void BookPlayersPage::cmdbookforget_Click()
          BoxIcon::Question, BoxButtons::YesNo});
     if (answer != Answer::Yes || player != shown)
         return;
-    change([player](BookStore &store) { store.remove(player); },
-           [this, player] {
-               book.tell([](BookStore &store) { store.cleanUp(); });
-               chosen = chosen == player ? 0 : chosen;
-               emit remarkchanged(player, false, false);
-           },
-           [this, who] {
-               services.prompts.refuse(who + u" has not been forgotten.\r"_s + book.trouble(), u"Forget this player"_s);
-           });
+    change(
+        [before = watch.keptBack(), player](BookStore &store) {
+            before(store); // or it would come back
+            store.remove(player);
+        },
+        [this, player] {
+            book.tell([](BookStore &store) { store.cleanUp(); });
+            chosen = chosen == player ? 0 : chosen;
+            emit remarkchanged(player, false, false);
+        },
+        [this, who] {
+            services.prompts.refuse(who + u" has not been forgotten.\r"_s + book.trouble(), u"Forget this player"_s);
+        });
 }
 
 void BookPlayersPage::cmdbookjson_Click()
 {
     const qint64 player = shown;
+    const int edition = book.edition();
     const QString name =
         askReplacedFile(services.prompts, {u"Save file as..."_s, u"molvark_player"_s, u"json"_s, u"Save as JSON"_s});
     if (name.isEmpty())
         return;
-    book.ask([player](BookStore &store) { return store.page(player); }, this,
-             [this, name](const std::optional<BookPage> &page) {
-                 if (!page)
-                     services.prompts.refuse(u"This player is not in the book any more\rPlayer not written"_s,
-                                             u"Failed to Save"_s);
-                 else if (const std::optional<Fault> fault = replaceFile(name, pageJson(*page)))
-                     tellUnwritten(fault->number(), u"Player"_s);
-             });
+    book.ask(
+        [player, edition](BookStore &store) { return store.edition() == edition ? store.page(player) : std::nullopt; },
+        this,
+        [this, name](const std::optional<BookPage> &page) {
+            if (!page)
+                services.prompts.refuse(u"This player is not in the book any more\rPlayer not written"_s,
+                                        u"Failed to Save"_s);
+            else if (const std::optional<Fault> fault = replaceFile(name, pageJson(*page)))
+                tellUnwritten(fault->number(), u"Player"_s);
+        });
 }
 
 void BookPlayersPage::cmdbookcsv_Click()

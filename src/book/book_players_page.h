@@ -11,6 +11,7 @@
 #include <optional>
 
 class Book;
+class BookWatch;
 class PlayerListModel;
 class QListWidgetItem;
 struct Services;
@@ -24,7 +25,7 @@ class BookPlayersPage final : public QWidget {
     Q_OBJECT
 
 public:
-    BookPlayersPage(Book &book_, const Services &services_, QWidget *parent = nullptr);
+    BookPlayersPage(Book &book_, BookWatch &watch_, const Services &services_, QWidget *parent = nullptr);
     ~BookPlayersPage() override;
 
     /// Searches anew; who is chosen stays chosen.
@@ -70,6 +71,7 @@ private:
     void tellUnwritten(int error, const QString &what);
 
     Book &book;
+    BookWatch &watch;
     const Services &services;
     std::unique_ptr<Ui::BookPlayersPage> ui;
     PlayerListModel *found;

@@ -152,7 +152,7 @@ private slots:
         QCOMPARE(size.players, 1);
     }
 
-    // Nothing is told before five seconds are over, and something before ten are.
+    // Five seconds are waited, and something is told before ten are over.
     void aLockedBookIsToldAndUsedAgainAfterwards()
     {
         {
@@ -167,7 +167,7 @@ private slots:
             time.start();
             book.open(90);
             QTRY_VERIFY_WITH_TIMEOUT(!book.trouble().isEmpty(), 10'000);
-            QVERIFY(time.elapsed() < 10'000);
+            QVERIFY2(time.elapsed() >= 5000 && time.elapsed() < 10'000, qPrintable(QString::number(time.elapsed())));
             QVERIFY(book.trouble().contains(bookName));
             QVERIFY(book.trouble().contains(u"locked"_s));
             QVERIFY(book.isOpen());
@@ -355,6 +355,39 @@ private slots:
     }
 #endif
 
+#ifndef Q_OS_WIN
+    void oldNumbersMeanNothingInAnotherBook()
+    {
+        {
+            SqlBookStore original(u"original.db"_s);
+            original.feed(populate(now(), {alice}));
+        }
+        Book book;
+        book.open(90);
+        book.tell([](BookStore &store) { store.feed(populate(now(), {bob})); });
+        QVERIFY(isThrough(book));
+        const int first = book.edition();
+        QVERIFY(first > 0);
+        QVERIFY(QFile::remove(bookName) && QFile::rename(u"original.db"_s, bookName));
+        QStringList order;
+        QObject::connect(&book, &Book::begunanew, this, [&] { order.append(u"begun anew"_s); });
+        book.askThis([](BookStore &store) { store.remove(1); }, this, [&] { order.append(u"done"_s); },
+                     [&] { order.append(u"failed: "_s + book.trouble()); });
+        QVERIFY(isThrough(book));
+        QCOMPARE(order.size(), 2);
+        QCOMPARE(order.first(), u"begun anew"_s);
+        QVERIFY2(order.last().startsWith(u"failed: The player book (molvark-players.db) is another one now"),
+                 qPrintable(order.last()));
+        QCOMPARE(playersIn(bookName), 1);
+        QVERIFY(book.edition() != first);
+        book.askThis([](BookStore &store) { store.remove(1); }, this, [&] { order.append(u"done"_s); });
+        QVERIFY(isThrough(book));
+        QCOMPARE(order.last(), u"done"_s);
+        QCOMPARE(book.trouble(), QString());
+        QCOMPARE(playersIn(bookName), 0);
+    }
+#endif
+
     void switchingItOffAndOnAndOffDoesNotHoldTheWindowUp()
     {
         QSemaphore first;
@@ -370,12 +403,12 @@ private slots:
         book.open(90);
         QVERIFY(isThrough(book));
         book.tell(waitingFor(first));
+        QElapsedTimer time;
+        time.start();
         book.close();
         book.open(90);
         book.tell(waitingFor(second));
         book.close();
-        QElapsedTimer time;
-        time.start();
         first.release();
         (void)QTest::qWaitFor([&] { return begun.load() == 2; });
         QCoreApplication::processEvents(); // the news that it was closed the first time
@@ -414,22 +447,6 @@ private slots:
     }
 
 private:
-#ifdef Q_OS_LINUX
-    [[nodiscard]] static bool hasThread()
-    {
-        const QDir threads(u"/proc/self/task"_s);
-        const QStringList all = threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-        return std::ranges::any_of(
-            all, [&](const QString &each) { return bytesOf(threads.filePath(each + u"/comm"_s)) == "book\n"; });
-    }
-#endif
-
-    std::unique_ptr<QTemporaryDir> folder;
-    QString before;
-};
-
-GUILESS_TEST(BookTest)
-#include "tst_book.moc"
     /// Changes one byte of an index, so that the book looks whole as long as the index is not compared with its table.
     static bool spoilIndex()
     {
@@ -447,3 +464,19 @@ GUILESS_TEST(BookTest)
         }
         return false;
     }
+#ifdef Q_OS_LINUX
+    [[nodiscard]] static bool hasThread()
+    {
+        const QDir threads(u"/proc/self/task"_s);
+        const QStringList all = threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        return std::ranges::any_of(
+            all, [&](const QString &each) { return bytesOf(threads.filePath(each + u"/comm"_s)) == "book\n"; });
+    }
+#endif
+
+    std::unique_ptr<QTemporaryDir> folder;
+    QString before;
+};
+
+GUILESS_TEST(BookTest)
+#include "tst_book.moc"
