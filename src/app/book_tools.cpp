@@ -55,6 +55,9 @@ CommandVerdict bookVerdict(const LedgerEntry &entry)
     const bool refusesGuid = isGood(told) && entry.reply.contains("GUID is 0"_L1, Qt::CaseInsensitive);
     if (refusesGuid && entry.command.contains("ban"_L1, Qt::CaseInsensitive))
         return {entry.number, guidZeroVerdict, false};
+    // An earlier copy may have thrown him out, and its answer have been lost: then he is not there for the next one.
+    if (told == Verdict::NoSuchPlayer && entry.copies > 1)
+        return {entry.number, verdictWord(told) + u" (sent %1 times)"_s.arg(entry.copies), false};
     return {entry.number, verdictWord(isLate && isGood(told) ? entry.verdict : told), isGood(told)};
 }
 
@@ -76,11 +79,11 @@ BookTools::BookTools(Services &services_, OtherWindows &others_, QWidget &window
       kept(services_.ini, services_.prompts),
       watch(kept.book(), services_.clock)
 {
+    // The program may end at once after that, without taking anything down.
+    connect(qApp, &QCoreApplication::aboutToQuit, &watch, &BookWatch::end);
 }
 
 void BookTools::wire(const Connecting &connecting, const Exchange &exchange, const Ledger &ledger, PlayersPage &page,
-    // The program may end at once after that, without taking anything down.
-    connect(qApp, &QCoreApplication::aboutToQuit, &watch, &BookWatch::end);
                      StatusBar &statusBar)
 {
     connect(&connecting, &Connecting::statechanged, &watch, [this](Connecting::State state, const QString &address) {
@@ -108,12 +111,12 @@ void BookTools::wirePage(PlayersPage &page)
             [this](const QString &command, const WantedPlayer &counted, const WantedPlayer &player) {
                 watch.kicking(command, listed(counted), listed(player));
             });
+    connect(&page, &PlayersPage::acted, &watch, &BookWatch::unfollow);
     connect(&page, &PlayersPage::whowanted, this, &BookTools::lookUp);
     connect(&watch, &BookWatch::remarked, &page,
             [&page](const QList<RemarkedRow> &rows) { page.showRemarks(remarks(rows)); });
 }
 
-    connect(&page, &PlayersPage::acted, &watch, &BookWatch::unfollow);
 // That something was put aside may stand there for long: whoever is there comes first.
 void BookTools::wireStatusBar(StatusBar &statusBar)
 {

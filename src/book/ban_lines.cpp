@@ -42,7 +42,7 @@ std::optional<BookBan> readLine(QByteArrayView line)
 
 bool isRefusal(const QString &verdict)
 {
-    constexpr std::array refusals{"password refused"_L1, "unknown command"_L1, "no such player"_L1, "usage"_L1,
+    constexpr std::array refusals{"password refused"_L1, "unknown command"_L1, nobodyVerdict, "usage"_L1,
                                   guidZeroVerdict};
     return std::ranges::find(refusals, verdict) != refusals.end();
 }
@@ -83,15 +83,12 @@ QPair<QString, QString> keyOfBan(const BookBan &ban)
 
 QList<BookBan> bansLiftedWith(const QList<BookBan> &bans, const QString &server, const QString &name)
 {
-    const QString wanted = foldedText(cleanName(name));
-    const QString asItIs = foldedText(name); // that of an imported one
+    const QString wanted = foldedText(name);
     QList<BookBan> lifted;
     for (const BookBan &ban : bans) {
         const bool isThere =
             isSameServer(ban.server, server) || (ban.server.isEmpty() && ban.state == BookBan::Imported);
-        const QString found = keyOfBan(ban).second;
-        const bool isNamed = found == wanted || (found == asItIs && ban.state == BookBan::Imported);
-        if (isInBanFile(ban) && isThere && isNamed)
+        if (isInBanFile(ban) && isThere && keyOfBan(ban).second == wanted)
             lifted.append(ban);
     }
     return lifted;

@@ -33,11 +33,15 @@ QString cleanName(const QString &name)
     return withoutControls(stripcolour(name)).trimmed();
 }
 
-QString shownName(const QString &name)
+QString cutName(const QString &name)
 {
     constexpr qsizetype longest = 64; // characters; the game has none of more than 32
-    const QString clean = cleanName(name);
-    return clean.size() <= longest ? clean : clean.left(longest) + u"..."_s;
+    return name.size() <= longest ? name : name.left(longest) + u"..."_s;
+}
+
+QString shownName(const QString &name)
+{
+    return cutName(cleanName(name));
 }
 
 QString foldedText(const QString &text)

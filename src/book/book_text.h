@@ -13,7 +13,10 @@
 /// A name as a server's ban file has it: without colour codes, control characters and blanks at its ends.
 [[nodiscard]] QString cleanName(const QString &name);
 
-/// The same for a line or a box, cut where a player's name would not end.
+/// A text for a line or a box, cut where a player's name would not end.
+[[nodiscard]] QString cutName(const QString &name);
+
+/// The clean name, cut likewise.
 [[nodiscard]] QString shownName(const QString &name);
 
 /// Without control characters and without the difference between upper and lower case in any script.
