@@ -5,6 +5,7 @@
 #include "ban_lines.h"
 #include "ban_list_model.h"
 #include "base/clock.h"
+#include "base/list_views.h"
 #include "base/prompts.h"
 #include "base/replaced_file.h"
 #include "base/system_error.h"
@@ -12,13 +13,13 @@
 #include "book_store.h"
 #include "book_text.h"
 #include "book_watch.h"
-#include "list_views.h"
 #include "rcon/conversation.h"
 #include "rcon/services.h"
+#include "settings/whole_file.h"
 #include "shown_time.h"
 #include "unban_command.h"
 
-#include <QFile>
+#include <QFileInfo>
 #include <QPointer>
 #include <QScopedValueRollback>
 
@@ -269,17 +270,15 @@ void BookBansPage::cmdbanimport_Click()
         return;
     const QString title = u"Import bans"_s;
     const QString failed = u"Error reading file, err %1\rNothing imported"_s;
-    if (const std::optional<Fault> fault = faultOfNoFile(name))
-        return services.prompts.refuse(failed.arg(fault->number()), title);
-    QFile file(name);
-    clearSystemError();
-    const bool isThere = file.open(QIODevice::ReadOnly);
-    const QByteArray bytes = isThere ? file.read(largestFile + 1) : QByteArray();
-    if (!isThere || file.error() != QFileDevice::NoError)
-        return services.prompts.refuse(failed.arg(lastSystemError(file.errorString()).number()), title);
-    if (bytes.size() > largestFile)
+    const QFileInfo info(name);
+    if (info.isFile() && info.size() > largestFile)
         return services.prompts.refuse(
             u"This file is larger than 1 MB, and no server's list of bans\rNothing imported"_s, title);
+    QByteArray bytes;
+    const std::optional<Fault> fault =
+        info.exists() ? readWholeFile(name, largestFile, bytes) : systemFault(std::errc::no_such_file_or_directory);
+    if (fault)
+        return services.prompts.refuse(failed.arg(fault->number()), title);
     importBans(bytes);
 }
 
@@ -313,7 +312,6 @@ void BookBansPage::cmdbanexport_Click()
     book.ask([](BookStore &store) { return banLines(store.bans()); }, this,
              [this, name](const QByteArray &lines) {
                  if (const std::optional<Fault> fault = replaceFile(name, lines))
-                     services.prompts.refuse(u"Error writing file, err %1\rBans not written"_s.arg(fault->number()),
-                                             u"Failed to Save"_s);
+                     tellUnwritten(services.prompts, *fault, u"Bans not written"_s);
              });
 }

@@ -86,16 +86,6 @@ QByteArray pageJson(const BookPage &page)
     return QJsonDocument(object).toJson();
 }
 
-QByteArray tableCsv(const QList<QStringList> &rows)
-{
-    QByteArray lines;
-    for (QStringList row : rows) {
-        row.replaceInStrings(u"\""_s, u"\"\""_s);
-        lines += '"' + row.join(u"\",\""_s).toUtf8() + "\"\r\n";
-    }
-    return lines;
-}
-
 QString bookTime(qint64 time)
 {
     return QDateTime::fromSecsSinceEpoch(time, Qt::UTC).toString(Qt::ISODate);

@@ -3,7 +3,6 @@
 
 #include <QByteArrayList>
 #include <QString>
-#include <QStringList>
 
 /// What can be known of the book's file without opening it as a database, which could write to it.
 enum class BookFileKind {

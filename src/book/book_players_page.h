@@ -11,6 +11,7 @@
 #include <optional>
 
 class Book;
+class BookStore;
 class BookWatch;
 class PlayerListModel;
 class QListWidgetItem;
@@ -51,7 +52,9 @@ private:
     void showFound(const QList<BookPlayer> &players, int wanted);
     void selectChosen();
     void choose(qint64 player);
-    void fill(const std::optional<BookPage> &page);
+    struct Shown;
+    [[nodiscard]] static Shown shownOf(const BookStore &store, int edition, qint64 player);
+    void fill(const Shown &all);
     void fillNotes(const QList<BookNote> &notes);
     void fillActions(const QList<BookAction> &actions);
     void offer();
@@ -68,7 +71,6 @@ private:
     void cmdbookforget_Click();
     void cmdbookjson_Click();
     void cmdbookcsv_Click();
-    void tellUnwritten(int error, const QString &what);
 
     Book &book;
     BookWatch &watch;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QList>
-#include <QMetaType>
 #include <QString>
 
 /// What goes into the player book and what comes out of it. Times are in seconds since 1970, UTC. Names are as the
@@ -34,7 +33,6 @@ struct KnownPlayer {
     qint64 player = 0; ///< his number in the book
     QString guid;      ///< as in the feed
     QString name;      ///< the same
-    QString address;   ///< without the port
     bool hasNote = false;
     bool isFlagged = false;
     bool hasCome = false; ///< a visit of his begins

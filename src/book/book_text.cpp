@@ -3,8 +3,6 @@
 
 #include "base/colour_codes.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -16,17 +14,6 @@ QString withoutControls(QString text)
 }
 
 } // namespace
-
-bool isNobodysGuid(const QString &guid)
-{
-    return std::ranges::all_of(guid.trimmed(), [](QChar each) { return each == u'0' || each == u'-'; });
-}
-
-bool isGuid(QStringView text)
-{
-    const QStringView digits = text.startsWith(u'-') ? text.sliced(1) : text;
-    return !digits.isEmpty() && std::ranges::all_of(digits, [](QChar each) { return each >= u'0' && each <= u'9'; });
-}
 
 QString cleanName(const QString &name)
 {

@@ -2,13 +2,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringView>
-
-/// Whether many have this GUID: it is 0, or there is none.
-[[nodiscard]] bool isNobodysGuid(const QString &guid);
-
-/// Whether it is the number of somebody, or 0: digits, perhaps with a minus before them.
-[[nodiscard]] bool isGuid(QStringView text);
 
 /// A name as a server's ban file has it: without colour codes, control characters and blanks at its ends.
 [[nodiscard]] QString cleanName(const QString &name);

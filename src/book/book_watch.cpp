@@ -2,6 +2,7 @@
 #include "book_watch.h"
 
 #include "base/clock.h"
+#include "base/guid.h"
 #include "book.h"
 #include "book_store.h"
 #include "book_text.h"

@@ -172,12 +172,6 @@ private slots:
         QVERIFY(read.value("keptByName"_L1).isUndefined());
         QCOMPARE(read.value("addresses"_L1).toArray().size(), 0);
     }
-
-    void aTableIsWrittenAsCsv()
-    {
-        QCOMPARE(tableCsv({{u"Player"_s, u"Names"_s}, {u"a \"b\", c"_s, u"Ä"_s}, {u"two\nlines"_s, {}}}),
-                 "\"Player\",\"Names\"\r\n\"a \"\"b\"\", c\",\"\xC3\x84\"\r\n\"two\nlines\",\"\"\r\n"_ba);
-    }
 };
 
 GUILESS_TEST(BanLinesTest)
