@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "book/ban_lines.h"
 #include "book/sql_book_store.h"
+#include "book_folder.h"
 #include "evening.h"
 #include "test_class.h"
-
-#include <QRegularExpression>
-#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -43,11 +41,14 @@ class BanBookTest final : public QObject {
 private slots:
     void init()
     {
-        QTest::failOnWarning(QRegularExpression(u".*"_s));
-        folder = std::make_unique<QTemporaryDir>();
-        store = std::make_unique<SqlBookStore>(folder->filePath(u"molvark-players.db"_s));
+        folder = std::make_unique<BookFolder>();
+        store = std::make_unique<SqlBookStore>(folder->book());
     }
-    void cleanup() { store.reset(); }
+    void cleanup()
+    {
+        store.reset();
+        folder.reset();
+    }
 
     void actionsAreOnThePlayersPage()
     {
@@ -214,7 +215,7 @@ private:
         store->lift(actions);
     }
 
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<BookFolder> folder;
     std::unique_ptr<SqlBookStore> store;
 };
 

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "book/book.h"
 #include "book/sql_book_store.h"
+#include "book_folder.h"
 #include "evening.h"
 #include "other_eye.h"
 #include "test_class.h"
 
 #include <QElapsedTimer>
-#include <QRegularExpression>
 #include <QSemaphore>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QThread>
 
 #include <atomic>
@@ -45,14 +44,8 @@ class BookTest final : public QObject {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        QTest::failOnWarning(QRegularExpression(u".*"_s));
-        folder = std::make_unique<QTemporaryDir>();
-        before = QDir::currentPath();
-        QVERIFY(QDir::setCurrent(folder->path()));
-    }
-    void cleanup() { QDir::setCurrent(before); }
+    void init() { folder = std::make_unique<BookFolder>(); }
+    void cleanup() { folder.reset(); }
 
 #ifdef Q_OS_LINUX
     void switchedOffThereIsNothing()
@@ -474,8 +467,7 @@ private:
     }
 #endif
 
-    std::unique_ptr<QTemporaryDir> folder;
-    QString before;
+    std::unique_ptr<BookFolder> folder;
 };
 
 GUILESS_TEST(BookTest)

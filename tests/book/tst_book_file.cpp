@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "book/book_fault.h"
 #include "book/sql_book_store.h"
+#include "book_folder.h"
 #include "evening.h"
 #include "other_eye.h"
 #include "test_class.h"
 
 #include <QDir>
-#include <QRegularExpression>
-#include <QTemporaryDir>
 
 #include <array>
 #include <barrier>
@@ -65,10 +64,10 @@ class BookFileTest final : public QObject {
 private slots:
     void init()
     {
-        QTest::failOnWarning(QRegularExpression(u".*"_s));
-        folder = std::make_unique<QTemporaryDir>();
-        path = folder->filePath(u"molvark-players.db"_s);
+        folder = std::make_unique<BookFolder>();
+        path = folder->book();
     }
+    void cleanup() { folder.reset(); }
 
     void whatIsNoBookIsPutAsideByteForByte_data()
     {
@@ -371,7 +370,7 @@ private:
         failTest(u"the book was opened"_s);
     }
 
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<BookFolder> folder;
     QString path;
 };
 
