@@ -16,7 +16,7 @@ namespace {
 
 constexpr int players = 20'000;
 constexpr int sightings = 1'000'000;
-constexpr int rowsOfList = 100; // that are shown first
+constexpr int rowsOfList = 200; // that are asked for at once
 constexpr int evening = 64;     // players in a populate
 constexpr int rounds = 101;
 constexpr qint64 begin = 1'700'000'000;
@@ -52,8 +52,10 @@ BookFeed feedOf(qint64 time, int first, int count, int variant)
 void fill(BookStore &store)
 {
     constexpr int count = 500; // 311 and 20,000 have no common divisor: they are different
-    for (int feed = 0; feed < sightings / count; ++feed)
+    for (int feed = 0; feed < sightings / count; ++feed) {
         store.feed(feedOf(begin + feed * 300LL, feed * 13, count, feed % 3));
+        store.moveLog();
+    }
 }
 
 template <typename Action>
@@ -76,13 +78,15 @@ bool searching(const BookStore &store, const char *what, const QString &text)
 bool feeding(BookStore &store)
 {
     QList<double> times;
+    QList<double> moves;
     for (int round = 0; round < rounds; ++round) {
         const BookFeed feed = feedOf(begin + sightings + round * 300LL, round * 64, evening, round % 3);
         times.append(milliseconds([&] { store.feed(feed); }));
+        moves.append(milliseconds([&] { store.moveLog(); }));
     }
-    const bool kept = row("a populate of 64 players taken in", median(times), 10, " ms");
-    return row("the longest of 101 of them, which moves the log into the file", *std::ranges::max_element(times), 1000,
-               " ms") &&
+    bool kept = row("a populate of 64 players taken in", median(times), 10, " ms");
+    kept &= row("the longest of 101 of them", *std::ranges::max_element(times), 10, " ms");
+    return row("the log moved into the file, behind one of them", *std::ranges::max_element(moves), 1000, " ms") &&
            kept;
 }
 
@@ -103,13 +107,16 @@ int main(int argc, char *argv[])
     SqlBookStore store(path);
     file = static_cast<double>(store.size().bytes) / 1048576;
     kept &= row("its file", file, 100, " MiB");
-    kept &= searching(store, "its first 100 rows, nothing typed", {});
+    kept &= searching(store, "its first 200 rows, nothing typed", {});
     kept &= searching(store, "those with one character in a name", u"w"_s);
     kept &= searching(store, "those with a part of a name beyond ASCII", u"TÄNZ"_s);
     kept &= searching(store, "those with a part of an address", u"20.7.9"_s);
     kept &= searching(store, "nobody found", u"no such player"_s);
     kept &= feeding(store);
-    kept &= row("a player forgotten, the file written anew",
-                milliseconds([&] { store.forget(store.search({}, 0, 1).first().player); }), 20'000, " ms");
+    kept &= row("a player forgotten, the file written anew", milliseconds([&] {
+                    store.remove(store.search({}, 0, 1).first().player);
+                    store.cleanUp();
+                }),
+                20'000, " ms");
     return kept ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "book_tools.h"
 
+#include "attention.h"
 #include "book/ban_lines.h"
 #include "book/book_window.h"
 #include "ledger/ledger.h"
@@ -54,6 +55,9 @@ CommandVerdict bookVerdict(const LedgerEntry &entry)
     const bool refusesGuid = isGood(told) && entry.reply.contains("GUID is 0"_L1, Qt::CaseInsensitive);
     if (refusesGuid && entry.command.contains("ban"_L1, Qt::CaseInsensitive))
         return {entry.number, guidZeroVerdict, false};
+    // An earlier copy may have thrown him out, and its answer have been lost: then he is not there for the next one.
+    if (told == Verdict::NoSuchPlayer && entry.copies > 1)
+        return {entry.number, verdictWord(told) + u" (sent %1 times)"_s.arg(entry.copies), false};
     return {entry.number, verdictWord(isLate && isGood(told) ? entry.verdict : told), isGood(told)};
 }
 
@@ -75,6 +79,8 @@ BookTools::BookTools(Services &services_, OtherWindows &others_, QWidget &window
       kept(services_.ini, services_.prompts),
       watch(kept.book(), services_.clock)
 {
+    // The program may end at once after that, without taking anything down.
+    connect(qApp, &QCoreApplication::aboutToQuit, &watch, &BookWatch::end);
 }
 
 void BookTools::wire(const Connecting &connecting, const Exchange &exchange, const Ledger &ledger, PlayersPage &page,
@@ -105,6 +111,7 @@ void BookTools::wirePage(PlayersPage &page)
             [this](const QString &command, const WantedPlayer &counted, const WantedPlayer &player) {
                 watch.kicking(command, listed(counted), listed(player));
             });
+    connect(&page, &PlayersPage::acted, &watch, &BookWatch::unfollow);
     connect(&page, &PlayersPage::whowanted, this, &BookTools::lookUp);
     connect(&watch, &BookWatch::remarked, &page,
             [&page](const QList<RemarkedRow> &rows) { page.showRemarks(remarks(rows)); });
@@ -123,7 +130,7 @@ void BookTools::wireStatusBar(StatusBar &statusBar)
         flagged = text;
         showBook();
     });
-    connect(&watch, &BookWatch::flaggedcame, &window, [this] { QApplication::alert(&window); });
+    connect(&watch, &BookWatch::flaggedcame, new Attention(window), &Attention::want);
     connect(&statusBar, &StatusBar::bookclicked, this, &BookTools::mbook_Click);
 }
 

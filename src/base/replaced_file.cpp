@@ -39,6 +39,11 @@ std::optional<Fault> replaceFile(const QString &name, const QByteArray &bytes)
     return {};
 }
 
+void tellUnwritten(Prompts &prompts, const Fault &fault, const QString &what)
+{
+    prompts.refuse(u"Error writing file, err %1\r"_s.arg(fault.number()) + what, u"Failed to Save"_s);
+}
+
 std::optional<Fault> replaceTable(const QString &name, const QString &text)
 {
     const QByteArray byteOrderMark = "\xEF\xBB\xBF"; // or some tables take the letters for others

@@ -26,5 +26,7 @@ struct FileQuestion {
 /// Replaces the file, or makes it, as a whole; an old one is left as it is when that fails, which is then what comes
 /// back.
 [[nodiscard]] std::optional<Fault> replaceFile(const QString &name, const QByteArray &bytes);
+/// The box of a file that could not be written; `what` says what comes of that, "List not written".
+void tellUnwritten(Prompts &prompts, const Fault &fault, const QString &what);
 /// A table in text that every other program takes for UTF-8.
 [[nodiscard]] std::optional<Fault> replaceTable(const QString &name, const QString &text);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ban_lines.h"
 
+#include "base/guid.h"
 #include "base/wire_text.h"
 #include "book_text.h"
 
@@ -17,24 +18,24 @@ namespace {
 constexpr qsizetype longestLine = 1000; // bytes
 constexpr qsizetype longestGuid = 20;   // digits of the largest number of 64 bits
 
-bool isGuid(QByteArrayView text)
+/// Whether a server can have banned it.
+bool isBanned(const QString &guid)
 {
-    const QByteArrayView digits = text.startsWith('-') ? text.sliced(1) : text;
-    return !digits.isEmpty() && digits.size() <= longestGuid &&
-           std::ranges::all_of(digits, [](char each) { return each >= '0' && each <= '9'; }) &&
-           std::ranges::any_of(digits, [](char each) { return each != '0'; });
+    const qsizetype digits = guid.size() - (guid.startsWith(u'-') ? 1 : 0);
+    return isGuid(guid) && digits <= longestGuid && !isNobodysGuid(guid);
 }
 
 std::optional<BookBan> readLine(QByteArrayView line)
 {
     const qsizetype blank = line.indexOf(' ');
-    if (line.size() > longestLine || blank < 0 || !isGuid(line.first(blank)))
+    const QString guid = QString::fromLatin1(line.first(std::max(blank, qsizetype{0})));
+    if (line.size() > longestLine || !isBanned(guid))
         return std::nullopt;
     const QString name = fromAnsi(line.sliced(blank + 1).toByteArray()).trimmed();
     if (std::ranges::any_of(name, [](QChar each) { return each.category() == QChar::Other_Control; }))
         return std::nullopt;
     BookBan ban;
-    ban.guid = QString::fromLatin1(line.first(blank));
+    ban.guid = guid;
     ban.name = name;
     ban.state = BookBan::Imported;
     return ban;
@@ -42,7 +43,7 @@ std::optional<BookBan> readLine(QByteArrayView line)
 
 bool isRefusal(const QString &verdict)
 {
-    constexpr std::array refusals{"password refused"_L1, "unknown command"_L1, "no such player"_L1, "usage"_L1,
+    constexpr std::array refusals{"password refused"_L1, "unknown command"_L1, nobodyVerdict, "usage"_L1,
                                   guidZeroVerdict};
     return std::ranges::find(refusals, verdict) != refusals.end();
 }
@@ -83,15 +84,12 @@ QPair<QString, QString> keyOfBan(const BookBan &ban)
 
 QList<BookBan> bansLiftedWith(const QList<BookBan> &bans, const QString &server, const QString &name)
 {
-    const QString wanted = foldedText(cleanName(name));
-    const QString asItIs = foldedText(name); // that of an imported one
+    const QString wanted = foldedText(name);
     QList<BookBan> lifted;
     for (const BookBan &ban : bans) {
         const bool isThere =
             isSameServer(ban.server, server) || (ban.server.isEmpty() && ban.state == BookBan::Imported);
-        const QString found = keyOfBan(ban).second;
-        const bool isNamed = found == wanted || (found == asItIs && ban.state == BookBan::Imported);
-        if (isInBanFile(ban) && isThere && isNamed)
+        if (isInBanFile(ban) && isThere && keyOfBan(ban).second == wanted)
             lifted.append(ban);
     }
     return lifted;

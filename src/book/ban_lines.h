@@ -18,6 +18,9 @@ struct BanFacts {
 
 /// What stands for the ledger's word when a server has answered that it bans no GUID 0.
 inline constexpr QLatin1StringView guidZeroVerdict("answered: GUID is 0");
+/// The ledger's word on a command that finds nobody of that number or name. The book counts an action as refused for it
+/// when it was sent once alone: of one that was sent again an earlier copy may have been carried out.
+inline constexpr QLatin1StringView nobodyVerdict("no such player");
 
 /// A ban is refused when the server said so, and for GUID 0, which none can ban. It is in force until that is known,
 /// and also when nobody answered: then the server may have it, and whoever looks for a ban to lift must find it.
@@ -36,8 +39,8 @@ inline constexpr QLatin1StringView guidZeroVerdict("answered: GUID is 0");
 /// By which two bans are the same line of a ban file: GUID and clean name, without regard to case.
 [[nodiscard]] QPair<QString, QString> keyOfBan(const BookBan &ban);
 
-/// Those of `bans` that "unbanUser NAME" lifts on a server: the ones in its ban file with that clean name, without
-/// regard to case. Of an imported one without a server it is not known where it was made; it is among them.
+/// Those of `bans` that "unbanUser NAME" lifts on a server: the ones with that name in its ban file, without regard to
+/// case. Of an imported one without a server it is not known where it was made; it is among them.
 [[nodiscard]] QList<BookBan> bansLiftedWith(const QList<BookBan> &bans, const QString &server, const QString &name);
 
 /// What was read from a server's ban file.

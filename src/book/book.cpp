@@ -19,6 +19,9 @@ namespace {
 
 constexpr auto longestEnd = 3s; // that the program waits for the book when it ends
 
+const QString bookName = u"molvark-players.db"_s;
+std::atomic<int> editions = 0;
+
 QString putAsideLine(const QString &aside)
 {
     return u"molvark-players.db was broken, or no player book: it is kept as %1, and a new one was begun."_s.arg(aside);
@@ -32,7 +35,7 @@ public:
     using Clock = std::chrono::steady_clock;
     using Reply = std::function<void()>;
     using Job = std::function<Reply(BookStore &)>;
-    using Tell = std::function<void(const QString &trouble, bool isAnew, const Reply &reply)>;
+    using Tell = std::function<void(const QString &trouble, int edition, const Reply &reply)>;
 
     void open(const QString &path_, int days_)
     {
@@ -43,15 +46,22 @@ public:
         (void)attempt([](BookStore &) -> Reply { return {}; });
     }
 
-    /// Does it; `tell` gets what is wrong with the book since then, whether it is another one than before, and what is
-    /// to be done afterwards, which is nothing when it has failed.
+    /// Does it; `tell` gets what is wrong with the book since then, its edition, which is 0 when it is not open, and
+    /// what is to be done afterwards, which is nothing when it has failed.
     void work(const Job &job, const Tell &tell)
     {
         const Reply reply = isLate() ? Reply() : attempt(job);
-        tell(line(), std::exchange(isAnew, false), reply);
+        tell(line(), edition, reply);
+        // Behind what has been asked for meanwhile.
+        QMetaObject::invokeMethod(
+            this, [this] { moveLog(); }, Qt::QueuedConnection);
     }
 
-    void close() { store.reset(); }
+    void close()
+    {
+        store.reset();
+        edition = 0;
+    }
 
     [[nodiscard]] QString line() const { return trouble.isEmpty() ? notice : trouble; }
 
@@ -59,6 +69,15 @@ public:
     void hurry(Clock::time_point end) { latest = end.time_since_epoch().count(); }
 
 private:
+    void moveLog()
+    {
+        try {
+            if (store && !isLate())
+                store->moveLog();
+        } catch (const BookFault &) { // whoever writes next meets it
+        }
+    }
+
     [[nodiscard]] bool isLate() const { return Clock::now().time_since_epoch().count() > latest; }
 
     Reply attempt(const Job &job)
@@ -83,8 +102,7 @@ private:
     {
         if (store && !store->isThere()) {
             store->takeLeave();
-            store.reset();
-            isAnew = true;
+            close();
         }
         const bool isNew = !store;
         if (isNew)
@@ -101,10 +119,12 @@ private:
         const qint64 oldest = QDateTime::currentSecsSinceEpoch() - days * secondsOfDay;
         store = openBookStore(
             path, oldest, [this](qint64 waited) { return isPatient(waited); }, doubt);
-        if (store->putAside().isEmpty())
-            return;
-        isAnew = true;
-        notice = putAsideLine(store->putAside());
+        const bool isAnew = !store->putAside().isEmpty();
+        if (isAnew)
+            notice = putAsideLine(store->putAside());
+        if (isAnew || edition == 0)
+            edition = ++editions;
+        store->setEdition(edition);
     }
 
     // Who waits behind a lock is not to wait for it again and again.
@@ -116,6 +136,8 @@ private:
     Reply fail(const BookFault &fault)
     {
         trouble = fault.line();
+        if (!store)
+            edition = 0; // nobody knows what will be there
         return {};
     }
 
@@ -124,13 +146,18 @@ private:
     int days = 0;
     QString trouble; ///< that lasts until something has been written again
     QString notice;  ///< that lasts until it is closed
-    bool isAnew = false;
+    int edition = 0; ///< of what is open
     std::atomic<Clock::rep> latest = Clock::time_point::max().time_since_epoch().count();
 };
 
 Book::Book(QObject *parent) : QObject(parent) {}
 
 Book::~Book()
+{
+    end();
+}
+
+void Book::end()
 {
     if (worker)
         worker->hurry(BookWorker::Clock::now() + longestEnd);
@@ -149,7 +176,8 @@ void Book::open(int days)
     }
     opened = true;
     ++openings;
-    const QString path = QDir::current().absoluteFilePath(u"molvark-players.db"_s);
+    known = 0;
+    const QString path = QDir::current().absoluteFilePath(bookName);
     QMetaObject::invokeMethod(worker.get(), [worker = worker.get(), path, days] {
         worker->close();
         worker->open(path, days);
@@ -165,6 +193,7 @@ void Book::close()
         return;
     opened = false;
     ++openings;
+    known = 0;
     // Once it is opened again there may be much to wait for before the thread could end.
     QMetaObject::invokeMethod(worker.get(), [this, worker = worker.get(), closing = openings] {
         worker->close();
@@ -182,10 +211,13 @@ void Book::enqueue(const Job &job, const Reply &failed)
     if (!opened)
         return;
     QMetaObject::invokeMethod(worker.get(), [this, worker = worker.get(), job, failed, opening = openings] {
-        worker->work(job, [this, opening, failed](const QString &trouble, bool isAnew, const Reply &reply) {
-            QMetaObject::invokeMethod(this, [this, opening, failed, trouble, isAnew, reply] {
+        worker->work(job, [this, opening, failed](const QString &trouble, int edition, const Reply &reply) {
+            QMetaObject::invokeMethod(this, [this, opening, failed, trouble, edition, reply] {
                 if (opening != openings)
                     return;
+                const bool isAnew = known != 0 && edition != 0 && edition != known;
+                if (edition != 0)
+                    known = edition;
                 setTrouble(trouble);
                 if (isAnew)
                     emit begunanew();
@@ -196,6 +228,12 @@ void Book::enqueue(const Job &job, const Reply &failed)
             });
         });
     });
+}
+
+void Book::requireEdition(const BookStore &store, int edition)
+{
+    if (store.edition() != edition)
+        throw bookFault(BookFault::Exchanged, bookName);
 }
 
 void Book::setTrouble(const QString &trouble)

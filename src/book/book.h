@@ -21,12 +21,14 @@ class Book final : public QObject {
 
 public:
     explicit Book(QObject *parent = nullptr);
-    ~Book() override; ///< waits until what was asked for is done, a few seconds at most
+    ~Book() override; ///< ends it
 
     /// Opens the book in the current directory, keeping sightings of so many days.
     void open(int days);
     /// What was asked for is still done; nothing is waited for.
     void close();
+    /// Closes it for good, and waits until what was asked for is done, a few seconds at most.
+    void end();
     [[nodiscard]] bool isOpen() const { return opened; }
 
     /// Does `work` with the book in its thread; then `done` with what it returned, in the window's thread, unless
@@ -34,8 +36,16 @@ public:
     /// `done` is not. Does nothing while it is closed. What is not done for a lock or a full disk is not done later.
     template <typename Work, typename Done>
     void ask(Work work, QObject *context, Done done, const std::function<void()> &failed = {});
+    /// The same for work that goes by numbers which the book has given: when another has taken its place it fails.
+    template <typename Work, typename Done>
+    void askThis(Work work, QObject *context, Done done, const std::function<void()> &failed = {});
     template <typename Work>
     void tell(Work work);
+
+    /// That of the book whose numbers the window has; 0 while it has none. See `BookStore`.
+    [[nodiscard]] int edition() const { return known; }
+    /// Throws when `store` is another one.
+    static void requireEdition(const BookStore &store, int edition);
 
     /// One line for the status bar: what is wrong, or empty. It names the book.
     [[nodiscard]] QString trouble() const { return line; }
@@ -60,6 +70,7 @@ private:
     std::unique_ptr<BookWorker> worker;
     bool opened = false;
     int openings = 0;
+    int known = 0; ///< edition
     QString line;
 };
 
@@ -89,6 +100,17 @@ void Book::ask(Work work, QObject *context, Done done, const std::function<void(
             }
         },
         unlessGone);
+}
+
+template <typename Work, typename Done>
+void Book::askThis(Work work, QObject *context, Done done, const std::function<void()> &failed)
+{
+    ask(
+        [work = std::move(work), edition = known](BookStore &store) {
+            requireEdition(store, edition);
+            return work(store);
+        },
+        context, std::move(done), failed);
 }
 
 template <typename Work>

@@ -2,6 +2,7 @@
 #include "book_bans.h"
 
 #include "ban_lines.h"
+#include "base/guid.h"
 #include "book_database.h"
 #include "book_feeder.h"
 #include "book_text.h"
@@ -14,7 +15,7 @@ void insert(BookDatabase &database, const BookAction &action, bool isImported)
 {
     const QVariant server = action.server.isEmpty() ? QVariant(QMetaType::fromType<qint64>())
                                                     : QVariant(numberOfServer(database, action.server));
-    const QString guid = !action.guid.isEmpty() && isNobodysGuid(action.guid) ? u"0"_s : action.guid.trimmed();
+    const QString guid = action.guid.isEmpty() ? QString() : plainGuid(action.guid);
     const QString address = guid.isEmpty() ? QString() : withoutPort(action.address);
     database.run(u"INSERT INTO actions (time, kind, server, num, guid, name, clean_name, address, maybe, automatic,"
                  " imported, lifted, verdict, reason) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0, ?, ?)"_s,

@@ -5,6 +5,7 @@
 #include "ban_lines.h"
 #include "ban_list_model.h"
 #include "base/clock.h"
+#include "base/list_views.h"
 #include "base/prompts.h"
 #include "base/replaced_file.h"
 #include "base/system_error.h"
@@ -12,15 +13,18 @@
 #include "book_store.h"
 #include "book_text.h"
 #include "book_watch.h"
-#include "list_views.h"
 #include "rcon/conversation.h"
 #include "rcon/services.h"
+#include "settings/whole_file.h"
 #include "shown_time.h"
 #include "unban_command.h"
 
-#include <QFile>
+#include <QFileInfo>
 #include <QPointer>
+#include <QScopedValueRollback>
 
+#include <algorithm>
+#include <memory>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -37,6 +41,17 @@ QString banText(const BookBan &ban)
                : u"%1, GUID %2"_s.arg(shownTime(ban.time), ban.guid);
 }
 
+/// The bans in a box.
+QString banTexts(const QList<BookBan> &bans)
+{
+    QStringList lines;
+    for (const BookBan &ban : bans.first(std::min(bans.size(), mostNamed)))
+        lines.append(banText(ban));
+    if (bans.size() > mostNamed)
+        lines.append(u"and %1 more"_s.arg(bans.size() - mostNamed));
+    return lines.join(u'\r');
+}
+
 QString countOf(qsizetype count, const QString &one, const QString &many)
 {
     return count == 1 ? u"1 "_s + one : QString::number(count) + u' ' + many;
@@ -51,6 +66,14 @@ struct ImportOutcome {
 
 } // namespace
 
+/// The bans of one name that a server lifts together.
+struct BookBansPage::Unbanning {
+    QString server;
+    QString name; ///< as in its ban file
+    QList<BookBan> bans;
+    int edition = 0; ///< of the book that they are in
+};
+
 BookBansPage::BookBansPage(Book &book_, BookWatch &watch_, const Services &services_, QWidget *parent)
     : QWidget(parent),
       book(book_),
@@ -61,12 +84,9 @@ BookBansPage::BookBansPage(Book &book_, BookWatch &watch_, const Services &servi
 {
     ui->setupUi(this);
     showModel(*ui->tblbans, *bans, {17, 22, 20, 12, 0, 10});
-    connect(ui->tblbans->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
-        outcome.clear();
-        offer();
-    });
+    connect(ui->tblbans->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] { say({}); });
     connect(bans, &BanListModel::reasonedited, this, [this](qint64 action, const QString &reason) {
-        watch.write([action, reason](BookStore &store) { store.setReason(action, reason); });
+        watch.write([action, reason](BookStore &store) { store.setReason(action, reason); }, book.edition());
     });
     connect(&watch, &BookWatch::serverchanged, this, &BookBansPage::offer);
     connect(ui->cmdunban, &QPushButton::clicked, this, &BookBansPage::cmdunban_Click);
@@ -100,9 +120,9 @@ void BookBansPage::showBans(const QList<BookBan> &answer)
 
 void BookBansPage::clear()
 {
-    outcome.clear();
+    isAsked = false;
     bans->setBans({});
-    offer();
+    say({});
 }
 
 const BookBan *BookBansPage::chosen() const
@@ -118,11 +138,12 @@ QString BookBansPage::obstacle(const BookBan &ban) const
         return u"A temporary ban ends by itself; no command lifts it."_s;
     if (!isInBanFile(ban))
         return u"This ban is not in force."_s;
-    if (cleanName(ban.name).contains(u'"'))
+    const QString name = nameInBanFile(ban);
+    if (name.contains(u'"'))
         return u"This ban cannot be lifted by a command: there is a quotation mark in the name. Remove its line from "
                u"the "
                "server's ban file."_s;
-    if (unbanCommand(ban.name).isEmpty())
+    if (unbanCommand(name).isEmpty())
         return u"This ban cannot be lifted by a command: it has no name. Remove its line from the server's ban file."_s;
     if (watch.server().isEmpty())
         return u"Connect to the server to lift this ban."_s;
@@ -135,7 +156,7 @@ void BookBansPage::offer()
 {
     const BookBan *ban = chosen();
     const QString why = ban ? obstacle(*ban) : u"Choose a ban to lift it."_s;
-    ui->cmdunban->setEnabled(book.isOpen() && ban && why.isEmpty() && !isUnbanning);
+    ui->cmdunban->setEnabled(book.isOpen() && ban && why.isEmpty() && !isAsked && !isUnbanning);
     ui->cmdbanimport->setEnabled(book.isOpen());
     ui->cmdbanexport->setEnabled(book.isOpen() && bans->rowCount() > 0);
     const QString now = outcome.isEmpty() ? why : outcome;
@@ -148,70 +169,98 @@ void BookBansPage::offer()
 void BookBansPage::cmdunban_Click()
 {
     const BookBan *ban = chosen();
-    if (!ban)
+    if (!ban || isAsked || isUnbanning)
         return;
-    book.ask([server = watch.server(), name = ban->name](BookStore &store) { return store.liftedWith(server, name); },
+    isAsked = true;
+    offer();
+    book.ask([server = watch.server(),
+              name = nameInBanFile(*ban)](BookStore &store) { return store.liftedWith(server, name); },
              this,
-             [this, server = watch.server(), name = ban->name](const QList<BookBan> &lifted) {
+             [this, server = watch.server(), name = nameInBanFile(*ban)](const QList<BookBan> &lifted) {
+                 isAsked = false;
                  if (server == watch.server())
-                     confirmUnban(server, name, lifted);
+                     confirmUnban({server, name, lifted, book.edition()});
+                 offer();
+             },
+             [this] {
+                 isAsked = false;
+                 offer();
              });
 }
 
 // The box may stand for long, and the person connect elsewhere meanwhile.
-void BookBansPage::confirmUnban(const QString &server, const QString &name, const QList<BookBan> &lifted)
+void BookBansPage::confirmUnban(const Unbanning &unbanning)
 {
-    QStringList lines;
-    QList<qint64> actions;
-    for (const BookBan &ban : lifted)
-        actions.append(ban.action);
-    for (const BookBan &ban : lifted.first(std::min(lifted.size(), mostNamed)))
-        lines.append(banText(ban));
-    if (lifted.size() > mostNamed)
-        lines.append(u"and %1 more"_s.arg(lifted.size() - mostNamed));
-    const Answer answer =
-        services.prompts.ask({u"Unban"_s,
-                              u"The server %1 lifts all bans of the name %2. In the book that is:\r%3\rUnban?"_s.arg(
-                                  server, shownName(name), lines.join(u'\r')),
-                              BoxIcon::Question, BoxButtons::YesNo});
-    if (answer == Answer::Yes && server == watch.server() && book.isOpen())
-        unban(name, actions);
+    const QScopedValueRollback busy(isUnbanning, true);
+    offer();
+    const QString question = u"The server %1 lifts all bans of the name %2. In the book that is:\r%3\rUnban?"_s;
+    const Answer answer = services.prompts.ask(
+        {u"Unban"_s, question.arg(unbanning.server, cutName(unbanning.name), banTexts(unbanning.bans)),
+         BoxIcon::Question, BoxButtons::YesNo});
+    if (answer == Answer::Yes && unbanning.server == watch.server() && book.isOpen())
+        unban(unbanning);
 }
 
-// Sent as other commands are, up to five times until there is an answer: a second copy does no harm, because what is
-// lifted is lifted, and one that is lost would leave the ban in force.
-void BookBansPage::unban(const QString &name, const QList<qint64> &actions)
+// Sent once: to the second of two copies the server would answer that it has no such ban, whatever became of the first.
+void BookBansPage::unban(const Unbanning &unbanning)
 {
-    const QString command = unbanCommand(name);
-    const QPointer<BookBansPage> page(this);
-    watch.follow(command, {.sent = {}, .judged = [page, name, actions](const CommandVerdict &verdict) {
-                               if (page)
-                                   page->takeVerdict(name, actions, verdict);
-                           }});
-    isUnbanning = true;
-    const QString asking = u"Asking the server to lift the bans of %1..."_s.arg(shownName(name));
-    outcome = asking;
-    offer();
+    const QString command = unbanCommand(unbanning.name);
+    const auto word = std::make_shared<QString>();
+    watch.follow(command,
+                 {.sent = {}, .judged = [page = QPointer(this), word, unbanning](const CommandVerdict &verdict) {
+                      *word = verdict.word;
+                      if (page)
+                          page->takeVerdict(unbanning, verdict);
+                  }});
+    const QString asking = u"Asking the server to lift the bans of %1..."_s.arg(cutName(unbanning.name));
+    say(asking);
     const Conversation talk(services);
-    talk.tell(command);
-    isUnbanning = false;
+    const Fate fate = talk.tellOnce(command);
+    watch.unfollow(command);
     if (outcome == asking)
-        outcome = u"The server has not been asked: nothing has been lifted."_s;
-    offer();
+        say(fate == Fate::HeldUp ? u"Another command came between, and the server has not been asked: try again."_s
+                                 : u"The server has not been asked: nothing has been lifted."_s);
+    if (*word == nobodyVerdict && talk.isOpen() && book.isOpen())
+        offerToMark(unbanning);
 }
 
 // Those that were named before; what was banned since then came behind the command.
-void BookBansPage::takeVerdict(const QString &name, const QList<qint64> &actions, const CommandVerdict &verdict)
+void BookBansPage::takeVerdict(const Unbanning &unbanning, const CommandVerdict &verdict)
 {
-    if (!verdict.isTaken) {
-        outcome = u"The bans of %1 have not been lifted: %2."_s.arg(shownName(name), verdict.word);
-        offer();
+    const QString name = cutName(unbanning.name);
+    if (!verdict.isTaken)
+        return say(u"The bans of %1 have not been lifted: %2."_s.arg(name, verdict.word));
+    lift(unbanning);
+    say(u"The server has lifted the bans of %1: %2."_s.arg(name, verdict.word));
+}
+
+// They were lifted before, perhaps by an answer that was lost, and would be in force in the book for ever.
+void BookBansPage::offerToMark(const Unbanning &unbanning)
+{
+    const QString name = cutName(unbanning.name);
+    const QString question = u"The server %1 says that it has no ban of the name %2. It may have been lifted already, "
+                             "or be there under another name.\rMark as lifted in the book?\r%3"_s;
+    const Answer answer =
+        services.prompts.ask({u"Unban"_s, question.arg(unbanning.server, name, banTexts(unbanning.bans)),
+                              BoxIcon::Question, BoxButtons::YesNo});
+    if (answer != Answer::Yes || !book.isOpen())
         return;
-    }
-    watch.write([actions](BookStore &store) { store.lift(actions); });
-    outcome = u"The server has lifted the bans of %1: %2."_s.arg(shownName(name), verdict.word);
+    lift(unbanning);
+    say(u"The bans of %1 are marked as lifted: the server has none of that name."_s.arg(name));
+}
+
+void BookBansPage::lift(const Unbanning &unbanning)
+{
+    QList<qint64> actions;
+    for (const BookBan &ban : unbanning.bans)
+        actions.append(ban.action);
+    watch.write([actions](BookStore &store) { store.lift(actions); }, unbanning.edition);
+}
+
+void BookBansPage::say(const QString &said)
+{
+    outcome = said;
     offer();
-    reload();
 }
 
 void BookBansPage::cmdbanimport_Click()
@@ -221,17 +270,15 @@ void BookBansPage::cmdbanimport_Click()
         return;
     const QString title = u"Import bans"_s;
     const QString failed = u"Error reading file, err %1\rNothing imported"_s;
-    if (const std::optional<Fault> fault = faultOfNoFile(name))
-        return services.prompts.refuse(failed.arg(fault->number()), title);
-    QFile file(name);
-    clearSystemError();
-    const bool isThere = file.open(QIODevice::ReadOnly);
-    const QByteArray bytes = isThere ? file.read(largestFile + 1) : QByteArray();
-    if (!isThere || file.error() != QFileDevice::NoError)
-        return services.prompts.refuse(failed.arg(lastSystemError(file.errorString()).number()), title);
-    if (bytes.size() > largestFile)
+    const QFileInfo info(name);
+    if (info.isFile() && info.size() > largestFile)
         return services.prompts.refuse(
             u"This file is larger than 1 MB, and no server's list of bans\rNothing imported"_s, title);
+    QByteArray bytes;
+    const std::optional<Fault> fault =
+        info.exists() ? readWholeFile(name, largestFile, bytes) : systemFault(std::errc::no_such_file_or_directory);
+    if (fault)
+        return services.prompts.refuse(failed.arg(fault->number()), title);
     importBans(bytes);
 }
 
@@ -253,10 +300,7 @@ void BookBansPage::importBans(const QByteArray &file)
             offer();
             reload();
         },
-        [this] {
-            outcome = u"Nothing has been taken over: the book could not be written."_s;
-            offer();
-        });
+        [this] { say(u"Nothing has been taken over: the book could not be written."_s); });
 }
 
 void BookBansPage::cmdbanexport_Click()
@@ -268,7 +312,6 @@ void BookBansPage::cmdbanexport_Click()
     book.ask([](BookStore &store) { return banLines(store.bans()); }, this,
              [this, name](const QByteArray &lines) {
                  if (const std::optional<Fault> fault = replaceFile(name, lines))
-                     services.prompts.refuse(u"Error writing file, err %1\rBans not written"_s.arg(fault->number()),
-                                             u"Failed to Save"_s);
+                     tellUnwritten(services.prompts, *fault, u"Bans not written"_s);
              });
 }

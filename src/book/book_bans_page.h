@@ -34,9 +34,13 @@ private:
     [[nodiscard]] QString obstacle(const BookBan &ban) const;
     void offer();
     void cmdunban_Click();
-    void confirmUnban(const QString &server, const QString &name, const QList<BookBan> &bans);
-    void unban(const QString &name, const QList<qint64> &actions);
-    void takeVerdict(const QString &name, const QList<qint64> &actions, const CommandVerdict &verdict);
+    struct Unbanning;
+    void confirmUnban(const Unbanning &unbanning);
+    void unban(const Unbanning &unbanning);
+    void takeVerdict(const Unbanning &unbanning, const CommandVerdict &verdict);
+    void offerToMark(const Unbanning &unbanning);
+    void lift(const Unbanning &unbanning);
+    void say(const QString &said);
     void cmdbanimport_Click();
     void importBans(const QByteArray &file);
     void cmdbanexport_Click();
@@ -46,6 +50,7 @@ private:
     const Services &services;
     std::unique_ptr<Ui::BookBansPage> ui;
     BanListModel *bans;
-    QString outcome; ///< what came of the last unbanning or import
-    bool isUnbanning = false;
+    QString outcome;          ///< what came of the last unbanning or import
+    bool isAsked = false;     ///< the book, which bans go together
+    bool isUnbanning = false; ///< the person is asked, or the server
 };

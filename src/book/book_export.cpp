@@ -36,17 +36,21 @@ QJsonObject noteObject(const BookNote &note)
 
 QJsonObject actionObject(const BookAction &action)
 {
-    return {{u"time"_s, bookTime(action.time)},
-            {u"action"_s, actionWord(action.kind)},
-            {u"server"_s, action.server},
-            {u"slot"_s, action.num},
-            {u"guid"_s, action.guid},
-            {u"name"_s, action.name},
-            {u"address"_s, action.address},
-            {u"maybe"_s, action.isMaybe},
-            {u"automatic"_s, action.isAutomatic},
-            {u"verdict"_s, action.verdict},
-            {u"reason"_s, action.reason}};
+    QJsonObject object{{u"time"_s, bookTime(action.time)},
+                       {u"action"_s, actionWord(action.kind)},
+                       {u"server"_s, action.server},
+                       {u"slot"_s, action.num},
+                       {u"guid"_s, action.guid},
+                       {u"name"_s, action.name},
+                       {u"address"_s, action.address},
+                       {u"maybe"_s, action.isMaybe},
+                       {u"automatic"_s, action.isAutomatic},
+                       {u"imported"_s, action.isImported},
+                       {u"verdict"_s, action.verdict},
+                       {u"reason"_s, action.reason}};
+    if (action.kind != BookAction::Kick)
+        object.insert(u"state"_s, banStateWord(action.state));
+    return object;
 }
 
 QJsonObject sightingObject(const BookSighting &sighting)
@@ -80,16 +84,6 @@ QByteArray pageJson(const BookPage &page)
         object.insert(u"keptByAddress"_s, page.nobodyAddress);
     }
     return QJsonDocument(object).toJson();
-}
-
-QByteArray tableCsv(const QList<QStringList> &rows)
-{
-    QByteArray lines;
-    for (QStringList row : rows) {
-        row.replaceInStrings(u"\""_s, u"\"\""_s);
-        lines += '"' + row.join(u"\",\""_s).toUtf8() + "\"\r\n";
-    }
-    return lines;
 }
 
 QString bookTime(qint64 time)

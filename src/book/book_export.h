@@ -4,15 +4,11 @@
 #include "book_records.h"
 
 #include <QByteArray>
-#include <QStringList>
+#include <QString>
 
 /// Everything about one player as JSON, in UTF-8. Times are in UTC, as ISO 8601 has them. A sighting without a ping has
 /// no such key, and who has a GUID of his own is kept by that alone.
 [[nodiscard]] QByteArray pageJson(const BookPage &page);
-
-/// A table with its head as comma-separated lines in UTF-8 that end in CR LF: every item in double quotes, those inside
-/// doubled.
-[[nodiscard]] QByteArray tableCsv(const QList<QStringList> &rows);
 
 /// A time of the book as files have it: 2026-03-05T21:07:00Z.
 [[nodiscard]] QString bookTime(qint64 time);

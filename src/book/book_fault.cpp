@@ -19,6 +19,8 @@ BookFault bookFault(BookFault::Kind kind, const QString &path, const QString &re
         return {kind, book + u" was made by a newer version of this program."_s};
     case BookFault::Broken:
         return {kind, book + u" is broken."_s};
+    case BookFault::Exchanged:
+        return {kind, book + u" is another one now: what was to be changed in the old one has not been."_s};
     case BookFault::Unusable:
         break;
     }

@@ -10,12 +10,13 @@
 class BookFault final : public std::exception {
 public:
     enum Kind {
-        Locked,   ///< by another program
-        ReadOnly, ///< the file or its folder
-        Full,     ///< the disk
-        Newer,    ///< made by a later version of this program
-        Broken,   ///< it is no database, or a damaged one
-        Unusable, ///< anything else
+        Locked,    ///< by another program
+        ReadOnly,  ///< the file or its folder
+        Full,      ///< the disk
+        Newer,     ///< made by a later version of this program
+        Broken,    ///< it is no database, or a damaged one
+        Exchanged, ///< another has taken its place, and what was asked for went by numbers of the old one
+        Unusable,  ///< anything else
     };
 
     BookFault(Kind kind_, QString line_) : why(kind_), text(std::move(line_)) {}

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "book_feeder.h"
 
+#include "base/guid.h"
 #include "book_database.h"
 #include "book_text.h"
 
@@ -136,7 +137,6 @@ public:
         return {.player = record.player,
                 .guid = {},
                 .name = {},
-                .address = {},
                 .hasNote = record.hasNote,
                 .isFlagged = record.isFlagged,
                 .hasCome = hasCome};
@@ -175,8 +175,7 @@ private:
 
 } // namespace
 
-BookIdentity::BookIdentity(const QString &guid, const QString &name, const QString &address)
-    : number(isNobodysGuid(guid) ? u"0"_s : guid.trimmed())
+BookIdentity::BookIdentity(const QString &guid, const QString &name, const QString &address) : number(plainGuid(guid))
 {
     if (!isNobodysGuid(guid))
         return;
@@ -199,7 +198,6 @@ QList<KnownPlayer> feedBook(BookDatabase &database, const BookFeed &feed)
         for (const qsizetype place : rows.places) {
             player.guid = feed.players.at(place).guid;
             player.name = feed.players.at(place).name;
-            player.address = withoutPort(feed.players.at(place).address);
             known[place] = player;
             player.hasCome = false; // he comes once
         }

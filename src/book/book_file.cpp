@@ -119,9 +119,9 @@ QString putBookAside(const QString &path)
     return QFileInfo(aside).fileName();
 }
 
-bool hasBookLog(const QString &path)
+qint64 logSize(const QString &path)
 {
-    return QFileInfo(path + logEnding).size() > 0;
+    return QFileInfo(path + logEnding).size();
 }
 
 bool hasBookJournal(const QString &path)

@@ -3,7 +3,6 @@
 
 #include <QByteArrayList>
 #include <QString>
-#include <QStringList>
 
 /// What can be known of the book's file without opening it as a database, which could write to it.
 enum class BookFileKind {
@@ -31,8 +30,8 @@ void protectBookFile(const QString &path);
 /// Renames the file and what belongs to it to "...broken-N.db"; returns that name. Throws when another program uses it.
 QString putBookAside(const QString &path);
 
-/// Whether there is something in its log.
-[[nodiscard]] bool hasBookLog(const QString &path);
+/// Of its log; 0 when there is none.
+[[nodiscard]] qint64 logSize(const QString &path);
 
 /// Whether a change was broken off while the book had no log yet. Only who may write can take that back.
 [[nodiscard]] bool hasBookJournal(const QString &path);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "book_players.h"
 
+#include "ban_lines.h"
 #include "book_bans.h"
 #include "book_database.h"
 #include "book_feeder.h"
@@ -41,6 +42,11 @@ BookPlayer playerIn(const BookDatabase::Rows &row)
 
 BookAction actionIn(const BookDatabase::Rows &row)
 {
+    BookBan ban;
+    ban.guid = row.text(5);
+    ban.verdict = row.text(10);
+    const BanFacts facts{
+        .isTemporary = row.count(2) == BookAction::TempBan, .isImported = row.isTrue(12), .isLifted = row.isTrue(13)};
     return {.action = row.number(0),
             .time = row.number(1),
             .kind = static_cast<BookAction::Kind>(row.count(2)),
@@ -51,6 +57,8 @@ BookAction actionIn(const BookDatabase::Rows &row)
             .address = row.text(7),
             .isMaybe = row.isTrue(8),
             .isAutomatic = row.isTrue(9),
+            .isImported = facts.isImported,
+            .state = stateOfBan(ban, facts),
             .verdict = row.text(10),
             .reason = row.text(11)};
 }
@@ -119,7 +127,7 @@ std::optional<BookPage> pageOfPlayer(BookDatabase &database, qint64 player, int 
         auto row =
             database.rows(u"SELECT action, time, kind,"
                           " coalesce((SELECT servers.address FROM servers WHERE servers.server = actions.server), ''),"
-                          " num, guid, name, address, maybe, automatic, verdict, reason"_s +
+                          " num, guid, name, address, maybe, automatic, verdict, reason, imported, lifted"_s +
                               ofOne() + u" ORDER BY time DESC, action DESC"_s,
                           identity);
         while (row.next())

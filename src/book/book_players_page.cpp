@@ -3,7 +3,10 @@
 #include "ui_book_players_page.h"
 
 #include "base/clock.h"
+#include "base/csv_record.h"
+#include "base/guid.h"
 #include "base/keys.h"
+#include "base/list_views.h"
 #include "base/placeholder.h"
 #include "base/prompts.h"
 #include "base/replaced_file.h"
@@ -11,133 +14,31 @@
 #include "book_export.h"
 #include "book_store.h"
 #include "book_text.h"
-#include "list_views.h"
+#include "book_watch.h"
 #include "player_list_model.h"
+#include "player_page_items.h"
 #include "rcon/services.h"
-#include "shown_time.h"
 
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QTextDocument>
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int pageSize = 200;           // players that are asked for at a time
-constexpr int mostAliases = 1000;       // in a list
-constexpr qsizetype longestText = 1000; // characters of an item; painting a very long one takes seconds
-
-/// Something in a list that has a number in the book.
-class NumberedItem final : public QListWidgetItem {
-public:
-    NumberedItem(const QString &shown, const QString &edited, qint64 number_)
-        : QListWidgetItem(shown), text(edited), number(number_)
-    {
-    }
-
-    // What is edited is the text alone, without the time before it.
-    [[nodiscard]] QVariant data(int role) const override
-    {
-        return role == Qt::EditRole ? QVariant(text) : QListWidgetItem::data(role);
-    }
-    void setData(int role, const QVariant &value) override
-    {
-        if (role != Qt::EditRole)
-            return QListWidgetItem::setData(role, value);
-        text = value.toString().simplified();
-        if (listWidget())
-            emit listWidget()->itemChanged(this);
-    }
-
-    QString text;
-    const qint64 number;
-};
-
-const NumberedItem *current(const QListWidget &list)
-{
-    return static_cast<const NumberedItem *>(list.currentItem());
-}
-
-/// A player chooses his name: what looks like a mark-up in it is none.
-QString plainTip(const QString &text)
-{
-    return Qt::convertFromPlainText(text.left(longestText), Qt::WhiteSpaceNormal);
-}
-
-QString aliasText(const BookAlias &alias)
-{
-    return alias.text.left(longestText) +
-           u"  (%1 to %2, %3)"_s.arg(shownTime(alias.firstSeen), shownTime(alias.lastSeen),
-                                     alias.times == 1 ? u"once"_s : QString::number(alias.times) + u" times"_s);
-}
-
-QListWidgetItem *newAlias(const BookAlias &alias)
-{
-    auto *item = new QListWidgetItem(aliasText(alias));
-    item->setToolTip(plainTip(aliasText(alias)));
-    return item;
-}
-
-QString actionText(const BookAction &action)
-{
-    QString text = shownTime(action.time) + u"  "_s + actionWord(action.kind);
-    if (action.isAutomatic)
-        text += u", automatic"_s;
-    if (action.isMaybe)
-        text += u", maybe"_s;
-    text += u" on %1, slot %2 as %3"_s.arg(action.server, action.num, action.name.left(longestText));
-    if (!action.verdict.isEmpty())
-        text += u": "_s + action.verdict;
-    return action.reason.isEmpty() ? text : text + u" ("_s + action.reason + u')';
-}
-
-/// Fills the list without losing the place in it.
-template <typename Each, typename Text>
-void refill(QListWidget &list, const QList<Each> &all, const Text &text)
-{
-    const QSignalBlocker quiet(list);
-    const int row = list.currentRow();
-    list.clear();
-    for (const Each &each : all)
-        list.addItem(text(each));
-    list.setCurrentRow(std::min(row, list.count() - 1));
-}
-
-PlotData pingPlot(const QList<BookSighting> &sightings)
-{
-    PlotData plot;
-    plot.unit = u"ms"_s;
-    plot.most = 400; // 999 is that of a player who does not answer
-    for (const BookSighting &sighting : sightings) {
-        if (sighting.ping >= 0)
-            plot.points.append({.time = sighting.time, .value = sighting.ping});
-    }
-    if (!plot.points.isEmpty()) {
-        plot.from = plot.points.first().time;
-        plot.to = std::max(plot.points.last().time, plot.from + 3600);
-    }
-    return plot;
-}
-
-/// Keeps the row of a list that means the same as before, by its number.
-void selectNumber(QListWidget &list, qint64 number)
-{
-    for (int row = 0; row < list.count(); ++row) {
-        if (static_cast<const NumberedItem *>(list.item(row))->number == number)
-            return list.setCurrentRow(row);
-    }
-    list.setCurrentRow(-1);
-}
+constexpr int pageSize = 200;     // players that are asked for at a time
+constexpr int mostAliases = 1000; // in a list
 
 } // namespace
 
-BookPlayersPage::BookPlayersPage(Book &book_, const Services &services_, QWidget *parent)
+BookPlayersPage::BookPlayersPage(Book &book_, BookWatch &watch_, const Services &services_, QWidget *parent)
     : QWidget(parent),
       book(book_),
+      watch(watch_),
       services(services_),
       ui(std::make_unique<Ui::BookPlayersPage>()),
       found(new PlayerListModel(this)),
@@ -257,22 +158,41 @@ void BookPlayersPage::startAnew()
     offer();
 }
 
+/// What is shown of a player; nothing when he is in another book, or in none.
+struct BookPlayersPage::Shown {
+    std::optional<BookPage> page; ///< without the sightings
+    PlotData pings;
+};
+
+// There may be very many sightings of one player, which the window needs for the plot alone.
+BookPlayersPage::Shown BookPlayersPage::shownOf(const BookStore &store, int edition, qint64 player)
+{
+    Shown about;
+    if (store.edition() == edition)
+        about.page = store.page(player, mostAliases);
+    if (about.page)
+        about.pings = pingPlot(std::exchange(about.page->sightings, {}));
+    return about;
+}
+
 void BookPlayersPage::reload()
 {
     if (shown != 0 && chosen == shown && isBeingEdited(*ui->lstbooknotes))
         return;
     if (chosen == 0)
         return fill({});
-    book.ask([player = chosen](BookStore &store) { return store.page(player, mostAliases); }, this,
-             [this, player = chosen](const std::optional<BookPage> &page) {
+    book.ask([player = chosen, edition = book.edition()](BookStore &store) { return shownOf(store, edition, player); },
+             this,
+             [this, player = chosen](const Shown &about) {
                  const bool isEdited = player == shown && isBeingEdited(*ui->lstbooknotes);
                  if (player == chosen && !isEdited)
-                     fill(page);
+                     fill(about);
              });
 }
 
-void BookPlayersPage::fill(const std::optional<BookPage> &page)
+void BookPlayersPage::fill(const Shown &all)
 {
+    const std::optional<BookPage> &page = all.page;
     if (!page)
         chosen = 0;
     shown = chosen;
@@ -281,7 +201,7 @@ void BookPlayersPage::fill(const std::optional<BookPage> &page)
     refill(*ui->lstbookaddresses, about.addresses, newAlias);
     fillNotes(about.notes);
     fillActions(about.actions);
-    ui->pltbookping->setData(pingPlot(about.sightings));
+    ui->pltbookping->setData(all.pings);
     ui->chkbookflag->setChecked(about.player.isFlagged);
     QString who = missing.isEmpty() ? u"Choose a player to see what the book has about him."_s
                                     : shownName(missing) + u" is not in the book yet."_s;
@@ -297,12 +217,7 @@ void BookPlayersPage::fillNotes(const QList<BookNote> &notes)
 {
     const NumberedItem *before = current(*ui->lstbooknotes);
     const qint64 number = before ? before->number : -1;
-    refill(*ui->lstbooknotes, notes, [](const BookNote &note) {
-        auto *item = new NumberedItem(shownTime(note.time) + u"  "_s + note.text, note.text, note.note);
-        item->setFlags(item->flags() | Qt::ItemIsEditable);
-        item->setToolTip(plainTip(note.text));
-        return item;
-    });
+    refill(*ui->lstbooknotes, notes, newNote);
     selectNumber(*ui->lstbooknotes, number);
 }
 
@@ -311,15 +226,12 @@ void BookPlayersPage::fillActions(const QList<BookAction> &actions)
     const NumberedItem *before = current(*ui->lstbookactions);
     const qint64 number = before ? before->number : -1;
     const QString typed = ui->txtbookreason->text();
-    refill(*ui->lstbookactions, actions, [](const BookAction &action) {
-        auto *item = new NumberedItem(actionText(action), action.reason, action.action);
-        item->setToolTip(plainTip(actionText(action)));
-        return item;
-    });
+    refill(*ui->lstbookactions, actions, newAction);
     selectNumber(*ui->lstbookactions, number);
-    const bool isSame = current(*ui->lstbookactions) && current(*ui->lstbookactions)->number == number;
-    if (isSame && ui->txtbookreason->hasFocus())
-        ui->txtbookreason->setText(typed); // it is being typed
+    const NumberedItem *action = current(*ui->lstbookactions);
+    const bool isBeingTyped = action && action->number == number && ui->txtbookreason->hasFocus();
+    const QString reason = action ? action->text : QString();
+    ui->txtbookreason->setText(isBeingTyped ? typed : reason);
 }
 
 void BookPlayersPage::offer()
@@ -361,7 +273,7 @@ void BookPlayersPage::clear()
 template <typename Work>
 void BookPlayersPage::change(Work work, const Then &done, const Then &failed)
 {
-    book.ask(
+    book.askThis(
         work, this,
         [this, done] {
             if (done)
@@ -403,19 +315,18 @@ void BookPlayersPage::noteEdited(const QListWidgetItem &item)
     const auto &note = static_cast<const NumberedItem &>(item);
     const qint64 now = services.clock.now().toSecsSinceEpoch();
     ui->lstbooknotes->setFocus(); // the editor goes
-    change(
-        [number = note.number, text = note.text, now](BookStore &store) {
-            if (!text.isEmpty())
-                store.changeNote(number, text, now);
-        },
-        {}, {});
+    if (note.text.isEmpty())
+        return reload();
+    watch.write(
+        [number = note.number, text = note.text, now](BookStore &store) { store.changeNote(number, text, now); },
+        book.edition());
 }
 
 void BookPlayersPage::cmdbookreason_Click()
 {
-    change([action = current(*ui->lstbookactions)->number,
-            reason = ui->txtbookreason->text().trimmed()](BookStore &store) { store.setReason(action, reason); },
-           {}, {});
+    watch.write([action = current(*ui->lstbookactions)->number,
+                 reason = ui->txtbookreason->text().trimmed()](BookStore &store) { store.setReason(action, reason); },
+                book.edition());
 }
 
 void BookPlayersPage::cmdbookforget_Click()
@@ -427,32 +338,39 @@ void BookPlayersPage::cmdbookforget_Click()
          BoxIcon::Question, BoxButtons::YesNo});
     if (answer != Answer::Yes || player != shown)
         return;
-    change([player](BookStore &store) { store.remove(player); },
-           [this, player] {
-               book.tell([](BookStore &store) { store.cleanUp(); });
-               chosen = chosen == player ? 0 : chosen;
-               emit remarkchanged(player, false, false);
-           },
-           [this, who] {
-               services.prompts.refuse(who + u" has not been forgotten.\r"_s + book.trouble(), u"Forget this player"_s);
-           });
+    change(
+        [before = watch.keptBack(), player](BookStore &store) {
+            before(store); // or it would come back
+            store.remove(player);
+        },
+        [this, player] {
+            book.tell([](BookStore &store) { store.cleanUp(); });
+            chosen = chosen == player ? 0 : chosen;
+            emit remarkchanged(player, false, false);
+        },
+        [this, who] {
+            services.prompts.refuse(who + u" has not been forgotten.\r"_s + book.trouble(), u"Forget this player"_s);
+        });
 }
 
 void BookPlayersPage::cmdbookjson_Click()
 {
     const qint64 player = shown;
+    const int edition = book.edition();
     const QString name =
         askReplacedFile(services.prompts, {u"Save file as..."_s, u"molvark_player"_s, u"json"_s, u"Save as JSON"_s});
     if (name.isEmpty())
         return;
-    book.ask([player](BookStore &store) { return store.page(player); }, this,
-             [this, name](const std::optional<BookPage> &page) {
-                 if (!page)
-                     services.prompts.refuse(u"This player is not in the book any more\rPlayer not written"_s,
-                                             u"Failed to Save"_s);
-                 else if (const std::optional<Fault> fault = replaceFile(name, pageJson(*page)))
-                     tellUnwritten(fault->number(), u"Player"_s);
-             });
+    book.ask(
+        [player, edition](BookStore &store) { return store.edition() == edition ? store.page(player) : std::nullopt; },
+        this,
+        [this, name](const std::optional<BookPage> &page) {
+            if (!page)
+                services.prompts.refuse(u"This player is not in the book any more\rPlayer not written"_s,
+                                        u"Failed to Save"_s);
+            else if (const std::optional<Fault> fault = replaceFile(name, pageJson(*page)))
+                tellUnwritten(services.prompts, *fault, u"Player not written"_s);
+        });
 }
 
 void BookPlayersPage::cmdbookcsv_Click()
@@ -463,20 +381,14 @@ void BookPlayersPage::cmdbookcsv_Click()
         return;
     book.ask(
         [text = ui->txtbooksearch->text()](BookStore &store) {
-            QList<QStringList> rows{PlayerListModel::headers()};
+            QString table = csvRecord(PlayerListModel::headers());
             for (const BookPlayer &player : store.search(text, 0, std::numeric_limits<int>::max()))
-                rows.append(PlayerListModel::cells(player));
-            return tableCsv(rows);
+                table += csvRecord(PlayerListModel::cells(player));
+            return table;
         },
         this,
-        [this, name](const QByteArray &table) {
-            const QByteArray byteOrderMark = "\xEF\xBB\xBF"; // or some tables take the letters for others
-            if (const std::optional<Fault> fault = replaceFile(name, byteOrderMark + table))
-                tellUnwritten(fault->number(), u"List"_s);
+        [this, name](const QString &table) {
+            if (const std::optional<Fault> fault = replaceTable(name, table))
+                tellUnwritten(services.prompts, *fault, u"List not written"_s);
         });
-}
-
-void BookPlayersPage::tellUnwritten(int error, const QString &what)
-{
-    services.prompts.refuse(u"Error writing file, err %1\r%2 not written"_s.arg(error).arg(what), u"Failed to Save"_s);
 }

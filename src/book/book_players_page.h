@@ -11,6 +11,8 @@
 #include <optional>
 
 class Book;
+class BookStore;
+class BookWatch;
 class PlayerListModel;
 class QListWidgetItem;
 struct Services;
@@ -24,7 +26,7 @@ class BookPlayersPage final : public QWidget {
     Q_OBJECT
 
 public:
-    BookPlayersPage(Book &book_, const Services &services_, QWidget *parent = nullptr);
+    BookPlayersPage(Book &book_, BookWatch &watch_, const Services &services_, QWidget *parent = nullptr);
     ~BookPlayersPage() override;
 
     /// Searches anew; who is chosen stays chosen.
@@ -50,7 +52,9 @@ private:
     void showFound(const QList<BookPlayer> &players, int wanted);
     void selectChosen();
     void choose(qint64 player);
-    void fill(const std::optional<BookPage> &page);
+    struct Shown;
+    [[nodiscard]] static Shown shownOf(const BookStore &store, int edition, qint64 player);
+    void fill(const Shown &all);
     void fillNotes(const QList<BookNote> &notes);
     void fillActions(const QList<BookAction> &actions);
     void offer();
@@ -67,9 +71,9 @@ private:
     void cmdbookforget_Click();
     void cmdbookjson_Click();
     void cmdbookcsv_Click();
-    void tellUnwritten(int error, const QString &what);
 
     Book &book;
+    BookWatch &watch;
     const Services &services;
     std::unique_ptr<Ui::BookPlayersPage> ui;
     PlayerListModel *found;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QList>
-#include <QMetaType>
 #include <QString>
 
 /// What goes into the player book and what comes out of it. Times are in seconds since 1970, UTC. Names are as the
@@ -34,7 +33,6 @@ struct KnownPlayer {
     qint64 player = 0; ///< his number in the book
     QString guid;      ///< as in the feed
     QString name;      ///< the same
-    QString address;   ///< without the port
     bool hasNote = false;
     bool isFlagged = false;
     bool hasCome = false; ///< a visit of his begins
@@ -66,6 +64,20 @@ struct BookNote {
     QString text;
 };
 
+/// A row of the ban book.
+struct BookBan {
+    enum State { InForce, Temporary, Refused, Lifted, Imported };
+
+    qint64 action = 0;
+    qint64 time = 0;
+    QString server; ///< empty when imported
+    QString name;
+    QString guid;
+    QString reason;
+    QString verdict; ///< the ledger's word on it: "silent" is one that nobody answered
+    State state = InForce;
+};
+
 /// A kick, ban or temporary ban.
 struct BookAction {
     enum Kind { Kick, Ban, TempBan };
@@ -77,10 +89,12 @@ struct BookAction {
     QString num;  ///< slot number
     QString guid; ///< empty when only slot and name are known, as of a damaged row
     QString name;
-    QString address;          ///< without the port
-    bool isMaybe = false;     ///< one of two who may have been hit
-    bool isAutomatic = false; ///< for its ping of 999
-    QString verdict;          ///< the ledger's word, empty until there is one
+    QString address;                         ///< without the port
+    bool isMaybe = false;                    ///< one of two who may have been hit
+    bool isAutomatic = false;                ///< for its ping of 999
+    bool isImported = false;                 ///< from a server's ban file
+    BookBan::State state = BookBan::InForce; ///< of a ban
+    QString verdict;                         ///< the ledger's word, empty until there is one
     QString reason;
 };
 
@@ -110,20 +124,6 @@ struct BookCount {
     int players = 0;
     QString map;
     QString gameType;
-};
-
-/// A row of the ban book.
-struct BookBan {
-    enum State { InForce, Temporary, Refused, Lifted, Imported };
-
-    qint64 action = 0;
-    qint64 time = 0;
-    QString server; ///< empty when imported
-    QString name;
-    QString guid;
-    QString reason;
-    QString verdict; ///< the ledger's word on it: "silent" is one that nobody answered
-    State state = InForce;
 };
 
 struct BookSize {

@@ -85,14 +85,17 @@ int bookVersion()
 
 void updateBook(BookDatabase &database, const QString &path)
 {
-    const qint64 found = database.number(u"PRAGMA user_version"_s);
-    if (found > bookVersion())
+    const auto version = [&database] { return database.number(u"PRAGMA user_version"_s); };
+    if (version() > bookVersion())
         throw bookFault(BookFault::Newer, path);
-    for (qint64 version = found; version < bookVersion(); ++version)
+    while (version() < bookVersion())
         database.transaction([&] {
+            const qint64 found = version(); // another program may have done it meanwhile
+            if (found >= bookVersion())
+                return;
             database.run(u"PRAGMA application_id = %1"_s.arg(bookApplication));
-            for (const char16_t *sql : steps.at(static_cast<std::size_t>(version)))
+            for (const char16_t *sql : steps.at(static_cast<std::size_t>(found)))
                 database.run(QString::fromUtf16(sql));
-            database.run(u"PRAGMA user_version = %1"_s.arg(version + 1));
+            database.run(u"PRAGMA user_version = %1"_s.arg(found + 1));
         });
 }

@@ -114,6 +114,5 @@ void BookServersPage::cmdbookpng_Click()
     if (name.isEmpty())
         return;
     if (const std::optional<Fault> fault = replaceFile(name, ui->pltbookserver->png()))
-        services.prompts.refuse(u"Error writing file, err %1\rPicture not written"_s.arg(fault->number()),
-                                u"Failed to Save"_s);
+        tellUnwritten(services.prompts, *fault, u"Picture not written"_s);
 }

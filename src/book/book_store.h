@@ -23,12 +23,18 @@ public:
     virtual ~BookStore() = default;
     Q_DISABLE_COPY_MOVE(BookStore)
 
+    /// Which of the books of this run it is: the numbers of players, notes and actions that one gives hold in it alone.
+    [[nodiscard]] int edition() const { return ofRun; }
+    void setEdition(int edition) { ofRun = edition; }
+
     /// The name under which a broken file was put aside; empty when there was none.
     [[nodiscard]] virtual QString putAside() const = 0;
     /// False when its file has been taken away meanwhile, or another put in its place.
     [[nodiscard]] virtual bool isThere() const = 0;
     /// Closes such a book, and takes along what is left of its log. Nothing else can be done with it any more.
     virtual void takeLeave() = 0;
+    /// Moves into the file what has gathered in its log, if that is much. No change does that by itself.
+    virtual void moveLog() = 0;
     /// How often something was written to it.
     [[nodiscard]] virtual quint64 commits() const = 0;
 
@@ -67,7 +73,7 @@ public:
 
     /// The newest first.
     [[nodiscard]] virtual QList<BookBan> bans() const = 0;
-    /// Those in force on that server whose clean name is that of `name`, without regard to case: what the server lifts
+    /// Those in force on that server with that name in its ban file, without regard to case: what the server lifts
     /// together. Imported ones of no known server are among them; temporary ones are not in a server's ban file.
     [[nodiscard]] virtual QList<BookBan> liftedWith(const QString &server, const QString &name) const = 0;
     virtual void lift(const QList<qint64> &actions) = 0;
@@ -76,6 +82,9 @@ public:
     virtual int importBans(const QList<BookBan> &bans, qint64 time) = 0;
 
     [[nodiscard]] virtual BookSize size() const = 0;
+
+private:
+    int ofRun = 0;
 };
 
 /// Opens the book, makes it when it is not there, and brings one of an older version up to date. A file that is broken

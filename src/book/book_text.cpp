@@ -3,8 +3,6 @@
 
 #include "base/colour_codes.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -17,27 +15,20 @@ QString withoutControls(QString text)
 
 } // namespace
 
-bool isNobodysGuid(const QString &guid)
-{
-    return std::ranges::all_of(guid.trimmed(), [](QChar each) { return each == u'0' || each == u'-'; });
-}
-
-bool isGuid(QStringView text)
-{
-    const QStringView digits = text.startsWith(u'-') ? text.sliced(1) : text;
-    return !digits.isEmpty() && std::ranges::all_of(digits, [](QChar each) { return each >= u'0' && each <= u'9'; });
-}
-
 QString cleanName(const QString &name)
 {
     return withoutControls(stripcolour(name)).trimmed();
 }
 
-QString shownName(const QString &name)
+QString cutName(const QString &name)
 {
     constexpr qsizetype longest = 64; // characters; the game has none of more than 32
-    const QString clean = cleanName(name);
-    return clean.size() <= longest ? clean : clean.left(longest) + u"..."_s;
+    return name.size() <= longest ? name : name.left(longest) + u"..."_s;
+}
+
+QString shownName(const QString &name)
+{
+    return cutName(cleanName(name));
 }
 
 QString foldedText(const QString &text)

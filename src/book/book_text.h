@@ -2,18 +2,14 @@
 #pragma once
 
 #include <QString>
-#include <QStringView>
-
-/// Whether many have this GUID: it is 0, or there is none.
-[[nodiscard]] bool isNobodysGuid(const QString &guid);
-
-/// Whether it is the number of somebody, or 0: digits, perhaps with a minus before them.
-[[nodiscard]] bool isGuid(QStringView text);
 
 /// A name as a server's ban file has it: without colour codes, control characters and blanks at its ends.
 [[nodiscard]] QString cleanName(const QString &name);
 
-/// The same for a line or a box, cut where a player's name would not end.
+/// A text for a line or a box, cut where a player's name would not end.
+[[nodiscard]] QString cutName(const QString &name);
+
+/// The clean name, cut likewise.
 [[nodiscard]] QString shownName(const QString &name);
 
 /// Without control characters and without the difference between upper and lower case in any script.

@@ -2,6 +2,7 @@
 #include "book_watch.h"
 
 #include "base/clock.h"
+#include "base/guid.h"
 #include "book.h"
 #include "book_store.h"
 #include "book_text.h"
@@ -10,12 +11,20 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <atomic>
 #include <memory>
+#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// An action in the book.
+struct Noted {
+    qint64 action = 0;
+    int edition = 0;
+};
 
 /// True when the damaged row may be about him: one of what he is known by is as it was.
 bool mayBe(const KnownPlayer &player, const ListedPlayer &damaged)
@@ -42,7 +51,8 @@ bool isInDoubt(const ListedPlayer &player)
 
 struct BookWatch::Change {
     std::function<void(BookStore &)> work;
-    bool isWritten = false; ///< the book's thread's alone
+    int edition = 0;                     ///< in which alone it means something; 0 when that is any
+    std::atomic<bool> isWritten = false; ///< or never will be
 };
 
 BookWatch::BookWatch(Book &book_, const Clock &clock_, QObject *parent) : QObject(parent), book(book_), clock(clock_)
@@ -66,6 +76,12 @@ void BookWatch::setServer(const QString &address)
     game = {};
     forget();
     emit serverchanged();
+}
+
+void BookWatch::end()
+{
+    writeChanges();
+    book.end();
 }
 
 // Also while no book is kept: when one is begun the map is known at once.
@@ -264,25 +280,28 @@ void BookWatch::note(const BookAction &action, const QString &command)
 {
     if (!book.isOpen() || connected.isEmpty())
         return;
-    const auto number = std::make_shared<qint64>(0);
-    const auto sent = [this, action, number] {
-        write([action, number](BookStore &store) { *number = store.addAction(action); });
+    const auto noted = std::make_shared<Noted>();
+    const auto sent = [this, action, noted] {
+        write([action, noted](BookStore &store) { *noted = {store.addAction(action), store.edition()}; });
     };
-    const auto judged = [this, number](const CommandVerdict &verdict) {
-        write([number, word = verdict.word](BookStore &store) {
-            if (*number != 0)
-                store.setVerdict(*number, word);
+    const auto judged = [this, noted](const CommandVerdict &verdict) {
+        write([noted, word = verdict.word](BookStore &store) {
+            if (noted->action != 0 && noted->edition == store.edition())
+                store.setVerdict(noted->action, word);
         });
     };
     follow(command, {sent, judged});
 }
 
-void BookWatch::write(const std::function<void(BookStore &)> &work)
+void BookWatch::write(const std::function<void(BookStore &)> &work, int edition)
 {
     constexpr qsizetype mostKept = 100;
     if (!book.isOpen())
         return;
-    changes.append(std::make_shared<Change>(Change{.work = work}));
+    const auto change = std::make_shared<Change>();
+    change->work = work;
+    change->edition = edition;
+    changes.append(change);
     if (changes.size() > mostKept)
         changes.removeFirst();
     writeChanges();
@@ -294,19 +313,34 @@ void BookWatch::writeChanges()
     if (changes.isEmpty())
         return;
     book.ask(
-        [all = changes](BookStore &store) {
-            for (const std::shared_ptr<Change> &change : all) {
-                if (!change->isWritten)
-                    change->work(store);
-                change->isWritten = true;
-            }
-        },
-        this,
-        [this, all = changes] {
-            for (const std::shared_ptr<Change> &change : all)
-                changes.removeOne(change);
-            emit noted();
-        });
+        keptBack(), this, [this] { dropWritten(); }, [this] { dropWritten(); });
+}
+
+std::function<void(BookStore &)> BookWatch::keptBack() const
+{
+    return [all = changes](BookStore &store) { writeAll(all, store); };
+}
+
+void BookWatch::writeAll(const Changes &all, BookStore &store)
+{
+    std::optional<int> lost; // edition
+    for (const std::shared_ptr<Change> &change : all) {
+        if (change->isWritten)
+            continue;
+        if (change->edition == 0 || change->edition == store.edition())
+            change->work(store);
+        else
+            lost = change->edition;
+        change->isWritten = true;
+    }
+    if (lost)
+        Book::requireEdition(store, *lost);
+}
+
+void BookWatch::dropWritten()
+{
+    if (changes.removeIf([](const std::shared_ptr<Change> &change) { return change->isWritten.load(); }) > 0)
+        emit noted();
 }
 
 void BookWatch::follow(const QString &command, const CommandWatch::Listener &listener)

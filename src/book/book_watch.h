@@ -38,6 +38,9 @@ class BookWatch final : public QObject {
 public:
     BookWatch(Book &book_, const Clock &clock_, QObject *parent = nullptr);
 
+    /// Tries once more to write what is kept back, and ends the book.
+    void end();
+
     /// The server that is connected, as host and port; empty when none is.
     void setServer(const QString &address);
     [[nodiscard]] const QString &server() const { return connected; }
@@ -52,11 +55,16 @@ public:
     void kicking(const QString &command, const ListedPlayer &counted, const ListedPlayer &listed);
     /// Tells what becomes of a command that is about to be sent.
     void follow(const QString &command, const CommandWatch::Listener &listener);
+    /// The command has had its time, whether it has gone out or not.
+    void unfollow(const QString &command) { commands.giveUp(command); }
     void sent(const SentCopy &copy);
     void judged(const CommandVerdict &verdict) { commands.judged(verdict); }
     /// Writes into the book what happens once only. While it is locked or the disk is full it is kept, the last hundred
-    /// of such, and written as soon as something can be.
-    void write(const std::function<void(BookStore &)> &work);
+    /// of such, and written as soon as something can be. What goes by numbers of one edition of the book alone is not
+    /// written into another.
+    void write(const std::function<void(BookStore &)> &work, int edition = 0);
+    /// Work that writes what is kept back: whatever is to take away something of it comes behind it.
+    [[nodiscard]] std::function<void(BookStore &)> keptBack() const;
 
     /// Note or flag of a player have been changed in the book.
     void setRemark(qint64 player, bool hasNote, bool isFlagged);
@@ -76,9 +84,12 @@ signals:
 
 private:
     struct Change;
+    using Changes = QList<std::shared_ptr<Change>>;
 
     void forget();
     void writeChanges();
+    static void writeAll(const Changes &all, BookStore &store);
+    void dropWritten();
     void tellFlagged();
     void takeKnown(const QList<KnownPlayer> &players, const QStringList &nums, const QList<ListedPlayer> &damaged);
     void meet(const KnownPlayer &player);
@@ -92,10 +103,10 @@ private:
     QString connected;
     KnownGame game;
     CommandWatch commands;
-    QList<std::shared_ptr<Change>> changes; ///< that are not known to be in the book
-    QList<KnownPlayer> known;               ///< of the last list
-    QStringList knownNums;                  ///< their slot numbers
-    QList<ListedPlayer> damagedRows;        ///< of the last list
-    QList<KnownPlayer> met;                 ///< whoever has been on this server and has a note or a flag
-    QList<KnownPlayer> here;                ///< the flagged ones who have been announced and have not left
+    Changes changes;                 ///< that are not known to be in the book
+    QList<KnownPlayer> known;        ///< of the last list
+    QStringList knownNums;           ///< their slot numbers
+    QList<ListedPlayer> damagedRows; ///< of the last list
+    QList<KnownPlayer> met;          ///< whoever has been on this server and has a note or a flag
+    QList<KnownPlayer> here;         ///< the flagged ones who have been announced and have not left
 };

@@ -22,7 +22,7 @@ BookWindow::BookWindow(KeptBook &kept_, BookWatch &watch_, const Services &servi
       kept(kept_),
       watch(watch_),
       ui(std::make_unique<Ui::BookWindow>()),
-      players(new BookPlayersPage(kept.book(), services_)),
+      players(new BookPlayersPage(kept.book(), watch, services_)),
       servers(new BookServersPage(kept.book(), services_)),
       bans(new BookBansPage(kept.book(), watch, services_))
 {

@@ -16,6 +16,11 @@ void CommandWatch::expect(const QString &command, Time now, const Listener &list
     expected.append({command, now, listener});
 }
 
+void CommandWatch::giveUp(const QString &command)
+{
+    expected.removeIf([&command](const Expected &each) { return each.command == command; });
+}
+
 void CommandWatch::sent(int number, const QString &command, Time now)
 {
     if (followed.contains(number))

@@ -28,6 +28,8 @@ public:
 
     /// `command` is about to be sent. When it does not go out soon it never will.
     void expect(const QString &command, Time now, const Listener &listener);
+    /// The command has had its time. If it has not gone out, it is not expected any more.
+    void giveUp(const QString &command);
     /// A copy of a command has gone out.
     void sent(int number, const QString &command, Time now);
     void judged(const CommandVerdict &verdict);

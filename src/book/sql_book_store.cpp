@@ -23,11 +23,12 @@ namespace {
 /// A book of this size is read through in about a second; damage in a larger one is found when it is met.
 constexpr qint64 largestChecked = 64LL * 1024 * 1024;
 
-/// Throws when the file is damaged. Nothing is written to it meanwhile, not even what a log still holds.
-void checkWhole(const QString &path)
+/// Throws when the file is damaged. Nothing is written to it meanwhile, not even what a log still holds. When there is
+/// doubt, indexes are compared with their tables, too: one that is wrong is met by whoever writes.
+void checkWhole(const QString &path, bool isDoubtful)
 {
     BookDatabase database(path, BookDatabase::Access::Read);
-    auto row = database.rows(u"PRAGMA quick_check(1)"_s);
+    auto row = database.rows(isDoubtful ? u"PRAGMA integrity_check(1)"_s : u"PRAGMA quick_check(1)"_s);
     if (!row.next() || row.text(0) != "ok"_L1)
         throw bookFault(BookFault::Broken, path);
 }
@@ -84,7 +85,7 @@ void SqlBookStore::openAsItIs(qint64 oldest)
     const BookFileKind kind = inspectBookFile(path, bookVersion());
     if (kind == BookFileKind::NewerBook)
         throw bookFault(BookFault::Newer, path);
-    const bool hasLog = hasBookLog(path);
+    const bool hasLog = logSize(path) > 0;
     const bool isNew = kind == BookFileKind::Missing || kind == BookFileKind::Empty;
     if (kind == BookFileKind::Foreign || (isNew && hasLog))
         throw bookFault(BookFault::Broken, path);
@@ -92,13 +93,14 @@ void SqlBookStore::openAsItIs(qint64 oldest)
         makeBookFile(path);
     protectBookFile(path);
     if (kind == BookFileKind::Book && !hasBookJournal(path) && (isDoubtful || QFileInfo(path).size() <= largestChecked))
-        checkWhole(path);
+        checkWhole(path, isDoubtful);
 
     fileId = fileIdentity(path);
     database = std::make_unique<BookDatabase>(path, BookDatabase::Access::ReadAndWrite);
     for (const auto *pragma :
          {u"PRAGMA foreign_keys = OFF", u"PRAGMA secure_delete = ON", u"PRAGMA synchronous = NORMAL",
-          u"PRAGMA cache_size = -16000"}) // KiB: a populate touches pages all over a large book
+          u"PRAGMA cache_size = -16000",     // KiB: a populate touches pages all over a large book
+          u"PRAGMA wal_autocheckpoint = 0"}) // see moveLog
         database->run(QString::fromUtf16(pragma));
     updateBook(*database, path);
     database->run(u"PRAGMA foreign_keys = ON"_s);
@@ -110,6 +112,7 @@ void SqlBookStore::openAsItIs(qint64 oldest)
     isUnclean = database->number(u"SELECT count(*) FROM upkeep"_s) > 0;
     isWrittenAnew = false;
     sinceTried.invalidate();
+    unmovedLog = 0;
     tryCleanUp();
 }
 
@@ -122,6 +125,18 @@ void SqlBookStore::takeLeave()
 {
     database.reset();
     removeCompanions(path, companions);
+}
+
+// Done by whoever commits, as SQLite would do it, it would hold up a populate. While another program reads, the log
+// cannot be moved, and that is not tried again until it has grown by as much.
+void SqlBookStore::moveLog()
+{
+    constexpr qint64 muchLog = 4LL * 1024 * 1024;
+    const qint64 size = logSize(path);
+    if (size < unmovedLog + muchLog)
+        return;
+    const bool isMoved = database->number(u"PRAGMA wal_checkpoint(TRUNCATE)"_s) == 0;
+    unmovedLog = isMoved ? 0 : size;
 }
 
 quint64 SqlBookStore::commits() const
@@ -303,5 +318,5 @@ BookSize SqlBookStore::size() const
 {
     return {.players = database->number(u"SELECT count(*) FROM players"_s),
             .sightings = database->number(u"SELECT count(*) FROM sightings"_s),
-            .bytes = QFileInfo(path).size() + QFileInfo(path + u"-wal"_s).size()};
+            .bytes = QFileInfo(path).size() + logSize(path)};
 }

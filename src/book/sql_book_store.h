@@ -21,6 +21,7 @@ public:
     [[nodiscard]] QString putAside() const override { return aside; }
     [[nodiscard]] bool isThere() const override;
     void takeLeave() override;
+    void moveLog() override;
     [[nodiscard]] quint64 commits() const override;
 
     QList<KnownPlayer> feed(const BookFeed &feed) override;
@@ -73,4 +74,5 @@ private:
     bool isUnclean = false;     ///< something of who was forgotten may be left in the file or its log
     bool isWrittenAnew = false; ///< ... but in the log alone
     QElapsedTimer sinceTried;   ///< to write it anew
+    qint64 unmovedLog = 0;      ///< the size of the log when it could not be moved
 };

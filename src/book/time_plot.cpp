@@ -54,6 +54,16 @@ struct Column {
     int last = 0;
 };
 
+/// The newest marks in words.
+QString markTexts(const QList<PlotData::Mark> &marks)
+{
+    constexpr qsizetype mostTold = 10;
+    QStringList texts;
+    for (const PlotData::Mark &mark : marks.last(std::min(marks.size(), mostTold)))
+        texts.append(shownTime(mark.time) + u' ' + mark.text);
+    return texts.isEmpty() ? QString() : u" Lines across: "_s + texts.join(u", "_s) + u'.';
+}
+
 } // namespace
 
 TimePlot::TimePlot(QWidget *parent) : QWidget(parent)
@@ -100,7 +110,8 @@ void TimePlot::tell()
         text =
             u"From %1 to %2: at least %3, at most %4, at the end %5 %6. The arrow keys go from point to point."_s.arg(
                 shownTime(data.points.first().time), shownTime(data.points.last().time), QString::number(least->value),
-                QString::number(greatest->value), QString::number(data.points.last().value), data.unit);
+                QString::number(greatest->value), QString::number(data.points.last().value), data.unit) +
+            markTexts(data.marks);
     }
     setAccessibleDescription(isEmpty() ? u"Nothing is known of this time."_s : text);
 }
@@ -176,10 +187,10 @@ void TimePlot::paintTimeAxis(QPainter &painter) const
     const int width = painter.fontMetrics().horizontalAdvance(u"00-00 "_s) + margin;
     const qint64 step = timeStep(span * width / std::max(room.width(), 1));
     const QString format = step >= day ? u"MM-dd"_s : u"HH:mm"_s;
-    QDateTime time(QDateTime::fromSecsSinceEpoch(data.from).date(), QTime(0, 0));
-    // Days have 23 hours, too.
+    QDateTime time = QDateTime::fromSecsSinceEpoch(data.from).date().startOfDay();
+    // Days have 23 hours, too, and where the clock is set at midnight some do not begin at 00:00.
     const auto next = [step](const QDateTime &each) {
-        return step >= day ? each.addDays(step / day) : each.addSecs(step);
+        return step >= day ? each.date().addDays(step / day).startOfDay() : each.addSecs(step);
     };
     painter.setPen(palette().color(QPalette::Text));
     for (; time.toSecsSinceEpoch() <= data.to; time = next(time)) {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "unban_command.h"
 
-#include "book_text.h"
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -17,8 +15,9 @@ bool needsQuotes(const QString &name)
 
 QString unbanCommand(const QString &name)
 {
-    const QString clean = cleanName(name);
-    if (clean.isEmpty() || clean.contains(u'"'))
+    QString word = name;
+    word.removeIf([](QChar each) { return each.category() == QChar::Other_Control; });
+    if (word.isEmpty() || word.contains(u'"'))
         return {};
-    return u"unbanUser "_s + (needsQuotes(clean) ? u'"' + clean + u'"' : clean);
+    return u"unbanUser "_s + (needsQuotes(word) ? u'"' + word + u'"' : word);
 }

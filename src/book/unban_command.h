@@ -3,5 +3,6 @@
 
 #include <QString>
 
-/// The command that has a server lift all bans of that name; empty when no command can say the name.
+/// The command that has a server lift all bans of that name, which is as the server's ban file has it; empty when no
+/// command can say the name.
 [[nodiscard]] QString unbanCommand(const QString &name);

@@ -5,7 +5,7 @@
 #include "base/clock.h"
 #include "base/context_menu.h"
 #include "base/keys.h"
-#include "base/placeholder.h"
+#include "base/list_views.h"
 #include "base/prompts.h"
 #include "base/replaced_file.h"
 #include "ledger.h"
@@ -14,19 +14,14 @@
 #include "output/log_file.h"
 
 #include <QFontDatabase>
-#include <QHeaderView>
 #include <QScrollBar>
 #include <QTextCursor>
 
 #include <algorithm>
-#include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// For how many letters a column has room at first; the command takes the rest.
-constexpr std::array<int, LedgerColumn::Count> letters{9, 0, 7, 12, 10, 9, 17};
 
 // Nobody reads more of a reply, and text without line ends takes seconds to lay out.
 constexpr qsizetype longestShown = 100'000;
@@ -90,16 +85,8 @@ LedgerWindow::~LedgerWindow() = default;
 
 void LedgerWindow::setUpTable()
 {
-    QTableView &table = *ui->tblledger;
-    table.setModel(filter);
-    showPlaceholder(&table);
-    table.verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
-    QHeaderView &header = *table.horizontalHeader();
-    header.setSectionResizeMode(LedgerColumn::Command, QHeaderView::Stretch);
-    for (int column = 0; column < LedgerColumn::Count; ++column) {
-        const int room = letters.at(static_cast<std::size_t>(column)) * fontMetrics().horizontalAdvance(u'n');
-        header.resizeSection(column, std::max(room, header.sectionSizeHint(column)));
-    }
+    const QTableView &table = *ui->tblledger;
+    showModel(*ui->tblledger, *filter, {9, 0, 7, 12, 10, 9, 17}); // the command takes what the others leave
     connect(table.selectionModel(), &QItemSelectionModel::selectionChanged, this, &LedgerWindow::showDetails);
     connect(table.selectionModel(), &QItemSelectionModel::currentChanged, this, &LedgerWindow::showDetails);
     connect(filter, &LedgerFilter::dataChanged, this, [this](const QModelIndex &from, const QModelIndex &to) {
@@ -219,5 +206,5 @@ void LedgerWindow::cmdledgersave_Click()
     for (const int row : shownRows())
         text += csvRecord(ledgerRecord(ledger.entry(row)));
     if (const std::optional<Fault> fault = replaceTable(name, text))
-        prompts.refuse(u"Error writing file, err %1\rLedger not written"_s.arg(fault->number()), u"Failed to Save"_s);
+        tellUnwritten(prompts, *fault, u"Ledger not written"_s);
 }

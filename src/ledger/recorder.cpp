@@ -55,7 +55,7 @@ void Recorder::begin(const QString &name)
     if (name.isEmpty() || isRecording())
         return; // or the item has been chosen again while a box was open
     if (const std::optional<Fault> fault = open(name)) {
-        prompts.refuse(u"Error writing file, err %1\rNothing is recorded"_s.arg(fault->number()), u"Failed to Save"_s);
+        tellUnwritten(prompts, *fault, u"Nothing is recorded"_s);
         return;
     }
     start = clock.elapsed();

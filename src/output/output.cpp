@@ -5,6 +5,7 @@
 #include "base/focus.h"
 #include "base/memory.h"
 #include "base/prompts.h"
+#include "base/replaced_file.h"
 #include "log_file.h"
 #include "message_list.h"
 #include "rcon_pane.h"
@@ -129,7 +130,7 @@ void Output::saveLog(const Log &log, bool autoaction)
         file += u".log"_s;
     if (const std::optional<Fault> fault = appendToLog(file, log.text())) {
         isFailure = true;
-        prompts.refuse(u"Error writing file, err %1\r"_s.arg(fault->number()) + log.failure, u"Failed to Save"_s);
+        tellUnwritten(prompts, *fault, log.failure);
         return;
     }
     if (!autoaction)

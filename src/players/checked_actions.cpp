@@ -156,6 +156,8 @@ void CheckedActions::carryOut(const Conversation &talk, const Reading &scope, co
     if (deed.dismisses)
         emit dismissing(wanted, command);
     const Fate fate = talk.tellOnce(command);
+    if (deed.dismisses)
+        emit dismissed(command);
     if (!scope.isLatest())
         return;
     emit answered(fate == Fate::Answered ? words(talk.reply(), services.fields.password()) : told(fate, talk.isOpen()));

@@ -33,6 +33,8 @@ signals:
     void answered(const QString &answer);
     /// This command is about to be sent to get rid of him.
     void dismissing(const WantedPlayer &wanted, const QString &command);
+    /// That command has had its time, whether it has gone out or not.
+    void dismissed(const QString &command);
     /// The list says that he is not there any more.
     void left(const WantedPlayer &wanted);
 

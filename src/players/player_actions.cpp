@@ -44,7 +44,9 @@ void PlayerActions::dismiss(const Dismissal &dismissal)
 
         const Conversation talk(services);
         acting(on.players.wanted(row), command);
-        if (!talk.tell(command))
+        const bool isHere = talk.tell(command);
+        acted(command);
+        if (!isHere)
             return; // the list is another server's by now
         section = dismissal.noteSection;
         talk.note(dismissal.noteBefore + name + dismissal.noteBehind);

@@ -31,8 +31,11 @@ public:
     /// Hears of a command that gets rid of a player just before it is sent.
     using Acting = std::function<void(const WantedPlayer &wanted, const QString &command)>;
 
-    PlayerActions(const Services &services_, const Controls &controls, Acting acting_)
-        : services(services_), on(controls), acting(std::move(acting_))
+    /// Hears that such a command has had its time, whether it has gone out or not.
+    using Acted = std::function<void(const QString &command)>;
+
+    PlayerActions(const Services &services_, const Controls &controls, Acting acting_, Acted acted_)
+        : services(services_), on(controls), acting(std::move(acting_)), acted(std::move(acted_))
     {
     }
 
@@ -52,5 +55,6 @@ private:
     const Services &services;
     const Controls on;
     const Acting acting;
+    const Acted acted;
     QStringList dismissals; ///< the commands that are under way, with their players
 };

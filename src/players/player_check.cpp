@@ -2,6 +2,7 @@
 #include "player_check.h"
 
 #include "base/fault.h"
+#include "base/guid.h"
 
 #include <QStringList>
 
@@ -23,7 +24,7 @@ bool isLeaving(const StatusRow &row)
 
 bool isOfMany(const QString &guid)
 {
-    return guid.toLongLong() == 0;
+    return !isGuid(guid) || isNobodysGuid(guid);
 }
 
 bool isCalled(const WantedPlayer &wanted, const StatusRow &row)

@@ -85,6 +85,7 @@ void PlayerRefresh::kickHanging(const Conversation &talk, const ReentrancyGuard 
         const QString command = u"clientkick "_s + record.pnum;
         emit kicking(command, record.pname, record.pnum);
         talk.tell(command);
+        emit ended(command);
         if (talk.isSuperseded() || !tick.isLatest())
             return; // the list is another one by now
         talk.note(u"Player Auto Kicked for 999 ping ["_s + record.pname + u']');

@@ -38,6 +38,8 @@ signals:
     void runningchanged(int seconds);
     /// This command is about to be sent, because of the record of that name and slot number.
     void kicking(const QString &command, const QString &name, const QString &num);
+    /// That command has had its time, whether it has gone out or not.
+    void ended(const QString &command);
     /// The player in this slot has been kicked.
     void kicked(const QString &num);
 

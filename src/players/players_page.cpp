@@ -56,8 +56,10 @@ PlayersPage::PlayersPage(Services &services_, QWidget *parent)
       checkedActions(services_, this)
 {
     ui->setupUi(this);
-    actions.emplace(services_, PlayerActions::Controls{players, *ui->msfplayers, *ui->chkplyq, *ui->chkremcol},
-                    [this](const WantedPlayer &wanted, const QString &command) { emit acting(wanted, command); });
+    actions.emplace(
+        services_, PlayerActions::Controls{players, *ui->msfplayers, *ui->chkplyq, *ui->chkremcol},
+        [this](const WantedPlayer &wanted, const QString &command) { emit acting(wanted, command); },
+        [this](const QString &command) { emit acted(command); });
     ui->msfplayers->showTable(players);
     players.setMark(
         [view = ui->msfplayers](RowDamage damage, PlayerRemark remark) { return rowMark(damage, remark, *view); });
@@ -104,6 +106,8 @@ void PlayersPage::wireList()
 void PlayersPage::wireActions()
 {
     connect(&checkedActions, &CheckedActions::dismissing, this, &PlayersPage::acting);
+    connect(&checkedActions, &CheckedActions::dismissed, this, &PlayersPage::acted);
+    connect(&refresh, &PlayerRefresh::ended, this, &PlayersPage::acted);
     connect(&refresh, &PlayerRefresh::kicking, this,
             [this](const QString &command, const QString &name, const QString &num) {
                 const int row = players.rowOf(num);

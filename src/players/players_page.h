@@ -60,6 +60,8 @@ signals:
     /// The same by itself, for a ping of 999: the command was meant for whoever was counted under the name, and meets
     /// the player who stands under that number in the list.
     void kicking(const QString &command, const WantedPlayer &counted, const WantedPlayer &listed);
+    /// A command of either kind has had its time, whether it has gone out or not.
+    void acted(const QString &command);
     /// The person wants to know who this is.
     void whowanted(const WantedPlayer &wanted);
 

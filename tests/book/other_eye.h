@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QAtomicInt>
 #include <QFile>
 #include <QSqlDatabase>
 #include <QSqlError>

@@ -2,6 +2,7 @@
 #include "book/book.h"
 #include "book/book_fault.h"
 #include "book/sql_book_store.h"
+#include "book_folder.h"
 #include "evening.h"
 #include "ordinary_user.h"
 #include "other_eye.h"
@@ -9,8 +10,6 @@
 #include "test_class.h"
 
 #include <QProcess>
-#include <QRegularExpression>
-#include <QTemporaryDir>
 
 #include <cstdio>
 #include <fcntl.h>
@@ -52,14 +51,8 @@ class BookDiskTest final : public QObject {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        QTest::failOnWarning(QRegularExpression(u".*"_s));
-        folder = std::make_unique<QTemporaryDir>();
-        before = QDir::currentPath();
-        QVERIFY(QDir::setCurrent(folder->path()));
-    }
-    void cleanup() { QDir::setCurrent(before); }
+    void init() { folder = std::make_unique<BookFolder>(); }
+    void cleanup() { folder.reset(); }
 
     void aFullDiskIsToldAndForgottenWhenThereIsRoom()
     {
@@ -178,8 +171,7 @@ private slots:
     }
 
 private:
-    std::unique_ptr<QTemporaryDir> folder;
-    QString before;
+    std::unique_ptr<BookFolder> folder;
 };
 
 static int runOrLock(int argc, char *argv[])

@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "book/book_fault.h"
 #include "book/sql_book_store.h"
+#include "book_folder.h"
 #include "evening.h"
 #include "other_eye.h"
 #include "test_class.h"
 
 #include <QDir>
-#include <QRegularExpression>
-#include <QTemporaryDir>
 
 #include <array>
+#include <barrier>
 #include <optional>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -63,10 +64,10 @@ class BookFileTest final : public QObject {
 private slots:
     void init()
     {
-        QTest::failOnWarning(QRegularExpression(u".*"_s));
-        folder = std::make_unique<QTemporaryDir>();
-        path = folder->filePath(u"molvark-players.db"_s);
+        folder = std::make_unique<BookFolder>();
+        path = folder->book();
     }
+    void cleanup() { folder.reset(); }
 
     void whatIsNoBookIsPutAsideByteForByte_data()
     {
@@ -290,6 +291,36 @@ private slots:
         QCOMPARE(eye.ask("PRAGMA journal_mode"), u"wal"_s);
     }
 
+    // None of them does it again after the other.
+    void twoProgramsMayBringItUpToDateAtOnce()
+    {
+        for (int round = 0; round < 30; ++round) {
+            const QString old = folder->filePath(u"old-%1.db"_s.arg(round));
+            {
+                OtherEye eye(old);
+                for (const char *sql : firstVersion)
+                    eye.ask(sql);
+            }
+            std::barrier together(2);
+            const auto open = [&](QString &fault) {
+                together.arrive_and_wait();
+                try {
+                    const SqlBookStore store(old);
+                    fault = store.putAside();
+                } catch (const BookFault &caught) {
+                    fault = caught.line();
+                }
+            };
+            QString first;
+            QString second;
+            std::thread other([&] { open(first); });
+            open(second);
+            other.join();
+            QCOMPARE(first, QString());
+            QCOMPARE(second, QString());
+        }
+    }
+
     void aBookOfTheFirstVersionIsBroughtUpToDate()
     {
         {
@@ -339,7 +370,7 @@ private:
         failTest(u"the book was opened"_s);
     }
 
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<BookFolder> folder;
     QString path;
 };
 

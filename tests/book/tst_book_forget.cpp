@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "book/book_fault.h"
 #include "book/sql_book_store.h"
+#include "book_folder.h"
 #include "evening.h"
 #include "other_eye.h"
 #include "test_class.h"
-
-#include <QRegularExpression>
-#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -48,10 +46,10 @@ class BookForgetTest final : public QObject {
 private slots:
     void init()
     {
-        QTest::failOnWarning(QRegularExpression(u".*"_s));
-        folder = std::make_unique<QTemporaryDir>();
-        path = folder->filePath(u"molvark-players.db"_s);
+        folder = std::make_unique<BookFolder>();
+        path = folder->book();
     }
+    void cleanup() { folder.reset(); }
 
     // He is among hundreds, so that pages with him in them are split while he is there.
     void nothingOfHimIsLeftInTheFiles()
@@ -159,7 +157,7 @@ private:
         return player;
     }
 
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<BookFolder> folder;
     QString path;
 };
 

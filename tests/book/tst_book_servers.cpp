@@ -6,6 +6,8 @@
 #include <QImage>
 #include <QMouseEvent>
 
+#include <ctime>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -37,6 +39,28 @@ struct Servers final : BookHands {
         QApplication::sendEvent(plot(), &move);
     }
     void key(Qt::Key key) const { QTest::keyClick(plot(), key); }
+};
+
+/// The time zone of this process as long as it lives.
+class TimeZone final {
+public:
+    explicit TimeZone(const QByteArray &name) : before(qgetenv("TZ")) { take(name); }
+    ~TimeZone() { take(before); }
+    Q_DISABLE_COPY_MOVE(TimeZone)
+
+private:
+    static void take(const QByteArray &name)
+    {
+        if (name.isEmpty())
+            qunsetenv("TZ");
+        else
+            qputenv("TZ", name);
+#ifdef Q_OS_UNIX
+        tzset();
+#endif
+    }
+
+    QByteArray before;
 };
 
 int differentPixels(const QImage &one, const QImage &other)
@@ -118,6 +142,20 @@ private slots:
         QTRY_VERIFY2(it.figures().contains(u"at least 2, at most 6,"), qPrintable(it.figures()));
     }
 
+    void thirtyDaysAreTheMost()
+    {
+        Servers it;
+        it.populateWith(7);
+        it.pass(3 * 86'400);
+        it.populateWith(6);
+        it.pass(28 * 86'400);
+        it.populateWith(2);
+        it.find<QComboBox>("combookspan")->setCurrentIndex(1);
+        QTRY_VERIFY2(it.figures().contains(u"at least 2, at most 2,"), qPrintable(it.figures()));
+        it.find<QComboBox>("combookspan")->setCurrentIndex(2);
+        QTRY_VERIFY2(it.figures().contains(u"at least 2, at most 6,"), qPrintable(it.figures()));
+    }
+
     void anEmptyServerHasNobody()
     {
         Servers it;
@@ -148,15 +186,54 @@ private slots:
     void theMapOfTheServerIsMarkedWhenItChanges()
     {
         Servers it;
-        it.populateWith(3);
-        it.pass(600);
-        it.server.game().dvars().set(u"mapname"_s, u"mp_toujane"_s);
-        it.populateWith(3);
-        QTRY_VERIFY(it.figures().contains(u"at the end 3 players"));
+        const auto populateOn = [&it](const QString &map) {
+            it.server.game().dvars().set(u"mapname"_s, map);
+            it.populateWith(3);
+            const QString time = it.program.clock.now().toString(u"yyyy-MM-dd HH:mm"_s);
+            it.pass(600);
+            return time;
+        };
+        populateOn(u"mp_carentan"_s);
+        populateOn(u"mp_carentan"_s);
+        QTRY_VERIFY2(it.figures().contains(u"at the end 3 players"), qPrintable(it.figures()));
+        QVERIFY2(!it.figures().contains(u"mp_"), qPrintable(it.figures()));
+        const QString first = populateOn(u"mp_toujane"_s);
+        populateOn(u"mp_toujane"_s);
+        const QString second = populateOn(u"mp_carentan"_s);
+        const QString marks = u" Lines across: %1 mp_toujane, %2 mp_carentan."_s.arg(first, second);
+        QTRY_VERIFY2(it.figures().endsWith(marks), qPrintable(it.figures()));
         it.plot()->setFocus();
         it.key(Qt::Key_End);
-        QTRY_VERIFY2(it.figures().contains(u"3 players, mp_toujane"), qPrintable(it.figures()));
+        QVERIFY2(it.figures().contains(u"3 players, mp_carentan"), qPrintable(it.figures()));
+        it.key(Qt::Key_Left);
+        QVERIFY2(it.figures().contains(u"3 players, mp_toujane"), qPrintable(it.figures()));
     }
+
+#ifdef Q_OS_UNIX
+    void thereAreDaysThatDoNotBeginAtMidnight_data()
+    {
+        QTest::addColumn<int>("days");
+        for (const int days : {1, 7, 30})
+            QTest::addRow("%d days", days) << days;
+    }
+
+    // In Chile the clock was set from 00:00 to 01:00 on 6 September 2026.
+    void thereAreDaysThatDoNotBeginAtMidnight()
+    {
+        QFETCH(int, days);
+        const TimeZone chile("America/Santiago");
+        if (QDate(2026, 9, 6).startOfDay().time() == QTime(0, 0))
+            QSKIP("this system does not know that zone");
+        TimePlot plot;
+        plot.resize(400, 200);
+        PlotData data;
+        data.to = QDateTime(QDate(2026, 9, 7), QTime(12, 0)).toSecsSinceEpoch();
+        data.from = data.to - days * 86'400;
+        data.points = {{data.from, 5, -1}, {data.to, 5, -1}};
+        plot.setData(data);
+        QVERIFY(!plot.grab().isNull());
+    }
+#endif
 
     void longSilencesAreNotJoined()
     {
@@ -199,7 +276,13 @@ private slots:
         it.button("cmdbookpng")->click();
         QImage saved;
         QVERIFY(saved.loadFromData(it.program.file(u"plot.png"_s), "PNG"));
-        QCOMPARE(saved.size(), it.plot()->size() * it.plot()->devicePixelRatioF());
+        QImage shown = it.plot()->grab().toImage();
+        QCOMPARE(saved.size(), shown.size());
+        saved.setDevicePixelRatio(1);
+        shown.setDevicePixelRatio(1);
+        QCOMPARE(
+            differentPixels(saved.convertToFormat(QImage::Format_RGB32), shown.convertToFormat(QImage::Format_RGB32)),
+            0);
         it.program.prompts.lines = {u"no/such/folder/plot.png"_s};
         it.button("cmdbookpng")->click();
         QCOMPARE(it.box().title, u"Failed to Save"_s);

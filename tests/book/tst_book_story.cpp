@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "book/book_text.h"
 #include "book_hands.h"
 
 #include <QRandomGenerator>

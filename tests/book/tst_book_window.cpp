@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "activation.h"
+#include "app/attention.h"
+#include "book/sql_book_store.h"
 #include "book_hands.h"
+#include "evening.h"
 #include "other_eye.h"
 #include "tests/players/losing_lists.h"
 
@@ -354,6 +357,160 @@ private slots:
         QCOMPARE(it.list("lstbookactions").size(), 1);
     }
 
+    // Behind the lock of another program, too.
+    void whatWasChangedIsWrittenLater()
+    {
+        BookHands it;
+        it.put({somebody(3, u"Ann"_s)});
+        it.populate();
+        it.select(0);
+        it.program.click(u"cmdplykick"_s);
+        it.open();
+        it.choosePlayer(u"Ann^7"_s);
+        it.type("txtbooknote", u"Polite"_s);
+        it.button("cmdbooknote")->click();
+        QTRY_COMPARE(it.list("lstbooknotes").size(), 1);
+        QTRY_COMPARE(it.list("lstbookactions").size(), 1);
+        {
+            OtherEye other(bookFile);
+            other.ask("BEGIN IMMEDIATE");
+            auto *notes = it.find<QListWidget>("lstbooknotes");
+            notes->setCurrentRow(0);
+            notes->editItem(notes->item(0));
+            auto *editor = notes->viewport()->findChild<QLineEdit *>();
+            QVERIFY(editor);
+            editor->setText(u"Rude"_s);
+            QTest::keyClick(editor, Qt::Key_Return);
+            it.find<QListWidget>("lstbookactions")->setCurrentRow(0);
+            it.type("txtbookreason", u"Spawn camping"_s);
+            it.button("cmdbookreason")->click();
+            QTRY_VERIFY_WITH_TIMEOUT(it.status("lblbook").contains(u"locked"), 15'000);
+        }
+        it.populate();
+        (void)it.program.prompts.takeBoxes(); // "No players on server"
+        QTRY_VERIFY2(it.list("lstbooknotes").value(0).endsWith(u"  Rude"),
+                     qPrintable(it.list("lstbooknotes").join(u'|')));
+        QTRY_VERIFY2(it.list("lstbookactions").value(0).endsWith(u"(Spawn camping)"),
+                     qPrintable(it.list("lstbookactions").join(u'|')));
+    }
+
+    // An action was kept back behind a lock; then he is forgotten.
+    void whatWasKeptBackDoesNotComeAfterTheForgetting()
+    {
+        BookHands it;
+        it.put({somebody(3, u"Ann"_s), somebody(5, u"Ben"_s)});
+        it.populate();
+        it.open();
+        it.choosePlayer(u"Ann^7"_s);
+        {
+            OtherEye other(bookFile);
+            other.ask("BEGIN IMMEDIATE");
+            it.select(0);
+            it.program.click(u"cmdplykick"_s);
+            QTRY_VERIFY_WITH_TIMEOUT(it.status("lblbook").contains(u"locked"), 15'000);
+            it.type("txtbooksearch", u"nobody"_s); // is found when all of that has been tried
+            QTRY_COMPARE_WITH_TIMEOUT(it.players(), QStringList(), 15'000);
+            it.type("txtbooksearch", {});
+        }
+        it.button("cmdbookforget")->click();
+        (void)it.box();
+        QTRY_COMPARE(it.players(), QStringList{u"Ben^7"_s});
+        it.pass(60);
+        it.populate();
+        OtherEye eye(bookFile);
+        QTRY_COMPARE(eye.ask("SELECT count(*) FROM counts"), 2);
+        QCOMPARE(eye.ask("SELECT count(*) FROM actions"), 0);
+    }
+
+#ifndef Q_OS_WIN
+    // As when a backup is brought back while the window is open: the number that Ann had is that of Bob there.
+    void nobodyOfAnotherBookIsForgotten()
+    {
+        BookHands it;
+        it.put({somebody(3, u"Ann"_s)});
+        it.populate();
+        it.open();
+        it.choosePlayer(u"Ann^7"_s);
+        {
+            SqlBookStore other(u"other.db"_s);
+            other.feed(populate(it.program.clock.now().toSecsSinceEpoch(), {bob}));
+        }
+        QVERIFY(QFile::remove(bookFile) && QFile::rename(u"other.db"_s, bookFile));
+        it.button("cmdbookforget")->click();
+        QVERIFY2(it.box().text.startsWith(u"Remove everything"), "it asks");
+        const Box told = it.nextBox();
+        QVERIFY2(told.text.startsWith(u"Ann, GUID 100003 has not been forgotten.") &&
+                     told.text.contains(u"(molvark-players.db) is another one now"),
+                 qPrintable(told.text));
+        QTRY_COMPARE(it.players(), QStringList{u"^1Bob"_s});
+        QCOMPARE(OtherEye(bookFile).ask("SELECT count(*) FROM players"), 1);
+        QVERIFY(!it.button("cmdbookforget")->isEnabled());
+        QVERIFY2(it.status("lblbook").contains(u"is another one now"), qPrintable(it.status("lblbook")));
+        it.populate();
+        QTRY_COMPARE(it.status("lblbook"), QString());
+    }
+#endif
+
+    // The program is about to end, which may go too fast for anything else to be done.
+    void whatWasKeptBackIsWrittenAtTheEnd()
+    {
+        BookHands it;
+        it.put({somebody(3, u"Ann"_s)});
+        it.populate();
+        it.open();
+        QTRY_COMPARE(it.players().size(), 1);
+        {
+            OtherEye other(bookFile);
+            other.ask("BEGIN IMMEDIATE");
+            it.select(0);
+            it.program.click(u"cmdplykick"_s);
+            QTRY_VERIFY_WITH_TIMEOUT(it.status("lblbook").contains(u"locked"), 15'000);
+            it.type("txtbooksearch", u"nobody"_s); // is found when all of that has been tried
+            QTRY_COMPARE_WITH_TIMEOUT(it.players(), QStringList(), 15'000);
+            it.type("txtbooksearch", {});
+        }
+        QMetaObject::invokeMethod(qApp, "aboutToQuit");
+        QCOMPARE(OtherEye(bookFile).ask("SELECT count(*) FROM actions"), 1);
+    }
+
+    void theReasonIsThatOfTheChosenAction()
+    {
+        BookHands it;
+        it.put({somebody(3, u"Ann"_s), somebody(5, u"Ben"_s)});
+        it.populate();
+        it.select(0);
+        it.program.click(u"cmdplykick"_s);
+        it.open();
+        it.choosePlayer(u"Ann^7"_s);
+        QTRY_COMPARE(it.list("lstbookactions").size(), 1);
+        it.find<QListWidget>("lstbookactions")->setCurrentRow(0);
+        it.type("txtbookreason", u"Spawn camping"_s);
+        it.button("cmdbookreason")->click();
+        QTRY_VERIFY(it.list("lstbookactions").value(0).endsWith(u"(Spawn camping)"));
+        QCOMPARE(it.find<QLineEdit>("txtbookreason")->text(), u"Spawn camping"_s);
+        it.choosePlayer(u"Ben^7"_s);
+        QTRY_COMPARE(it.list("lstbookactions").size(), 0);
+        QCOMPARE(it.find<QLineEdit>("txtbookreason")->text(), QString());
+    }
+
+    void theDaysOfTheSettingsAreThoseOfTheBook()
+    {
+        BookHands it("[book]\r\ndays=7\r\n");
+        {
+            const qint64 now = QDateTime::currentSecsSinceEpoch();
+            SqlBookStore store(bookFile);
+            store.feed(populate(now - 8 * secondsOfDay, {bob}));
+            store.feed(populate(now - 6 * secondsOfDay, {bob}));
+        }
+        it.open();
+        it.find<QCheckBox>("chkbook")->click();
+        QTRY_COMPARE(it.state().section(u',', 0, 1), u"1 player, 1 sighting"_s);
+        it.find<QSpinBox>("spnbookdays")->setValue(5);
+        it.find<QCheckBox>("chkbook")->click();
+        it.find<QCheckBox>("chkbook")->click();
+        QTRY_COMPARE(it.state().section(u',', 0, 1), u"1 player, 0 sightings"_s);
+    }
+
     void whoIsConnectingHasNoPing()
     {
         BookHands it;
@@ -448,6 +605,7 @@ private slots:
         QTRY_COMPARE(it.tableColumn("tblbook", 6).join(u'|').remove(u'|'), u"flagged"_s);
         QCOMPARE(it.mark(0), QString());
 
+        const QSignalSpy attention(it.program.find<Attention>({}), &Attention::wanted);
         it.server.game().players().remove(5);
         it.populate();
         QTRY_COMPARE(it.status("lblbook"), QString());
@@ -458,9 +616,15 @@ private slots:
         it.populate();
         QTRY_COMPARE(it.status("lblbook"), u"Flagged: Somebody"_s);
         QCOMPARE(it.mark(2), u"flagged in the player book"_s);
+        QCOMPARE(attention.size(), 1);
         QVERIFY(it.program.prompts.takeBoxes().isEmpty());
         it.populate();
         QCOMPARE(it.mark(2), u"flagged in the player book"_s); // at once, without the book's answer
+        it.put({somebody(11, u"Cid"_s)});
+        it.populate();
+        it.find<QLineEdit>("txtbooksearch")->setText(u"cid"_s);
+        QTRY_COMPARE(it.players().size(), 1); // the lists are in the book
+        QCOMPARE(attention.size(), 1);
         it.program.click(u"cmdconnect"_s);
         QCOMPARE(it.status("lblbook"), QString());
     }
@@ -480,8 +644,21 @@ private slots:
         it.populate();
         QTRY_COMPARE(it.mark(0), u"came in two datagrams, flagged in the player book"_s);
         const QModelIndex edge = it.view()->model()->index(0, 0);
-        QVERIFY(!edge.data(Qt::DecorationRole).value<QIcon>().isNull());
+        const auto picture = [&] { return edge.data(Qt::DecorationRole).value<QIcon>().pixmap(32).toImage(); };
+        const QImage both = picture();
+        QVERIFY(!both.isNull());
         QCOMPARE(edge.data(Qt::ToolTipRole).toString(), it.mark(0));
+        it.type("txtbooknote", u"Polite"_s);
+        it.button("cmdbooknote")->click();
+        QTRY_COMPARE(it.list("lstbooknotes").size(), 1);
+        it.find<QCheckBox>("chkbookflag")->click();
+        QTRY_COMPARE(it.mark(0), u"came in two datagrams, has a note in the player book"_s);
+        const QImage note = picture();
+        QVERIFY(note != both);
+        it.find<QListWidget>("lstbooknotes")->setCurrentRow(0);
+        it.button("cmdbooknotedelete")->click();
+        QTRY_COMPARE(it.mark(0), u"came in two datagrams"_s);
+        QVERIFY(!picture().isNull() && picture() != both && picture() != note);
     }
 
     void whoIsThisOpensTheBookAtHim()
@@ -582,6 +759,30 @@ private slots:
                  "\xEF\xBB\xBF\"Player\",\"GUID\",\"Last seen\",\"First seen\",\"Times\",\"Names\",\"Flag\"\r"_ba);
         QVERIFY2(lines.at(1).startsWith("\"Ann \"\"A\"\"^7\",\"100003\",\""), lines.at(1));
         QCOMPARE(lines.size(), 3); // the last one is empty
+    }
+
+    // More than the list has read so far.
+    void allWhoAreFoundAreInTheFile()
+    {
+        BookHands it(QByteArray{});
+        {
+            SqlBookStore store(bookFile);
+            QList<SeenPlayer> many;
+            for (int number = 0; number < 450; ++number)
+                many.append({QString::number(5000 + number), u"P%1"_s.arg(number), u"10.0.0.1:1"_s, 50, 0});
+            store.feed(populate(QDateTime::currentSecsSinceEpoch(), many));
+        }
+        it.open();
+        it.find<QCheckBox>("chkbook")->click();
+        QTRY_COMPARE(it.players().size(), 200);
+        it.program.prompts.lines = {u"list.csv"_s};
+        it.button("cmdbookcsv")->click();
+        QSet<QByteArray> guids;
+        for (const QByteArray &line : written(it.program, u"list.csv"_s).split('\n').sliced(1))
+            guids.insert(line.split(',').value(1));
+        guids.remove({});
+        QCOMPARE(guids.size(), 450);
+        QCOMPARE(it.players().size(), 200);
     }
 
     void aFileThatCannotBeWrittenIsTold()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "list_views.h"
 
-#include "base/placeholder.h"
+#include "placeholder.h"
 
 #include <QApplication>
 #include <QHeaderView>
