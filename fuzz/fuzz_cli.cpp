@@ -7,6 +7,7 @@
 #include "cli/wrong_usage.h"
 #include "fuzz.h"
 #include "players/player_check.h"
+#include "rcon/request_size.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -63,7 +64,7 @@ void readLines(const QString &text)
 {
     try {
         for (const ScriptStep &step : readScript(text)) {
-            require(step.kind == ScriptStep::Kind::Sleep || toAnsi(step.command).size() <= longestCommand,
+            require(step.kind == ScriptStep::Kind::Sleep || toAnsi(step.command).size() <= longestRequest,
                     "what is too long is not sent");
             require(!step.command.startsWith(u'#') && !step.command.contains(u'\n'), "a command is a line");
         }
