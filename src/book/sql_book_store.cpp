@@ -108,6 +108,7 @@ void SqlBookStore::openAsItIs(qint64 oldest)
     if (hasLog) // what was forgotten before the program was killed is not to stay in it
         database->run(u"PRAGMA wal_checkpoint(TRUNCATE)"_s);
     database->transaction([this, oldest] { removeTimesBefore(*database, oldest); });
+    beginLog();
     companions = companionIdentities(path);
     isUnclean = database->number(u"SELECT count(*) FROM upkeep"_s) > 0;
     isWrittenAnew = false;
@@ -137,6 +138,18 @@ void SqlBookStore::moveLog()
         return;
     const bool isMoved = database->number(u"PRAGMA wal_checkpoint(TRUNCATE)"_s) == 0;
     unmovedLog = isMoved ? 0 : size;
+    if (isMoved)
+        beginLog();
+}
+
+// The head of an empty log goes to the disk with the first change, which is not to be a populate. One that is no change
+// does for that; where it cannot be made the populate will say why.
+void SqlBookStore::beginLog()
+{
+    try {
+        database->transaction([this] { database->run(u"PRAGMA user_version = %1"_s.arg(bookVersion())); });
+    } catch (const BookFault &) {
+    }
 }
 
 quint64 SqlBookStore::commits() const

@@ -63,6 +63,7 @@ private:
     void inTurn(bool isPatient, const Work &work) const;
     void cleanUp(bool isPatient);
     void tryCleanUp();
+    void beginLog();
 
     QString path;
     bool isDoubtful;
