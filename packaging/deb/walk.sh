@@ -32,7 +32,7 @@ eventually xdotool getmouselocation
 openbox &
 eventually xdotool get_num_desktops # the window manager is there
 sleep 2
-printf '[options]\r\nautoconnect=1\r\nautoconnectserv=127.0.0.1\r\nautoconnectport=28960\r\nautoconnectrcon=practice\r\n' \
+printf '[options]\r\nautoconnect=1\r\nautoconnectserv=127.0.0.1\r\nautoconnectport=28960\r\nautoconnectrcon=practice\r\n[book]\r\nkeep=true\r\n' \
     >molvark.ini
 molvark &
 program=$!
@@ -59,6 +59,7 @@ wait "$program" || fail "The program ended with $?."
 for asked in 'rcon fdir \*\.cfg' 'rcon dvarlist sv_\*'; do # when it connects, and when F5 reads a page
     grep -q "$asked" "$walk/server.log" || fail "The practice server was never asked \"$asked\"."
 done
+[ -s molvark-players.db ] || fail "No player book was begun."
 for file in /usr/share/man/man1/molvark{,-cli,-practice}.1.gz /usr/share/applications/molvark.desktop /usr/share/doc/molvark/manual.html \
     /usr/share/metainfo/example.molvark.Molvark.metainfo.xml /usr/share/icons/hicolor/scalable/apps/molvark.svg \
     /usr/share/bash-completion/completions/molvark-cli; do
