@@ -7,6 +7,7 @@
 #include "cli/wrong_usage.h"
 #include "fuzz.h"
 #include "players/player_check.h"
+#include "rcon/refusals.h"
 #include "rcon/request_size.h"
 
 #include <QJsonArray>
@@ -85,7 +86,8 @@ void fuzz(const QByteArray &input)
     const QString rest = fromAnsi(input.sliced(1 + size));
     const QString masked = maskedReply(rest, {{0, true}, {rest.size() / 2, false}}, password);
     require(masked.size() == rest.size(), "asterisks keep the place");
-    require(password.contains(u'*') || password.isEmpty() || !masked.contains(password), "no password");
+    const bool mayBeSeen = password.isEmpty() || password.contains(u'*') || isUsualRefusal(rest);
+    require(mayBeSeen || !masked.contains(password), "no password");
     const ExitStatus status = statusOfReply(u"status", rest);
     require(status != ExitStatus::Interrupted && status != ExitStatus::NoAnswer, "an answer is an answer");
     readPlayers(rest, password);

@@ -23,7 +23,8 @@ flag() { dpkg-buildflags --get "$1"; }
 cmake -S . -B "$out/build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DBUILD_TESTING=OFF -DCMAKE_INSTALL_PREFIX=/usr \
     -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0 \
     -DCMAKE_CXX_FLAGS="$(flag CXXFLAGS) $(flag CPPFLAGS) -ffile-prefix-map=$PWD=." \
-    -DCMAKE_EXE_LINKER_FLAGS="$(flag LDFLAGS) -Wl,-z,now" >/dev/null
+    -DCMAKE_EXE_LINKER_FLAGS="$(flag LDFLAGS) -Wl,-z,now" \
+    -DCMAKE_MODULE_LINKER_FLAGS="$(flag LDFLAGS) -Wl,-z,now" >/dev/null
 cmake --build "$out/build"
 DESTDIR=$root cmake --install "$out/build" --strip >/dev/null
 

@@ -217,7 +217,7 @@ void BookBansPage::unban(const Unbanning &unbanning)
     const Conversation talk(services);
     const Fate fate = talk.tellOnce(command);
     watch.unfollow(command);
-    if (outcome == asking)
+    if (outcome == asking || (word->isEmpty() && (fate == Fate::HeldUp || fate == Fate::Unsent)))
         say(fate == Fate::HeldUp ? u"Another command came between, and the server has not been asked: try again."_s
                                  : u"The server has not been asked: nothing has been lifted."_s);
     if (*word == nobodyVerdict && talk.isOpen() && book.isOpen())

@@ -225,11 +225,12 @@ void BookPlayersPage::fillActions(const QList<BookAction> &actions)
 {
     const NumberedItem *before = current(*ui->lstbookactions);
     const qint64 number = before ? before->number : -1;
+    const QString kept = before ? before->text : QString();
     const QString typed = ui->txtbookreason->text();
     refill(*ui->lstbookactions, actions, newAction);
     selectNumber(*ui->lstbookactions, number);
     const NumberedItem *action = current(*ui->lstbookactions);
-    const bool isBeingTyped = action && action->number == number && ui->txtbookreason->hasFocus();
+    const bool isBeingTyped = action && action->number == number && (typed != kept || ui->txtbookreason->hasFocus());
     const QString reason = action ? action->text : QString();
     ui->txtbookreason->setText(isBeingTyped ? typed : reason);
 }

@@ -16,9 +16,12 @@ OpenBookStore *loadModule(const QString &path)
     QString fault;
     for (const QString &home : {folder + u'/' + QStringLiteral(MOLVARK_WAY_TO_MODULES), folder}) {
         QLibrary module(home + u"/molvark-book.so"_s);
-        if (QFunctionPointer open = module.resolve("molvarkOpenBookStore"))
-            return reinterpret_cast<OpenBookStore *>(open);
-        if (fault.isEmpty())
+        const auto version = reinterpret_cast<BookModuleVersion *>(module.resolve("molvarkBookVersion"));
+        if (version && QLatin1StringView(version()) == QLatin1StringView(MOLVARK_VERSION))
+            return reinterpret_cast<OpenBookStore *>(module.resolve("molvarkOpenBookStore"));
+        if (version)
+            fault = u"molvark-book.so is that of another version of the program; start the program anew."_s;
+        else if (fault.isEmpty())
             fault = module.errorString();
     }
     throw bookFault(BookFault::Unusable, path, fault);

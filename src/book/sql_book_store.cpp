@@ -134,6 +134,8 @@ void SqlBookStore::moveLog()
 {
     constexpr qint64 muchLog = 4LL * 1024 * 1024;
     const qint64 size = logSize(path);
+    if (size < unmovedLog)
+        unmovedLog = 0; // somebody else has moved it
     if (size < unmovedLog + muchLog)
         return;
     const bool isMoved = database->number(u"PRAGMA wal_checkpoint(TRUNCATE)"_s) == 0;
@@ -147,7 +149,10 @@ void SqlBookStore::moveLog()
 void SqlBookStore::beginLog()
 {
     try {
-        database->transaction([this] { database->run(u"PRAGMA user_version = %1"_s.arg(bookVersion())); });
+        database->transaction([this] {
+            const qint64 version = database->number(u"PRAGMA user_version"_s); // a later program may have changed it
+            database->run(u"PRAGMA user_version = %1"_s.arg(version));
+        });
     } catch (const BookFault &) {
     }
 }

@@ -4,9 +4,8 @@
 #include <QList>
 #include <QStringView>
 
-/// How the game reads what is typed at its console: several commands on a line, with semicolons between them, comments
-/// in
-/// /* and */, words in quotes, and a slash before the first as the game's own console wants it. Letter case is nothing.
+/// How the game reads what is typed at its console: several commands on a line, with semicolons between them, words in
+/// quotes, comments, and a slash before the first word as the game's own console wants it. Letter case is nothing.
 
 /// Where the first command of `line` ends: at a semicolon or a line end outside quotes.
 [[nodiscard]] qsizetype commandEnd(QStringView line);

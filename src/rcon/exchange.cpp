@@ -110,7 +110,8 @@ bool Exchange::sendonce(const QString &comm, const std::function<bool(const QStr
     lastBy = BroughtBy::Person;
     const qint64 staleBefore = pace.stale();
     const int mine = begin(comm);
-    truncationTold = isQuiet;
+    if (isQuiet)
+        quietOne = mine;
     const auto atEnd = qScopeGuard([&] { emit over(mine, true); });
     const Wait begun = newWait(comm, 1, latestAnswer / 1000);
     if (const Sent sent = send(comm, mine); sent != Sent::Yes) {
@@ -148,7 +149,7 @@ int Exchange::sendaside(const QString &comm)
         return 0;
     lastBy = BroughtBy::Tick;
     const int number = begin(comm);
-    truncationTold = true;
+    quietOne = number;
     const Sent sent = send(comm, number);
     timeSending();
     emit over(number, false);
@@ -401,7 +402,7 @@ void Exchange::tellTruncated()
 {
     // More such datagrams may follow, also while the box is open. One box for each command tells of them all: a box
     // for each datagram would leave the person nothing to do but close boxes.
-    if (std::exchange(truncationTold, true))
+    if (asked == quietOne || std::exchange(truncationTold, true))
         return;
     prompts.inform(u"Data returned is to large for buffers\rTruncated after 8192 bytes\rI bet you did dvarlist ;)"_s,
                    u"Truncated data"_s, lastBy);

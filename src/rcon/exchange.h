@@ -165,4 +165,5 @@ private:
     BroughtBy lastBy = BroughtBy::Person;
     bool yieldingInArrival = false;
     bool truncationTold = false;
+    int quietOne = 0; ///< the number of the last command that brings no box
 };

@@ -26,6 +26,9 @@ constexpr std::array<Refusal, 6> usualRefusals{{
 // This one names the variable first.
 constexpr Refusal refusalAtEnd{"shorter than 8 characters."_L1, RefusalKind::TooShort};
 
+// However it goes on.
+constexpr Refusal refusalAtBegin{"The server must set 'rcon_password'"_L1, RefusalKind::Unset};
+
 constexpr qsizetype longestRefusal = 4096; // of several copies, with much room
 
 /// With which `text` begins, of those in words that are always the same.
@@ -92,6 +95,8 @@ std::optional<RefusalKind> refusalIn(QStringView reply)
     const QStringView text = reply.trimmed();
     if (const Refusal *found = usualRefusal(text))
         return found->kind;
+    if (text.startsWith(refusalAtBegin.words, Qt::CaseInsensitive))
+        return refusalAtBegin.kind;
     return endsAsRefusal(text) ? std::optional(refusalAtEnd.kind) : std::nullopt;
 }
 

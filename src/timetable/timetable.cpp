@@ -202,12 +202,14 @@ void Timetable::count()
 void Timetable::takeCount(std::optional<int> players)
 {
     const QDateTime now = services.clock.now();
+    const std::optional<QDateTime> before = emptiness.since();
     emptiness.take(players, now);
+    const bool isAnew = !emptiness.since() || emptiness.since() != before;
     QList<TimedList> ready;
     for (qsizetype index = 0; index < timed.size(); ++index) {
         const TimedList &list = timed.at(index);
         Due &due = dues[index];
-        if (!emptiness.since())
+        if (isAnew)
             due.wasEmpty = false;
         const bool isDue = list.isActive && list.when == TimedList::WhenEmpty && !due.wasEmpty && players == 0 &&
                            emptiness.since() && emptiness.since()->secsTo(now) >= 60LL * list.minutes;

@@ -9,7 +9,6 @@
 #include "timetable_times.h"
 
 #include <QHideEvent>
-#include <QLocale>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -78,7 +77,8 @@ bool TimetableWindow::eventFilter(QObject *watched, QEvent *event)
 void TimetableWindow::hideEvent(QHideEvent *event)
 {
     QWidget::hideEvent(event);
-    take();
+    if (!event->spontaneous()) // as when the person makes it small
+        take();
 }
 
 void TimetableWindow::showLists()
@@ -172,7 +172,7 @@ bool TimetableWindow::take()
     if (isTaken)
         offerFields();
     else
-        showAnew();
+        showTheirs();
     return isTaken;
 }
 
@@ -181,6 +181,16 @@ void TimetableWindow::showAnew()
     shown = -1;
     showLists();
     showList();
+}
+
+// None of them is chosen, so that what the person was about to click does nothing to a list that he has not seen.
+void TimetableWindow::showTheirs()
+{
+    {
+        const QScopedValueRollback showing(isShowing, true);
+        ui->lsttimetable->setCurrentRow(-1);
+    }
+    showAnew();
 }
 
 void TimetableWindow::showState()
@@ -206,7 +216,7 @@ void TimetableWindow::cmdttadd_Click()
     if (!take())
         return;
     if (!timetable.add({.name = u"List %1"_s.arg(timetable.lists().size() + 1)}))
-        return showAnew();
+        return showTheirs();
     ui->lsttimetable->setCurrentRow(ui->lsttimetable->count() - 1);
     ui->txtttname->setFocus(Qt::OtherFocusReason);
     ui->txtttname->selectAll();
@@ -223,8 +233,10 @@ void TimetableWindow::cmdttremove_Click()
     if (answer != Answer::Yes || index != shown || timetable.lists().value(index) != list)
         return;
     shown = -1; // its fields are not taken any more
-    (void)timetable.remove(index);
-    showAnew();
+    if (timetable.remove(index))
+        showAnew();
+    else
+        showTheirs();
 }
 
 void TimetableWindow::cmdttrun_Click()

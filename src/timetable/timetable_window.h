@@ -38,6 +38,7 @@ private:
     void offerFields();
     bool take();
     void showAnew();
+    void showTheirs();
     [[nodiscard]] TimedList typed() const;
     [[nodiscard]] QString complaint() const;
     void cmdttadd_Click();

@@ -289,6 +289,35 @@ private slots:
         QVERIFY2(longest < 10'000'000, qPrintable(QString::number(longest)));
     }
 
+    void aReaderHoldsTheLogUpOnlyForAsLongAsItReads()
+    {
+        SqlBookStore store(bookName);
+        const auto feed = [&store](int round) {
+            QList<SeenPlayer> players;
+            for (int number = 0; number < 1000; ++number)
+                players.append({QString::number(1 + round * 1000 + number), u"Player %1"_s.arg(number),
+                                u"10.0.%1.%2:1"_s.arg(round).arg(number), 1, 1});
+            store.feed(populate(now(), players));
+            store.moveLog();
+        };
+        const auto log = [] { return QFileInfo(bookName + u"-wal"_s).size(); };
+        int round = 0;
+        {
+            OtherEye reader(bookName);
+            reader.ask("BEGIN");
+            (void)reader.ask("SELECT count(*) FROM players");
+            while (log() < 10'000'000)
+                feed(++round);
+        }
+        (void)OtherEye(bookName).ask("PRAGMA wal_checkpoint(TRUNCATE)"); // another program moves it
+        qint64 longest = 0;
+        for (const int end = round + 40; round < end;) {
+            feed(++round);
+            longest = std::max(longest, log());
+        }
+        QVERIFY2(longest > 2'000'000 && longest < 8'000'000, qPrintable(QString::number(longest)));
+    }
+
 #ifndef Q_OS_WIN
     void aBookThatIsTakenAwayIsBegunAnew()
     {

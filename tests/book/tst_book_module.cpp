@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QRegularExpression>
 
+#include <csignal>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -49,7 +51,7 @@ private slots:
         end(started.process);
     }
 
-    void aFaultOfTheModuleIsToldAndEndsNothing()
+    void aFaultOfTheModuleEndsNothing()
     {
         StartedProgram started(keepsBook);
         QVERIFY(QDir(started.folder.path()).mkdir(u"molvark-players.db"_s));
@@ -58,11 +60,20 @@ private slots:
         end(started.process);
     }
 
-    void withoutTheModuleTheProgramGoesOn()
+    void withoutItsModuleTheProgramGoesOn_data()
     {
+        QTest::addColumn<QString>("module");
+        QTest::newRow("none") << QString();
+        QTest::newRow("that of another version") << QStringLiteral(OTHER_MODULE);
+    }
+
+    void withoutItsModuleTheProgramGoesOn()
+    {
+        QFETCH(QString, module);
         const QTemporaryDir alone;
         const QString copy = alone.filePath(u"molvark"_s);
         QVERIFY(QFile::copy(program, copy));
+        QVERIFY(module.isEmpty() || QFile::copy(module, alone.filePath(u"molvark-book.so"_s)));
         StartedProgram started(keepsBook);
         started.start(copy);
         QVERIFY(!QFile::exists(started.folder.filePath(u"molvark-players.db"_s)));
@@ -75,6 +86,8 @@ private:
         QCOMPARE(process.state(), QProcess::Running);
         process.terminate();
         QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit); // by the signal, and by nothing before
+        QCOMPARE(process.exitCode(), SIGTERM);
     }
 };
 

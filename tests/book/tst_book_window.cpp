@@ -488,6 +488,14 @@ private slots:
         it.button("cmdbookreason")->click();
         QTRY_VERIFY(it.list("lstbookactions").value(0).endsWith(u"(Spawn camping)"));
         QCOMPARE(it.find<QLineEdit>("txtbookreason")->text(), u"Spawn camping"_s);
+
+        // What is typed stays when the page is shown anew, wherever the cursor is.
+        it.type("txtbookreason", u"Spawn camping, twice"_s);
+        it.find<QLineEdit>("txtbooksearch")->setFocus();
+        it.type("txtbooknote", u"Polite"_s);
+        it.button("cmdbooknote")->click();
+        QTRY_COMPARE(it.list("lstbooknotes").size(), 1);
+        QCOMPARE(it.find<QLineEdit>("txtbookreason")->text(), u"Spawn camping, twice"_s);
         it.choosePlayer(u"Ben^7"_s);
         QTRY_COMPARE(it.list("lstbookactions").size(), 0);
         QCOMPARE(it.find<QLineEdit>("txtbookreason")->text(), QString());

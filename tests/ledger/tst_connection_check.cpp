@@ -103,6 +103,7 @@ private slots:
         QTest::newRow("invalid") << u"Invalid password.\n"_s << wrong;
         QTest::newRow("short") << u"Bad rcon"_s << wrong;
         QTest::newRow("none") << u"No rconpassword set on the server.\n"_s << unset;
+        QTest::newRow("must set, in other words") << u"The server must set 'rcon_password' first.\n"_s << unset;
         QTest::newRow("must set") << u"The server must set 'rcon_password' for clients to use 'rcon'.\n"_s << unset;
         QTest::newRow("too short") << u"rcon_password must not be shorter than 8 characters.\n"_s
                                    << u"The server wants a longer RCON password: whoever runs it has to set one."_s;

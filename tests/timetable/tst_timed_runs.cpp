@@ -188,7 +188,14 @@ private slots:
         it.click(u"cmdttrun"_s);
         QTRY_VERIFY(it.on.program.pane().contains(QString(8000, u'x')));
         QCOMPARE(it.on.program.prompts.takeBoxes(), QList<Box>());
-        it.on.program.exchange.sendinfo(u"dvarlist"_s); // what the person asks for does
+
+        // What the person asks for does.
+        it.on.server.answerRaw("getstatus", {QByteArray(4, '\xFF') + "statusResponse\n" + QByteArray(9000, 'x')});
+        it.on.program.exchange.sendquery(u"getstatus"_s);
+        QList<Box> boxes;
+        QTRY_VERIFY(!(boxes += it.on.program.prompts.takeBoxes()).isEmpty());
+        QCOMPARE(boxes, QList<Box>{truncatedBox()});
+        it.on.program.exchange.sendinfo(u"dvarlist"_s);
         QCOMPARE(it.on.program.prompts.takeBoxes(), QList<Box>{truncatedBox()});
     }
 };

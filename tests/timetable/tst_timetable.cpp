@@ -228,6 +228,20 @@ private slots:
         QMetaObject::invokeMethod(timer, "timeout");
         QTRY_COMPARE(it.on.server.requests().size(), 1);
         QVERIFY(!it.on.server.commands().contains("map_rotate")); // once for each time that it is empty
+
+        // Nobody has looked for hours: who knows who was there.
+        const QDateTime awake = begun.addSecs(8 * 3600);
+        const auto ask = [&](const QDateTime &at) {
+            const auto before = it.on.server.requests().size();
+            it.on.program.clock.set(at);
+            QMetaObject::invokeMethod(timer, "timeout");
+            QTRY_VERIFY(it.on.server.requests().size() > before);
+        };
+        for (int minute = 0; minute <= 4; ++minute)
+            ask(awake.addSecs(60 * minute));
+        QVERIFY(!it.on.server.commands().contains("map_rotate"));
+        ask(awake.addSecs(380));
+        QTRY_VERIFY(it.on.server.commands().contains("map_rotate"));
         it.find<QCheckBox>(u"chkttactive"_s)->setChecked(false);
         QVERIFY(!timer->isActive());
     }

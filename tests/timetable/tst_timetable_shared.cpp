@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "activation.h"
 #include "timetable_hands.h"
 #include "window_test.h"
 
@@ -41,6 +42,11 @@ struct Shared final : TimetableHands {
     /// Changes a field without leaving it.
     void beginToType(const QString &text) const { find<QLineEdit>("txtttname")->setText(text); }
     [[nodiscard]] QStringList lists() const { return rows("lsttimetable"); }
+    [[nodiscard]] bool hasNothingChosen() const
+    {
+        return find<QListWidget>("lsttimetable")->currentRow() < 0 && !find<QLineEdit>("txtttname")->isEnabled() &&
+               !find<QPushButton>("cmdttrun")->isEnabled() && name().isEmpty();
+    }
     [[nodiscard]] QString name() const { return find<QLineEdit>("txtttname")->text(); }
 
     QByteArray before;
@@ -65,10 +71,12 @@ private slots:
         QCOMPARE(it.next(), toldOfOthers);
         QCOMPARE(it.status(), toldOfOthers);
         QCOMPARE(it.lists(), QStringList{u"theirs (off)"_s});
-        QCOMPARE(it.name(), u"theirs"_s);
+        QVERIFY(it.hasNothingChosen());
         it.window->close();
         QCOMPARE(it.file(), it.theirs);
         it.open();
+        it.choose(0);
+        QCOMPARE(it.name(), u"theirs"_s);
         it.type(u"txtttname"_s, u"ours now"_s);
         QVERIFY(it.file().contains("ours now") && it.file().contains("say theirs"));
     }
@@ -103,7 +111,7 @@ private slots:
         it.click(u"cmdttadd"_s);
         QCOMPARE(it.file(), it.theirs);
         QCOMPARE(it.lists(), QStringList{u"theirs (off)"_s});
-        QCOMPARE(it.name(), u"theirs"_s);
+        QVERIFY(it.hasNothingChosen());
     }
 
     void choosingAnotherRowWithAnUnfinishedEdit()
@@ -113,7 +121,7 @@ private slots:
         it.leaveOne();
         it.choose(2);
         QCOMPARE(it.file(), it.theirs);
-        QCOMPARE(it.name(), u"theirs"_s);
+        QVERIFY(it.hasNothingChosen());
     }
 
     void removingWithAnUnfinishedEdit()
@@ -135,7 +143,7 @@ private slots:
         QCOMPARE(it.on.program.prompts.takeBoxes().size(), 1);
         QCOMPARE(it.file(), it.theirs);
         QCOMPARE(it.lists().size(), 3);
-        QVERIFY(!it.find<QCheckBox>("chkttactive")->isChecked());
+        QVERIFY(it.hasNothingChosen());
     }
 
     void runNowSendsNoneOfTheirs()
@@ -144,7 +152,35 @@ private slots:
         it.beginToType(u"changed"_s);
         it.leaveOne();
         it.click(u"cmdttrun"_s);
-        QCOMPARE(it.name(), u"theirs"_s);
+        QVERIFY(it.hasNothingChosen());
+        QCOMPARE(it.rows("lstttresults"), QStringList());
+        QVERIFY(it.on.showsReplies());
+        QVERIFY(!it.on.server.commands().contains("say theirs"));
+    }
+
+    void aClickThatLeavesAnUnfinishedFieldDoesNothingToTheirs_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::newRow("run") << u"cmdttrun"_s;
+        QTest::newRow("switch") << u"chkttactive"_s;
+        QTest::newRow("remove") << u"cmdttremove"_s;
+    }
+
+    void aClickThatLeavesAnUnfinishedFieldDoesNothingToTheirs()
+    {
+        QFETCH(QString, control);
+        Shared it;
+        QVERIFY(becomesActive(it.window));
+        auto *name = it.find<QLineEdit>("txtttname");
+        name->setFocus();
+        QTRY_VERIFY(name->hasFocus());
+        name->setText(u"changed"_s);
+        it.leaveOne();
+        auto *button = it.find<QAbstractButton>(control);
+        QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
+        QVERIFY(it.hasNothingChosen());
+        QCOMPARE(it.file(), it.theirs);
+        QCOMPARE(it.on.program.prompts.takeBoxes(), QList<Box>());
         QCOMPARE(it.rows("lstttresults"), QStringList());
         QVERIFY(it.on.showsReplies());
         QVERIFY(!it.on.server.commands().contains("say theirs"));
@@ -196,6 +232,19 @@ private slots:
         QFocusEvent done(QEvent::FocusOut, Qt::TabFocusReason);
         QApplication::sendEvent(commands, &done);
         QVERIFY(it.file().contains("\"map_rotate\""));
+    }
+
+    void norWhenTheWindowIsMadeSmall()
+    {
+        Shared it;
+        it.find<QPlainTextEdit>("txtttcommands")->setPlainText(u"map"_s);
+        QHideEvent event;
+        QSpontaneKeyEvent::setSpontaneous(&event);
+        QVERIFY(event.spontaneous());
+        (void)qApp->notify(it.window, &event);
+        QCOMPARE(it.file(), it.before);
+        it.window->close();
+        QVERIFY(it.file().contains("\"map\""));
     }
 };
 
