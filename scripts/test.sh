@@ -39,5 +39,5 @@ cmake --preset asan -DMOLVARK_TEST_ROOM="$room" >/dev/null
 took configuring,
 cmake --build --preset asan ${room:+--target molvark-tests}
 took building,
-ctest --preset asan --parallel "$(($(nproc) + 1))" "${chosen[@]}" # some of them wait for what they have started
+ctest --preset asan --parallel "$(($(nproc) * 2))" "${chosen[@]}" # half of them wait most of the time
 took testing
