@@ -31,8 +31,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 largestFile = 1024 * 1024; // bytes: some 30,000 bans
-constexpr qsizetype mostNamed = 15;         // bans in a box
+constexpr qint64 largestFile = 1024LL * 1024; // bytes: some 30,000 bans
+constexpr qsizetype mostNamed = 15;           // bans in a box
 
 QString banText(const BookBan &ban)
 {

@@ -29,7 +29,7 @@ public:
     void clear();
 
 private:
-    void showBans(const QList<BookBan> &bans);
+    void showBans(const QList<BookBan> &answer);
     [[nodiscard]] const BookBan *chosen() const;
     [[nodiscard]] QString obstacle(const BookBan &ban) const;
     void offer();

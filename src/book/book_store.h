@@ -91,5 +91,5 @@ private:
 /// or is none of ours is put aside as "molvark-players.broken-N.db", byte for byte, and a new one begun; one that is
 /// locked, read-only or of a newer version is left alone, and that is thrown. With `doubt` one of any size is looked
 /// through for damage. Removes sightings and counts from before `oldest`.
-[[nodiscard]] std::unique_ptr<BookStore> openBookStore(const QString &path, qint64 oldest, BookStore::Patience patience,
-                                                       bool doubt);
+[[nodiscard]] std::unique_ptr<BookStore> openBookStore(const QString &path, qint64 oldest,
+                                                       const BookStore::Patience &patience, bool doubt);

@@ -29,7 +29,8 @@ OpenBookStore *loadModule(const QString &path)
 
 } // namespace
 
-std::unique_ptr<BookStore> openBookStore(const QString &path, qint64 oldest, BookStore::Patience patience, bool doubt)
+std::unique_ptr<BookStore> openBookStore(const QString &path, qint64 oldest, const BookStore::Patience &patience,
+                                         bool doubt)
 {
     return std::unique_ptr<BookStore>(loadModule(path)(path, oldest, patience, doubt));
 }

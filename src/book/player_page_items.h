@@ -8,14 +8,15 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <utility>
 
 // What the page of a player has in its lists and in its plot.
 
 /// Something in a list that has a number in the book. What is edited is its text alone, without the time before it.
 class NumberedItem final : public QListWidgetItem {
 public:
-    NumberedItem(const QString &shown, const QString &edited, qint64 number_)
-        : QListWidgetItem(shown), text(edited), number(number_)
+    NumberedItem(const QString &shown, QString edited, qint64 number_)
+        : QListWidgetItem(shown), text(std::move(edited)), number(number_)
     {
     }
 

@@ -69,11 +69,9 @@ ReplyWords::ReplyWords(QStringView reply)
 void ReplyWords::readLine(QStringView line)
 {
     QStringView rest = line;
-    if (takeBeginning(rest, "Unknown command "_L1) || takeBeginning(rest, "usage: "_L1)) {
-        word = takeWord(rest).toString();
-    } else if (line.startsWith(u'"') && line.contains("\" is:"_L1)) {
-        word = takeWord(rest).toString();
-    } else if (line.endsWith(" is read protected"_L1)) {
+    const bool beginsWithIt =
+        (line.startsWith(u'"') && line.contains(R"(" is:)"_L1)) || line.endsWith(" is read protected"_L1);
+    if (takeBeginning(rest, "Unknown command "_L1) || takeBeginning(rest, "usage: "_L1) || beginsWithIt) {
         word = takeWord(rest).toString();
     } else if (takeBeginning(rest, "map: "_L1)) {
         word = rest.startsWith(u'<') ? QString() : u"status"_s; // "map: <none>" is said to "map"

@@ -275,7 +275,7 @@ void Exchange::tellUnsent(Sent sent, BroughtBy by)
 
 QByteArray Exchange::sendText(const QString &text)
 {
-    const QByteArray datagram = session.rconheader + codePage.toBytes(text);
+    QByteArray datagram = session.rconheader + codePage.toBytes(text);
     udpclient.SendData(datagram);
     return datagram;
 }
@@ -288,9 +288,9 @@ void Exchange::waitForReply(Waiting &wait)
     }
 }
 
-Wait Exchange::newWait(const QString &command, int copies, int longest)
+Wait Exchange::newWait(const QString &command, int copies_, int longest)
 {
-    Wait wait{.command = command, .copies = copies, .longest = longest};
+    Wait wait{.command = command, .copies = copies_, .longest = longest};
     if (std::exchange(isStep, false)) {
         wait.step = std::clamp(steps.done, 1, steps.of);
         wait.steps = steps.of;
@@ -391,7 +391,7 @@ QString Exchange::receive()
     }
     arrived = {0, bytes.size() == ReplyPiece::losingSize, isTruncated};
     const QByteArray head = bytes.first(std::min<qsizetype>(bytes.size(), 32));
-    const QString text = codePage.toText(bytes.replace(session.rconheader + "print\n", ""));
+    QString text = codePage.toText(bytes.replace(session.rconheader + "print\n", ""));
     emit datagramcame({head, text, size});
     if (isTruncated)
         tellTruncated();

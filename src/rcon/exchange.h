@@ -91,7 +91,7 @@ public:
         isStep = true;
     }
     /// A wait for the answer to this command, as a step if it is the next one.
-    [[nodiscard]] Wait newWait(const QString &command, int copies, int longest);
+    [[nodiscard]] Wait newWait(const QString &command, int copies_, int longest);
 
     /// While it lives, an answer is being waited for.
     class Waiting final {

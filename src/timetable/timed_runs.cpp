@@ -174,13 +174,12 @@ void TimedRuns::takeVerdict(int number, bool isGood, const QString &word)
         return;
     if (underWay && underWay->take(number, isGood, word))
         return;
-    for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
-        if (run->take(number, isGood, word)) {
-            emit resultschanged();
-            emit told(run->result());
-            return;
-        }
-    }
+    const auto run =
+        std::find_if(runs.rbegin(), runs.rend(), [&](auto &each) { return each.take(number, isGood, word); });
+    if (run == runs.rend())
+        return;
+    emit resultschanged();
+    emit told(run->result());
 }
 
 QStringList TimedRuns::results() const

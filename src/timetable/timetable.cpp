@@ -19,8 +19,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // The clock can be set, and the computer can sleep: the time is looked at again at least that often.
-constexpr qint64 longestSleep = 30 * 1000; // milliseconds
-constexpr qint64 latest = 60;              // seconds after which what was due is missed
+constexpr qint64 longestSleep = 30'000; // milliseconds
+constexpr qint64 latest = 60;           // seconds after which what was due is missed
 
 QString pathOf(const IniFile &ini)
 {

@@ -64,9 +64,9 @@ TimedList read(const QJsonObject &object)
     const QJsonValue days = object.value("days"_L1);
     bool isWhole = commands.isArray() && days.isArray();
     list.name = textIn(object.value("name"_L1), isWhole);
-    for (const QJsonValue &command : commands.toArray())
+    for (const auto &command : commands.toArray())
         list.commands.append(textIn(command, isWhole));
-    for (const QJsonValue &day : days.toArray()) {
+    for (const auto &day : days.toArray()) {
         const int number = day.toInt();
         if (number >= 1 && number <= 7)
             list.days.at(static_cast<std::size_t>(number - 1)) = true;
@@ -101,7 +101,7 @@ std::optional<QList<TimedList>> readTimetable(const QByteArray &text)
     if (object.value("version"_L1).toInt() != 1 || !array.isArray() || array.toArray().size() > mostTimedLists)
         return {};
     QList<TimedList> lists;
-    for (const QJsonValue &value : array.toArray()) {
+    for (const auto &value : array.toArray()) {
         if (!value.isObject())
             return {};
         lists.append(read(value.toObject()));
